@@ -1,0 +1,1 @@
+// Goes as soon as the first module of this folder is here.
