@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+
+#include "Platform/Runtime/Types.h"
+
+/// What a character is, and the case mapping of whole texts, after the Unicode character database.
+///
+/// The tests come in two forms: for one code unit, and for a whole character. A unit that is half of a
+/// surrogate pair is none of what the tests ask for, so texts from outside the basic plane are walked by
+/// character:
+///
+///     for (std::size_t at = 0; at < text.size(); at += CharacterLength(CharacterAt(text, at))) {
+///         if (IsLetter(CharacterAt(text, at))) ++letters;
+///     }
+///
+/// Threads: the functions keep no state.
+namespace Varnholt {
+
+/// A letter of any script (general categories Lu, Ll, Lt, Lm and Lo).
+[[nodiscard]] VARNHOLT_EXPORT bool IsLetter(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsLetter(char32_t character);
+
+/// A decimal digit of any script (general category Nd). Fractions, superscripts and Roman numerals are none.
+[[nodiscard]] VARNHOLT_EXPORT bool IsDigit(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsDigit(char32_t character);
+
+/// White space (property White_Space): blank, tab, line ends, no-break space, the spaces of U+2000 and so on.
+/// The zero-width space U+200B is none.
+[[nodiscard]] VARNHOLT_EXPORT bool IsWhiteSpace(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsWhiteSpace(char32_t character);
+
+/// An upper-case letter (general category Lu).
+[[nodiscard]] VARNHOLT_EXPORT bool IsUpper(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUpper(char32_t character);
+
+/// A lower-case letter (general category Ll).
+[[nodiscard]] VARNHOLT_EXPORT bool IsLower(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsLower(char32_t character);
+
+/// The text in upper case by the full mapping of Unicode, whatever the process's locale. The length may
+/// change: U+00DF becomes "SS". A lone surrogate stays as it is. Raises EArgumentException "Text is too long
+/// to convert" for texts of 700 million units and more.
+[[nodiscard]] VARNHOLT_EXPORT String ToUpper(StringView text);
+
+/// The text in lower case by the full mapping of Unicode; the rest as ToUpper.
+[[nodiscard]] VARNHOLT_EXPORT String ToLower(StringView text);
+
+/// The whole character that begins at a 0-based position: a high surrogate followed by a low one is one
+/// character, a surrogate without its partner is taken as it is. Raises ERangeError "Position N is outside
+/// the text" if there is no such position.
+[[nodiscard]] VARNHOLT_EXPORT char32_t CharacterAt(StringView text, std::size_t position);
+
+/// The number of code units that a character takes in a String: 2 above U+FFFF, else 1.
+[[nodiscard]] VARNHOLT_EXPORT std::size_t CharacterLength(char32_t character);
+
+}  // namespace Varnholt

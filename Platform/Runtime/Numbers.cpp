@@ -1,0 +1,312 @@
+#include "Platform/Runtime/Numbers.h"
+
+#include <locale.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cfloat>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Text.h"
+
+namespace Varnholt {
+namespace {
+
+bool IsDecimalDigit(Char unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
+/// The value of a hexadecimal digit, or 16 for anything else.
+unsigned HexDigit(Char unit) {
+    if (IsDecimalDigit(unit)) return unit - u'0';
+    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10u;
+    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;
+    return 16;
+}
+
+/// Takes a sign from the front of the text; true for a minus.
+bool TakeSign(StringView& text) {
+    const bool isNegative = text.starts_with(u'-');
+    if (isNegative || text.starts_with(u'+')) text.remove_prefix(1);
+    return isNegative;
+}
+
+/// Takes the mark of a hexadecimal number from the front of the text; false if there is none.
+bool TakeHexMark(StringView& text) {
+    const bool isLong = text.starts_with(u"0x") || text.starts_with(u"0X");
+    if (!isLong && !text.starts_with(u'$')) return false;
+    text.remove_prefix(isLong ? 2 : 1);
+    return true;
+}
+
+/// Digits of the base up to the end of the text, as a number of 32 bits.
+std::optional<std::uint32_t> ReadUnsigned(StringView text, unsigned base) {
+    if (text.empty()) return std::nullopt;
+    std::uint64_t number = 0;
+    for (const Char unit : text) {
+        const unsigned digit = HexDigit(unit);
+        if (digit >= base) return std::nullopt;
+        number = number * base + digit;
+        if (number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(number);
+}
+
+/// A number text taken apart: its value is the digits, read as one integer, times ten to the exponent.
+struct TDecimal {
+    StringView digits;           // as written, so the decimal separator may stand among them
+    std::uint64_t mantissa = 0;  // the digits as an integer, while fits holds
+    bool fits = true;
+    bool isNegative = false;
+    std::int64_t exponent = 0;
+};
+
+constexpr std::int64_t kWrittenExponentLimit = 1'000'000'000'000'000;  // no text is long enough to balance it
+
+/// Takes digits from the front of the text into the mantissa; returns their number.
+std::size_t TakeDigits(StringView& text, TDecimal& decimal) {
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
+    std::size_t count = 0;
+    for (; count < text.size() && IsDecimalDigit(text[count]); ++count) {
+        const std::uint64_t digit = static_cast<std::uint64_t>(text[count] - u'0');
+        decimal.fits = decimal.fits && decimal.mantissa <= (kMax - digit) / 10;
+        if (decimal.fits) decimal.mantissa = decimal.mantissa * 10 + digit;
+    }
+    text.remove_prefix(count);
+    return count;
+}
+
+/// The exponent that the whole text spells, its letter included; a huge one is cut to the limit.
+std::optional<std::int64_t> ReadExponent(StringView text) {
+    if (!text.starts_with(u'E') && !text.starts_with(u'e')) return std::nullopt;
+    text.remove_prefix(1);
+    const bool isNegative = TakeSign(text);
+    if (text.empty() || !std::all_of(text.begin(), text.end(), IsDecimalDigit)) return std::nullopt;
+    std::int64_t exponent = 0;
+    for (const Char unit : text) exponent = std::min(exponent * 10 + (unit - u'0'), kWrittenExponentLimit);
+    return isNegative ? -exponent : exponent;
+}
+
+std::optional<TDecimal> ReadDecimal(StringView text, Char decimalSeparator) {
+    TDecimal decimal;
+    text = TrimView(text);
+    decimal.isNegative = TakeSign(text);
+    const StringView number = text;
+    std::size_t digitCount = TakeDigits(text, decimal);
+    if (text.starts_with(decimalSeparator)) {
+        text.remove_prefix(1);
+        const std::size_t fractionCount = TakeDigits(text, decimal);
+        decimal.exponent = -static_cast<std::int64_t>(fractionCount);
+        digitCount += fractionCount;
+    }
+    if (digitCount == 0) return std::nullopt;
+    decimal.digits = number.substr(0, number.size() - text.size());
+    if (!text.empty()) {
+        const std::optional<std::int64_t> written = ReadExponent(text);
+        if (!written) return std::nullopt;
+        decimal.exponent += *written;
+    }
+    return decimal;
+}
+
+/// The magnitude as an ASCII text of bounded length with the same correctly rounded value. No value of the
+/// float types, and no midpoint between two of them, has more than 11600 significant digits; so of what
+/// follows these it only counts whether it is zero, and a single digit 1 stands for it otherwise.
+std::string AsciiText(const TDecimal& decimal) {
+    constexpr std::size_t kDigitLimit = 12'000;
+    constexpr std::int64_t kExponentLimit = 100'000;  // with the most digits still beyond every float's range
+    std::string text;
+    std::int64_t exponent = decimal.exponent;
+    bool hasRest = false;
+    for (const Char unit : decimal.digits) {
+        if (!IsDecimalDigit(unit) || (text.empty() && unit == u'0')) continue;
+        if (text.size() < kDigitLimit) {
+            text.push_back(static_cast<char>(unit));
+        } else {
+            hasRest = hasRest || unit != u'0';
+            ++exponent;
+        }
+    }
+    if (hasRest) {
+        text.push_back('1');
+        --exponent;
+    }
+    return text + 'e' + std::to_string(std::clamp(exponent, -kExponentLimit, kExponentLimit));
+}
+
+/// glibc's own conversion, in the "C" locale whatever the process's: std::from_chars of libstdc++ 12 refuses
+/// denormal values of long double.
+void ConvertAscii(const std::string& text, Extended& value) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    if (cLocale == nullptr) throw Exception(u"The C locale is not available");
+    const int outerError = errno;
+    value = strtold_l(text.c_str(), nullptr, cLocale);
+    errno = outerError;
+}
+
+void ConvertAscii(const std::string& text, double& value) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc::result_out_of_range) return;
+    Extended wide = 0;
+    ConvertAscii(text, wide);
+    value = wide > 1 ? HUGE_VAL : 0.0;
+}
+
+template <std::size_t count, typename T>
+constexpr std::array<T, count> PowersOfTen() {
+    std::array<T, count> powers{1};
+    for (std::size_t i = 1; i < count; ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}
+
+/// Where both the mantissa and the power of ten are exact in T, their product or quotient is rounded once,
+/// hence correctly: 5^27 fits in the 64 bits of Extended, 5^22 in the 53 bits of double.
+template <typename T>
+std::optional<T> ExactMagnitude(const TDecimal& decimal) {
+    constexpr int kMantissaBits = std::min(std::numeric_limits<T>::digits, 64);
+    static_assert(FLT_EVAL_METHOD == 0 || sizeof(T) > sizeof(double),
+                  "double arithmetic must round to double");
+    static constexpr auto kPowers = PowersOfTen < kMantissaBits == 64 ? 28 : 23, T > ();
+    if (!decimal.fits || (decimal.mantissa >> (kMantissaBits - 1)) > 1) return std::nullopt;
+    const T mantissa = static_cast<T>(decimal.mantissa);
+    if (decimal.mantissa == 0) return mantissa;
+    const std::uint64_t power = static_cast<std::uint64_t>(std::llabs(decimal.exponent));
+    if (power >= kPowers.size()) return std::nullopt;
+    return decimal.exponent < 0 ? mantissa / kPowers[power] : mantissa * kPowers[power];
+}
+
+template <typename T>
+bool ReadFloat(StringView text, T& value, const TFormatSettings& settings) {
+    const std::optional<TDecimal> decimal = ReadDecimal(text, settings.DecimalSeparator);
+    if (!decimal) return false;
+    T magnitude = 0;
+    if (const std::optional<T> exact = ExactMagnitude<T>(*decimal)) {
+        magnitude = *exact;
+    } else {
+        ConvertAscii(AsciiText(*decimal), magnitude);
+    }
+    if (!std::isfinite(magnitude)) return false;
+    value = decimal->isNegative ? -magnitude : magnitude;
+    return true;
+}
+
+EConvertError NotValid(StringView text, StringView kind) {
+    return EConvertError(
+        String(u"'").append(text).append(u"' is not a valid ").append(kind).append(u" value"));
+}
+
+constexpr int kSignificantDigits = 15;
+
+/// A magnitude rounded for output: digits d1 d2 ... without trailing zeros, meaning d1.d2... times ten to the
+/// exponent.
+struct TRounded {
+    String digits;
+    int exponent = 0;
+};
+
+TRounded RoundToDigits(Extended magnitude) {
+    std::array<char, 64> buffer;
+    const auto write = [&](auto number) {
+        return std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                             std::chars_format::scientific, kSignificantDigits - 1)
+            .ptr;
+    };
+    // The conversion of double is the faster one and rounds the same exact value.
+    const double narrow = static_cast<double>(magnitude);
+    const char* end = static_cast<Extended>(narrow) == magnitude ? write(narrow) : write(magnitude);
+
+    TRounded rounded;
+    const char* at = buffer.data();
+    for (; at != end && *at != 'e'; ++at) {
+        if (IsDecimalDigit(static_cast<Char>(*at))) rounded.digits.push_back(static_cast<Char>(*at));
+    }
+    rounded.digits.erase(rounded.digits.find_last_not_of(u'0') + 1);
+    at += at + 1 < end && at[1] == '+' ? 2 : 1;
+    std::from_chars(at, end, rounded.exponent);
+    return rounded;
+}
+
+String ScientificText(const TRounded& number, Char decimalSeparator) {
+    String text = number.digits.substr(0, 1);
+    if (number.digits.size() > 1) text.append(1, decimalSeparator).append(number.digits, 1);
+    return text + u'E' + IntToStr(number.exponent);
+}
+
+String FixedText(TRounded number, Char decimalSeparator) {
+    if (number.exponent < 0) {
+        const auto zeros = static_cast<std::size_t>(-number.exponent - 1);
+        return (String(1, u'0') + decimalSeparator).append(zeros, u'0').append(number.digits);
+    }
+    const auto wholeDigits = static_cast<std::size_t>(number.exponent) + 1;
+    if (number.digits.size() <= wholeDigits)
+        return number.digits.append(wholeDigits - number.digits.size(), u'0');
+    return number.digits.insert(wholeDigits, 1, decimalSeparator);
+}
+
+}  // namespace
+
+bool TryStrToInt(StringView text, std::int32_t& value) {
+    constexpr std::uint32_t kMinMagnitude = 0x80000000u;
+    text = TrimView(text);
+    const bool isNegative = TakeSign(text);
+    const bool isHex = TakeHexMark(text);
+    const std::optional<std::uint32_t> number = ReadUnsigned(text, isHex ? 16 : 10);
+    if (!number) return false;
+    if (isNegative ? *number > kMinMagnitude : !isHex && *number >= kMinMagnitude) return false;
+    value = static_cast<std::int32_t>(isNegative ? 0u - *number : *number);
+    return true;
+}
+
+std::int32_t StrToInt(StringView text) {
+    std::int32_t value = 0;
+    if (!TryStrToInt(text, value)) throw NotValid(text, u"integer");
+    return value;
+}
+
+std::int32_t StrToIntDef(StringView text, std::int32_t defaultValue) {
+    std::int32_t value = defaultValue;
+    return TryStrToInt(text, value) ? value : defaultValue;
+}
+
+bool TryStrToFloat(StringView text, Extended& value, const TFormatSettings& settings) {
+    return ReadFloat(text, value, settings);
+}
+
+bool TryStrToFloat(StringView text, double& value, const TFormatSettings& settings) {
+    return ReadFloat(text, value, settings);
+}
+
+Extended StrToFloat(StringView text, const TFormatSettings& settings) {
+    Extended value = 0;
+    if (!TryStrToFloat(text, value, settings)) throw NotValid(text, u"floating point");
+    return value;
+}
+
+String IntToStr(std::int64_t value) {
+    std::array<char, 24> buffer;
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return String(buffer.data(), end);
+}
+
+String FloatToStr(Extended value, const TFormatSettings& settings) {
+    constexpr Extended kFirstScientific = 1e15L;
+    constexpr int kLowestFixedExponent = -4;
+    if (std::isnan(value)) return u"NAN";
+    if (std::isinf(value)) return value < 0 ? u"-INF" : u"INF";
+    if (std::fabs(value) < kFirstScientific) {
+        const auto whole = static_cast<std::int64_t>(value);
+        if (static_cast<Extended>(whole) == value) return IntToStr(whole);
+    }
+    const TRounded number = RoundToDigits(std::fabs(value));
+    const bool isFixed = number.exponent >= kLowestFixedExponent && number.exponent < kSignificantDigits;
+    const Char separator = settings.DecimalSeparator;
+    return (value < 0 ? u"-" : u"") +
+           (isFixed ? FixedText(number, separator) : ScientificText(number, separator));
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Platform/Runtime/Types.h"
+
+/// Trimming and caseless comparison of texts.
+///
+///     if (StartsText(u"[error]", TrimView(line))) ++errors;   // finds "[ERROR]" too
+///
+/// Only the ASCII letters fold: "A" equals "a", but U+00C4 does not equal U+00E4, and no locale takes part.
+/// Whole Unicode case mapping is in Characters.h. An empty text starts, ends and is contained in every text.
+///
+/// Threads: the functions keep no state.
+namespace Varnholt {
+
+/// The text without the code units 32 and below at both ends: a view into the argument, which must outlive
+/// it.
+[[nodiscard]] VARNHOLT_EXPORT StringView TrimView(StringView text);
+
+/// The text without the code units 32 and below at both ends.
+[[nodiscard]] VARNHOLT_EXPORT String Trim(StringView text);
+
+/// Whether the texts are equal when ASCII letters fold.
+[[nodiscard]] VARNHOLT_EXPORT bool SameText(StringView left, StringView right);
+
+/// Orders two texts by code unit, ASCII letters taken as upper case: below 0 if left comes first, 0 if the
+/// texts are the same, above 0 if right comes first. A text comes after its own beginnings.
+[[nodiscard]] VARNHOLT_EXPORT int CompareText(StringView left, StringView right);
+
+/// Whether text begins with prefix when ASCII letters fold.
+[[nodiscard]] VARNHOLT_EXPORT bool StartsText(StringView prefix, StringView text);
+
+/// Whether text ends with suffix when ASCII letters fold.
+[[nodiscard]] VARNHOLT_EXPORT bool EndsText(StringView suffix, StringView text);
+
+/// Whether part stands anywhere in text when ASCII letters fold.
+[[nodiscard]] VARNHOLT_EXPORT bool ContainsText(StringView part, StringView text);
+
+/// The text with A to Z in lower case, all else unchanged.
+[[nodiscard]] VARNHOLT_EXPORT String LowerCase(StringView text);
+
+/// The text with a to z in upper case, all else unchanged.
+[[nodiscard]] VARNHOLT_EXPORT String UpperCase(StringView text);
+
+}  // namespace Varnholt
