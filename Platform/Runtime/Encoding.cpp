@@ -1,0 +1,233 @@
+#include "Platform/Runtime/Encoding.h"
+
+#include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <list>
+#include <mutex>
+
+namespace Varnholt {
+namespace {
+
+constexpr std::ptrdiff_t kPiece = 1 << 20;  // ICU counts in 32 bits, so long texts go through in pieces
+constexpr std::ptrdiff_t kSlack = 32;       // room for what the converter still holds from the last piece
+constexpr std::size_t kMaxNameLength = 50;  // ICU takes names of up to 60 characters
+
+struct TConverterCloser {
+    void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
+};
+using TConverter = std::unique_ptr<UConverter, TConverterCloser>;
+
+// ICU's own callback drops invisible characters (as U+200B) where we want to see that one is missing.
+void ReplaceCharacter(const void*, UConverterFromUnicodeArgs* args, const UChar*, std::int32_t, UChar32,
+                      UConverterCallbackReason reason, UErrorCode* status) {
+    if (reason > UCNV_IRREGULAR) return;
+    *status = U_ZERO_ERROR;
+    ucnv_cbFromUWriteSub(args, 0, status);
+}
+
+// ICU's own callback gives U+001A for a single bad byte in some of the East Asian encodings.
+void ReplaceBytes(const void*, UConverterToUnicodeArgs* args, const char*, std::int32_t,
+                  UConverterCallbackReason reason, UErrorCode* status) {
+    if (reason > UCNV_IRREGULAR) return;
+    constexpr UChar kReplacement = 0xFFFD;
+    *status = U_ZERO_ERROR;
+    ucnv_cbToUWriteUChars(args, &kReplacement, 1, 0, status);
+}
+
+bool IsUnicode(const UConverter* converter) {
+    switch (ucnv_getType(converter)) {
+        case UCNV_SBCS:
+        case UCNV_DBCS:
+        case UCNV_MBCS:
+        case UCNV_LATIN_1:
+        case UCNV_US_ASCII:
+        case UCNV_EBCDIC_STATEFUL:
+            return false;
+        default:
+            return true;
+    }
+}
+
+void Check(UErrorCode status) {
+    if (U_SUCCESS(status)) return;
+    throw EEncodingError(u"Text conversion failed: " + FromUtf8(u_errorName(status)));
+}
+
+TConverter OpenConverter(const char* name) {
+    UErrorCode status = U_ZERO_ERROR;
+    TConverter converter(ucnv_open(name, &status));
+    Check(status);
+    if (!IsUnicode(converter.get())) ucnv_setSubstString(converter.get(), u"?", 1, &status);
+    ucnv_setFromUCallBack(converter.get(), ReplaceCharacter, nullptr, nullptr, nullptr, &status);
+    ucnv_setToUCallBack(converter.get(), ReplaceBytes, nullptr, nullptr, nullptr, &status);
+    Check(status);
+    return converter;
+}
+
+bool IsNameCharacter(Char c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
+           StringView(u"-_.:+()").find(c) != StringView::npos;
+}
+
+// ICU's own name of the encoding, empty where it knows none. ICU itself would take a path, or options behind
+// a comma, and would take an empty name for the system's encoding.
+std::string CanonicalName(StringView name) {
+    if (name.empty() || name.size() > kMaxNameLength || !std::ranges::all_of(name, IsNameCharacter))
+        return {};
+    UErrorCode status = U_ZERO_ERROR;
+    const TConverter converter(ucnv_open(ToUtf8(name).c_str(), &status));
+    if (U_FAILURE(status)) return {};
+    const char* canonical = ucnv_getName(converter.get(), &status);
+    if (U_FAILURE(status)) return {};
+    std::string result(canonical);
+    // These two would write a mark of their own in front of every text.
+    if (result == "UTF-16" || result == "UTF-32") result += "LE";
+    return result;
+}
+
+std::atomic<const TEncoding*> chosenDefault = nullptr;
+
+}  // namespace
+
+/// An encoding that was asked for by name, with the storage of the name.
+struct TEncoding::TNamed {
+    explicit TNamed(std::string canonicalName)
+        : name(std::move(canonicalName)), encoding(name.c_str(), std::string_view()) {}
+
+    const std::string name;
+    const TEncoding encoding;
+};
+
+const TEncoding& TEncoding::Utf8() noexcept {
+    static constexpr TEncoding encoding("UTF-8", "\xEF\xBB\xBF");
+    return encoding;
+}
+
+const TEncoding& TEncoding::Utf16LE() noexcept {
+    static constexpr TEncoding encoding("UTF-16LE", "\xFF\xFE");
+    return encoding;
+}
+
+const TEncoding& TEncoding::Utf16BE() noexcept {
+    static constexpr TEncoding encoding("UTF-16BE", "\xFE\xFF");
+    return encoding;
+}
+
+const TEncoding& TEncoding::Ascii() noexcept {
+    static constexpr TEncoding encoding("US-ASCII", "");
+    return encoding;
+}
+
+const TEncoding& TEncoding::Windows1252() noexcept {
+    static constexpr TEncoding encoding("windows-1252", "");
+    return encoding;
+}
+
+const TEncoding& TEncoding::Default() noexcept {
+    const TEncoding* chosen = chosenDefault.load(std::memory_order_acquire);
+    return chosen != nullptr ? *chosen : Windows1252();
+}
+
+void TEncoding::SetDefault(StringView name) {
+    const TEncoding& wanted = ForName(name);
+    const TEncoding* settled = nullptr;
+    if (chosenDefault.compare_exchange_strong(settled, &wanted) || settled == &wanted) return;
+    throw EInvalidOperation(u"Default encoding is already set to " + settled->GetName());
+}
+
+const TEncoding& TEncoding::ForName(StringView name) {
+    const std::string canonical = CanonicalName(name);
+    if (canonical.empty()) throw EEncodingError(u"No encoding is named \"" + String(name) + u"\"");
+    for (const TEncoding* known : {&Utf8(), &Utf16LE(), &Utf16BE(), &Ascii(), &Windows1252()})
+        if (canonical == CanonicalName(FromUtf8(known->FName))) return *known;
+
+    static std::mutex lock;
+    static std::list<TNamed> table;  // a list keeps its entries in place
+    const std::lock_guard guard(lock);
+    const auto found = std::ranges::find(table, canonical, &TNamed::name);
+    return found != table.end() ? found->encoding : table.emplace_back(canonical).encoding;
+}
+
+const TEncoding* TEncoding::DetectByPreamble(std::string_view bytes) noexcept {
+    for (const TEncoding* candidate : {&Utf8(), &Utf16LE(), &Utf16BE()})
+        if (bytes.starts_with(candidate->FPreamble)) return candidate;
+    return nullptr;
+}
+
+String TEncoding::GetName() const {
+    return FromUtf8(FName);
+}
+
+std::string TEncoding::GetBytes(StringView text) const {
+    std::string bytes;
+    TEncoder(*this).Encode(text, true, bytes);
+    return bytes;
+}
+
+String TEncoding::GetString(std::string_view bytes) const {
+    String text;
+    TDecoder(*this).Decode(bytes, true, text);
+    return text;
+}
+
+struct TDecoder::TState {
+    TConverter converter;
+};
+
+TDecoder::TDecoder(const TEncoding& encoding)
+    : FState(std::make_unique<TState>(TState{OpenConverter(encoding.FName)})) {}
+
+TDecoder::~TDecoder() = default;
+
+void TDecoder::Decode(std::string_view bytes, bool last, String& text) {
+    const char* source = bytes.empty() ? "" : bytes.data();
+    const char* const end = source + bytes.size();
+    do {
+        const char* const pieceEnd = source + std::min(end - source, kPiece);
+        UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+        while (status == U_BUFFER_OVERFLOW_ERROR) {
+            const std::size_t used = text.size();
+            text.resize(used + static_cast<std::size_t>(pieceEnd - source + kSlack));
+            Char* target = text.data() + used;
+            status = U_ZERO_ERROR;
+            ucnv_toUnicode(FState->converter.get(), &target, text.data() + text.size(), &source, pieceEnd,
+                           nullptr, last && pieceEnd == end, &status);
+            text.resize(static_cast<std::size_t>(target - text.data()));
+        }
+        Check(status);
+    } while (source != end);
+}
+
+struct TEncoder::TState {
+    TConverter converter;
+};
+
+TEncoder::TEncoder(const TEncoding& encoding)
+    : FState(std::make_unique<TState>(TState{OpenConverter(encoding.FName)})) {}
+
+TEncoder::~TEncoder() = default;
+
+void TEncoder::Encode(StringView text, bool last, std::string& bytes) {
+    const Char* source = text.empty() ? u"" : text.data();
+    const Char* const end = source + text.size();
+    do {
+        const Char* const pieceEnd = source + std::min(end - source, kPiece);
+        UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+        while (status == U_BUFFER_OVERFLOW_ERROR) {
+            const std::size_t used = bytes.size();
+            bytes.resize(used + static_cast<std::size_t>((pieceEnd - source) * 2 + kSlack));
+            char* target = bytes.data() + used;
+            status = U_ZERO_ERROR;
+            ucnv_fromUnicode(FState->converter.get(), &target, bytes.data() + bytes.size(), &source, pieceEnd,
+                             nullptr, last && pieceEnd == end, &status);
+            bytes.resize(static_cast<std::size_t>(target - bytes.data()));
+        }
+        Check(status);
+    } while (source != end);
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Types.h"
+
+/// Text encodings: how a text becomes the bytes of a file, and back.
+///
+///     const std::string bytes = TEncoding::Default().GetBytes(u"Zürich");
+///     const String text = TEncoding::ForName(u"iso-8859-2").GetString(bytes);
+///
+/// Converting never fails on odd input. Bytes that are no text in the encoding become U+FFFD. A character
+/// that the encoding does not have becomes one "?"; in the UTF encodings, where only half of a surrogate
+/// pair can be at fault, it becomes U+FFFD. Text that arrives in pieces goes through a TDecoder or TEncoder.
+///
+/// Leans on ICU's converters. Threads: a TEncoding may be used on any number of threads at once; a TDecoder
+/// or TEncoder serves one thread at a time.
+namespace Varnholt {
+
+/// One encoding. There is one object for each encoding; it lives as long as the process, is handed around by
+/// reference, and is compared by address.
+class VARNHOLT_EXPORT TEncoding {
+public:
+    TEncoding(const TEncoding&) = delete;
+    TEncoding& operator=(const TEncoding&) = delete;
+
+    /// UTF-8, with the preamble EF BB BF.
+    [[nodiscard]] static const TEncoding& Utf8() noexcept;
+    /// UTF-16 with the low byte first, with the preamble FF FE.
+    [[nodiscard]] static const TEncoding& Utf16LE() noexcept;
+    /// UTF-16 with the high byte first, with the preamble FE FF.
+    [[nodiscard]] static const TEncoding& Utf16BE() noexcept;
+    /// 7-bit ASCII. A byte above 127 is no text.
+    [[nodiscard]] static const TEncoding& Ascii() noexcept;
+
+    /// The platform's 8-bit encoding: windows-1252 until SetDefault names another. In windows-1252 the five
+    /// bytes without a character (81, 8D, 8F, 90, 9D) stand for the control codes of the same number.
+    [[nodiscard]] static const TEncoding& Default() noexcept;
+
+    /// Settles what Default gives, once for the process: call it before anything is read or written. Naming
+    /// the same encoding again does nothing; another one raises EInvalidOperation
+    /// ("Default encoding is already set to %s"). An unknown name raises as in ForName.
+    static void SetDefault(StringView name);
+
+    /// The encoding of a registered name or alias ("utf-8", "windows-1250", "latin1"), without regard to
+    /// case. "utf-16" and "utf-32" are the forms with the low byte first. An unknown name raises
+    /// EEncodingError (`No encoding is named "%s"`).
+    [[nodiscard]] static const TEncoding& ForName(StringView name);
+
+    /// The encoding whose preamble stands at the start of the bytes (UTF-8 or UTF-16), or a null pointer.
+    [[nodiscard]] static const TEncoding* DetectByPreamble(std::string_view bytes) noexcept;
+
+    /// The name that ForName takes back.
+    [[nodiscard]] String GetName() const;
+    /// The bytes that mark a file as written in this encoding; empty where there is no such mark.
+    [[nodiscard]] std::string_view GetPreamble() const noexcept { return FPreamble; }
+
+    /// The text in this encoding, without a preamble.
+    [[nodiscard]] std::string GetBytes(StringView text) const;
+    /// The text of the bytes. A preamble is not taken off: it comes out as U+FEFF.
+    [[nodiscard]] String GetString(std::string_view bytes) const;
+
+private:
+    friend class TDecoder;
+    friend class TEncoder;
+    struct TNamed;
+
+    constexpr TEncoding(const char* name, std::string_view preamble) noexcept
+        : FName(name), FPreamble(preamble) {}
+    static const TEncoding& Windows1252() noexcept;
+
+    const char* FName;
+    std::string_view FPreamble;
+};
+
+/// Decodes bytes that arrive in pieces; a character may be cut at the end of a piece.
+///
+///     TDecoder decoder(TEncoding::Utf8());
+///     decoder.Decode("Z\xC3", false, text);
+///     decoder.Decode("\xBCrich", true, text);
+class VARNHOLT_EXPORT TDecoder {
+public:
+    explicit TDecoder(const TEncoding& encoding);
+    ~TDecoder();
+    TDecoder(const TDecoder&) = delete;
+    TDecoder& operator=(const TDecoder&) = delete;
+
+    /// Appends the text of the bytes. With `last`, a character that is still incomplete becomes U+FFFD, and
+    /// the decoder is ready for a new text.
+    void Decode(std::string_view bytes, bool last, String& text);
+
+private:
+    struct TState;
+    std::unique_ptr<TState> FState;
+};
+
+/// Encodes text that arrives in pieces; a surrogate pair may be cut at the end of a piece.
+class VARNHOLT_EXPORT TEncoder {
+public:
+    explicit TEncoder(const TEncoding& encoding);
+    ~TEncoder();
+    TEncoder(const TEncoder&) = delete;
+    TEncoder& operator=(const TEncoder&) = delete;
+
+    /// Appends the bytes of the text. With `last`, a high surrogate that still waits for its partner is
+    /// replaced, and the encoder is ready for a new text.
+    void Encode(StringView text, bool last, std::string& bytes);
+
+private:
+    struct TState;
+    std::unique_ptr<TState> FState;
+};
+
+}  // namespace Varnholt

@@ -1,0 +1,155 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Types.h"
+
+/// Streams of bytes: files and memory behind one interface.
+///
+///     TFileStream file(u"C:\\data\\rain.vrn", fmCreate);
+///     file.WriteBuffer(BytesOf("rain"));
+///     file.Close();                       // raises if the system could not keep the bytes
+///
+/// Positions count bytes from 0 and have 64 bits. Every failure raises an exception; that of a file names the
+/// path as it was given and the system's reason, as in
+/// `Cannot open file "C:\x\y.csv": No such file or directory`.
+///
+/// Leans on Paths.h. Threads: a stream serves one thread at a time.
+namespace Varnholt {
+
+/// What an offset counts from.
+enum TSeekOrigin : std::uint8_t { soBeginning, soCurrent, soEnd };
+
+/// How a file is opened.
+enum TFileMode : std::uint8_t {
+    fmCreate,         ///< for reading and writing; created, or emptied if it exists
+    fmRewrite,        ///< as fmCreate, for writing only: fits pipes and devices as well
+    fmAppend,         ///< for writing only; created if missing, and every write goes to its end
+    fmOpenRead,       ///< the file must exist in this mode and the following
+    fmOpenWrite,      ///< keeps what the file holds
+    fmOpenReadWrite,  ///< keeps what the file holds
+};
+
+/// The bytes of a text, to be written.
+[[nodiscard]] inline std::span<const std::byte> BytesOf(std::string_view text) noexcept {
+    return std::as_bytes(std::span(text));
+}
+
+/// The bytes of a text, to be read into.
+[[nodiscard]] inline std::span<std::byte> WritableBytesOf(std::string& text) noexcept {
+    return std::as_writable_bytes(std::span(text));
+}
+
+/// The system's reason for an error number (`errno`), in English whatever the locale.
+[[nodiscard]] VARNHOLT_EXPORT String SystemReason(int errorNumber);
+
+/// Base of the streams.
+class VARNHOLT_EXPORT TStream {
+public:
+    virtual ~TStream();
+    TStream(const TStream&) = delete;
+    TStream& operator=(const TStream&) = delete;
+
+    /// Reads up to the size of the buffer and moves on. Returns the number of bytes read; 0 at the end.
+    /// Raises EReadError.
+    virtual std::size_t Read(std::span<std::byte> buffer) = 0;
+    /// Writes all bytes and moves on. Returns their number. Raises EWriteError.
+    virtual std::size_t Write(std::span<const std::byte> bytes) = 0;
+    /// Moves to a position, which may lie behind the end, and returns it. Raises EStreamError for a position
+    /// before the start, and for a stream (a pipe) that has no positions.
+    virtual std::int64_t Seek(std::int64_t offset, TSeekOrigin origin) = 0;
+    [[nodiscard]] virtual std::int64_t GetPosition() const = 0;
+    [[nodiscard]] virtual std::int64_t GetSize() const = 0;
+    /// Cuts the stream or fills it up with zeros. A position behind the new end moves to the end. Raises
+    /// EStreamError or EWriteError.
+    virtual void SetSize(std::int64_t size) = 0;
+
+    /// The same as Seek from the beginning.
+    void SetPosition(std::int64_t position) { Seek(position, soBeginning); }
+
+    /// Fills the whole buffer, or raises EReadError where the stream ends before.
+    void ReadBuffer(std::span<std::byte> buffer);
+    /// Writes all bytes, or raises EWriteError.
+    void WriteBuffer(std::span<const std::byte> bytes);
+
+    /// Copies exactly `count` bytes, from the source's position to this stream's. Raises EReadError where the
+    /// source ends before, after having copied what there was; EArgumentException for a negative count or
+    /// for a copy onto itself.
+    void CopyFrom(TStream& source, std::int64_t count);
+    /// Copies from the source's position up to its end. Returns the number of bytes. Raises as CopyFrom.
+    std::int64_t CopyRestFrom(TStream& source);
+
+protected:
+    TStream() = default;
+    /// The message for a stream that ends before a read is satisfied.
+    [[nodiscard]] virtual String UnexpectedEndMessage() const;
+
+private:
+    std::int64_t CopyUpTo(TStream& source, std::int64_t count);
+};
+
+/// A stream in memory of up to 1 TiB. Writing behind the end fills the gap with zeros.
+class VARNHOLT_EXPORT TMemoryStream : public TStream {
+public:
+    TMemoryStream() = default;
+    /// A stream that holds a copy of the bytes, positioned at their start.
+    explicit TMemoryStream(std::span<const std::byte> bytes);
+
+    std::size_t Read(std::span<std::byte> buffer) override;
+    std::size_t Write(std::span<const std::byte> bytes) override;
+    std::int64_t Seek(std::int64_t offset, TSeekOrigin origin) override;
+    [[nodiscard]] std::int64_t GetPosition() const override { return FPosition; }
+    [[nodiscard]] std::int64_t GetSize() const override { return static_cast<std::int64_t>(FBytes.size()); }
+    void SetSize(std::int64_t size) override;
+
+    /// All bytes, whatever the position. Valid until the stream is changed.
+    [[nodiscard]] std::span<const std::byte> GetBytes() const noexcept { return FBytes; }
+    void Clear() noexcept;
+
+private:
+    std::vector<std::byte> FBytes;
+    std::int64_t FPosition = 0;
+};
+
+/// A file, unbuffered: each read or write is one call of the system.
+class VARNHOLT_EXPORT TFileStream : public TStream {
+public:
+    /// Opens the file. Raises EFCreateError (`Cannot create file "%s": %s`) in the modes fmCreate and
+    /// fmRewrite, otherwise EFOpenError (`Cannot open file "%s": %s`); a folder is no file.
+    TFileStream(StringView path, TFileMode mode);
+    /// Closes the file if it is open, and can not report a failure: call Close before.
+    ~TFileStream() override;
+
+    std::size_t Read(std::span<std::byte> buffer) override;
+    std::size_t Write(std::span<const std::byte> bytes) override;
+    std::int64_t Seek(std::int64_t offset, TSeekOrigin origin) override;
+    [[nodiscard]] std::int64_t GetPosition() const override;
+    [[nodiscard]] std::int64_t GetSize() const override;
+    void SetSize(std::int64_t size) override;
+
+    /// The path as it was given.
+    [[nodiscard]] const String& GetFileName() const noexcept { return FFileName; }
+
+    /// Waits until the bytes lie on the disk. Raises EWriteError.
+    void Flush();
+    /// Closes the file; nothing happens if it is closed. Raises EWriteError. Any further use of the stream
+    /// raises EStreamError.
+    void Close();
+
+protected:
+    [[nodiscard]] String UnexpectedEndMessage() const override;
+
+private:
+    [[nodiscard]] int Handle() const;
+
+    String FFileName;
+    int FHandle = -1;
+};
+
+}  // namespace Varnholt

@@ -1,0 +1,116 @@
+#include "Platform/Runtime/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Varnholt {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(PathsTest, TextIsCut) {
+    struct TCase {
+        StringView path, folder, name, extension, withZ, included, excluded;
+    };
+    const TCase cases[] = {
+        {u"C:\\a\\x.csv", u"C:\\a\\", u"x.csv", u".csv", u"C:\\a\\x.z", u"C:\\a\\x.csv\\", u"C:\\a\\x.csv"},
+        {u"C:\\a.b\\x", u"C:\\a.b\\", u"x", u"", u"C:\\a.b\\x.z", u"C:\\a.b\\x\\", u"C:\\a.b\\x"},
+        {u"C:x.t", u"C:", u"x.t", u".t", u"C:x.z", u"C:x.t\\", u"C:x.t"},
+        {u"C:\\", u"C:\\", u"", u"", u"C:\\.z", u"C:\\", u"C:"},
+        {u"a/b\\c.d.e", u"a/b\\", u"c.d.e", u".e", u"a/b\\c.d.z", u"a/b\\c.d.e\\", u"a/b\\c.d.e"},
+        {u"a/", u"a/", u"", u"", u"a/.z", u"a/", u"a"},
+        {u"/a/b\\c.t", u"/a/", u"b\\c.t", u".t", u"/a/b\\c.z", u"/a/b\\c.t/", u"/a/b\\c.t"},
+        {u"/a\\", u"/", u"a\\", u"", u"/a\\.z", u"/a\\/", u"/a\\"},
+        {u".profile", u"", u".profile", u".profile", u".z", u".profile\\", u".profile"},
+        {u"ab:c", u"", u"ab:c", u"", u"ab:c.z", u"ab:c\\", u"ab:c"},
+        {u"", u"", u"", u"", u".z", u"\\", u""},
+    };
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(ToUtf8(c.path));
+        EXPECT_EQ(ExtractFilePath(c.path), c.folder);
+        EXPECT_EQ(ExtractFileName(c.path), c.name);
+        EXPECT_EQ(ExtractFileExt(c.path), c.extension);
+        EXPECT_EQ(ChangeFileExt(c.path, u".z"), c.withZ);
+        EXPECT_EQ(IncludeTrailingPathDelimiter(c.path), c.included);
+        EXPECT_EQ(ExcludeTrailingPathDelimiter(c.path), c.excluded);
+    }
+}
+
+TEST(PathsTest, LibraryPathsBecomeNative) {
+    const TDriveTableScope scope;
+    SetDrive(u'd', "/mnt/data/");
+    const std::pair<StringView, std::string_view> cases[] = {
+        {u"C:\\home\\ann\\x.csv", "/home/ann/x.csv"},
+        {u"c:/home\\ann", "/home/ann"},
+        {u"C:\\", "/"},
+        {u"C:", "/"},
+        {u"C:x\\y", "/x/y"},
+        {u"\\x", "/x"},
+        {u"D:\\\u00FC.csv", "/mnt/data/\xC3\xBC.csv"},
+        {u"D:", "/mnt/data"},
+        {u"D:\\", "/mnt/data/"},
+        {u"D:x", "/mnt/data/x"},
+        {u"a\\b/..\\c", "a/b/../c"},
+        {u"/tmp/a\\b", "/tmp/a\\b"},
+        {u"", ""},
+    };
+    for (const auto& [path, native] : cases) EXPECT_EQ(ToNativePath(path), native) << ToUtf8(path);
+
+    const std::pair<StringView, StringView> rejected[] = {
+        {u"Q:\\x.csv", u"Cannot use path \"Q:\\x.csv\": Drive Q: is not known"},
+        {u"\\\\server\\x", u"Cannot use path \"\\\\server\\x\": Network paths are not supported"},
+        {u"C:\\a\0b"sv, u"Cannot use path \"C:\\a\0b\": It holds a zero character"sv},
+        {u"/a\0"sv, u"Cannot use path \"/a\0\": It holds a zero character"sv},
+    };
+    for (const auto& [path, message] : rejected) {
+        try {
+            ADD_FAILURE() << ToUtf8(path) << " gave " << ToNativePath(path);
+        } catch (const EInOutError& failure) {
+            EXPECT_EQ(failure.GetMessage(), message);
+        }
+    }
+}
+
+TEST(PathsTest, NativePathsBecomeLibraryPathsAndLeadBack) {
+    const TDriveTableScope scope;
+    SetDrive(u'D', "/mnt/data");
+    SetDrive(u'E', "/mnt/data/deep");
+    const std::pair<std::string_view, StringView> cases[] = {
+        {"/home/ann/x.csv", u"C:\\home\\ann\\x.csv"},
+        {"/", u"C:\\"},
+        {"/mnt/data", u"D:\\"},
+        {"/mnt/data/x", u"D:\\x"},
+        {"/mnt/database", u"C:\\mnt\\database"},
+        {"/mnt/data/deep/x", u"E:\\x"},
+        {"a/b", u"a\\b"},
+        {"/tmp/a\\b", u"/tmp/a\\b"},
+    };
+    for (const auto& [native, path] : cases) {
+        EXPECT_EQ(FromNativePath(native), path);
+        EXPECT_TRUE(std::filesystem::path(ToNativePath(path)) / "" == std::filesystem::path(native) / "")
+            << native;
+    }
+    RemoveDrive(u'C');
+    EXPECT_EQ(FromNativePath("/home/x"), u"/home/x");
+    const std::string folder = std::filesystem::current_path().native();
+    for (const char* odd : {"a\\b", "D:x"}) EXPECT_EQ(ToNativePath(FromNativePath(odd)), folder + "/" + odd);
+}
+
+TEST(PathsTest, DrivesComeBackAtTheEndOfTheScope) {
+    {
+        const TDriveTableScope scope;
+        SetDrive(u'C', "/tmp");
+        SetDrive(u'D', "/");
+        EXPECT_EQ(ToNativePath(u"C:\\x"), "/tmp/x");
+        EXPECT_EQ(ToNativePath(u"\\x"), "/tmp/x");
+    }
+    EXPECT_EQ(ToNativePath(u"C:\\x"), "/x");
+    EXPECT_THROW(static_cast<void>(ToNativePath(u"D:\\x")), EInOutError);
+    EXPECT_THROW(SetDrive(u'D', "relative"), EArgumentException);
+    EXPECT_THROW(SetDrive(u'1', "/tmp"), EArgumentException);
+    EXPECT_THROW(SetDrive(u'\u00C4', "/tmp"), EArgumentException);
+}
+
+}  // namespace
+}  // namespace Varnholt
