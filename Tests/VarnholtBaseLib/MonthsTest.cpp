@@ -1,0 +1,54 @@
+#include "VarnholtBaseLib/Months.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstddef>
+#include <limits>
+#include <string>
+
+#include "Platform/Runtime/Exceptions.h"
+
+namespace Varnholt {
+namespace {
+
+static_assert(sizeof(TMonth) == 1 && sizeof(TDateType) == 4);
+static_assert(offsetof(TDateType, Day) == 0 && offsetof(TDateType, Month) == 1 &&
+              offsetof(TDateType, Year) == 2);
+
+TEST(MonthsTest, TablesFollowTheCalendarOfACommonYear) {
+    using namespace std::chrono;
+    const sys_days newYear = 2023y / January / 1;
+    for (const TMonth month : kMonths) {
+        const year_month there = 2023y / std::chrono::month(month);
+        EXPECT_EQ(MonthLength[month], static_cast<int>(unsigned{(there / last).day()})) << int{month};
+        EXPECT_EQ(MonthAccLength[month], (sys_days(there / 1) - newYear).count()) << int{month};
+    }
+}
+
+TEST(MonthsTest, RefusesNumbersThatAreNoMonth) {
+    TMonthSet set;
+    for (const std::int64_t number : {std::int64_t{0}, std::int64_t{13}, std::int64_t{-1}, std::int64_t{257},
+                                      std::numeric_limits<std::int64_t>::min()}) {
+        SCOPED_TRACE(number);
+        try {
+            (void)ToMonth(number);
+            ADD_FAILURE() << "accepted";
+        } catch (const ERangeError& error) {
+            EXPECT_EQ(error.what(), "Month out of range (" + std::to_string(number) + ")");
+        }
+        EXPECT_THROW((void)MonthLength[number], ERangeError);
+        EXPECT_THROW(set[number] = true, ERangeError);
+    }
+    EXPECT_THROW((void)MonthSetOf({moMay, static_cast<TMonth>(13)}), ERangeError);
+    EXPECT_EQ(set, TMonthSet());
+}
+
+TEST(MonthsTest, ASetHoldsTheMonthsNamed) {
+    const TMonthSet winter = MonthSetOf({moDecember, moJanuary, moFebruary});
+    EXPECT_EQ(winter,
+              TMonthSet({true, true, false, false, false, false, false, false, false, false, false, true}));
+}
+
+}  // namespace
+}  // namespace Varnholt

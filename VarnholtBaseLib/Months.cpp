@@ -1,0 +1,17 @@
+#include "VarnholtBaseLib/Months.h"
+
+#include "Platform/Runtime/Exceptions.h"
+
+namespace Varnholt {
+
+void RaiseMonthOutOfRange(std::int64_t month) {
+    throw ERangeError(u"Month out of range (" + FromUtf8(std::to_string(month)) + u")");
+}
+
+TMonthSet MonthSetOf(std::initializer_list<TMonth> months) {
+    TMonthSet set;
+    for (const TMonth month : months) set[month] = true;
+    return set;
+}
+
+}  // namespace Varnholt
