@@ -277,12 +277,11 @@ std::partial_ordering Variant::Compare(const Variant& a, const Variant& b) noexc
     const double* x = std::get_if<double>(&a.FValue);
     const double* y = std::get_if<double>(&b.FValue);
     if (x != nullptr && y != nullptr) return *x <=> *y;
+    if (a.IsText() && b.IsText()) return a.GetTextView() <=> b.GetTextView();
     if (TRules::IsNaN(a) || TRules::IsNaN(b)) return std::partial_ordering::unordered;
     const TRules::TRank rankA = TRules::RankOf(a);
     const TRules::TRank rankB = TRules::RankOf(b);
-    if (rankA != rankB) return rankA <=> rankB;
-    if (rankA == TRules::TRank::Text) return a.GetTextView() <=> b.GetTextView();
-    return TRules::OrderNumbers(a, b);
+    return rankA != rankB ? rankA <=> rankB : TRules::OrderNumbers(a, b);
 }
 
 Variant Variant::Add(const Variant& a, const Variant& b) {

@@ -1,0 +1,162 @@
+#include "VarnholtBaseLib/CsvReader.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Platform/Runtime/Encoding.h"
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/TextStreams.h"
+
+namespace Varnholt {
+namespace {
+
+constexpr std::size_t kBufferSize = 32768;
+constexpr Char kQuote = u'"';
+constexpr Char kByteOrderMark = u'\xFEFF';
+
+bool IsLineEnd(Char c) {
+    return c == u'\n' || c == u'\r';
+}
+
+}  // namespace
+
+TCSVRowReader::TCSVRowReader(TStreamReader& text, Char separator)
+    : TCSVRowReader([&text](std::span<Char> chunk) { return text.Read(chunk); }, separator) {}
+
+TCSVRowReader::TCSVRowReader(TSource source, Char separator)
+    : FSource(std::move(source)), FSeparator(separator), FBuffer(kBufferSize) {
+    if (separator == kQuote || IsLineEnd(separator)) {
+        throw EArgumentException(u"A quote or line end cannot separate columns");
+    }
+}
+
+/// Fetches the next characters once all those in the buffer are used.
+bool TCSVRowReader::Refill() {
+    FPosition = 0;
+    FFilled = 0;  // stays so if the source raises
+    FFilled = std::min(FSource(FBuffer), FBuffer.size());
+    const bool atStart = std::exchange(FAtStart, false);
+    if (!atStart || FFilled == 0 || FBuffer[0] != kByteOrderMark) return FFilled > 0;
+    FPosition = 1;
+    return HasMore();
+}
+
+/// Appends what comes before the next stop character, which is then the next one. False at the end of the
+/// text.
+template <typename TStop>
+bool TCSVRowReader::AppendUntil(TStop isStop, String& field) {
+    while (HasMore()) {
+        const Char* from = FBuffer.data() + FPosition;
+        const Char* end = FBuffer.data() + FFilled;
+        const Char* stop = std::find_if(from, end, isStop);
+        field.append(from, static_cast<std::size_t>(stop - from));
+        FPosition += static_cast<std::size_t>(stop - from);
+        if (stop != end) return true;
+    }
+    return false;
+}
+
+/// Goes behind the line end that comes next, and gives it.
+StringView TCSVRowReader::TakeLineEnd() {
+    ++FLine;
+    if (FBuffer[FPosition++] == u'\n') return u"\n";
+    if (!NextIs(u'\n')) return u"\r";
+    ++FPosition;
+    return u"\r\n";
+}
+
+/// False if only line ends are left.
+bool TCSVRowReader::SkipEmptyLines() {
+    while (HasMore()) {
+        if (!IsLineEnd(FBuffer[FPosition])) return true;
+        TakeLineEnd();
+    }
+    return false;
+}
+
+/// Reads on behind an opening quote to behind the closing one.
+void TCSVRowReader::ReadQuoted(String& field) {
+    const std::int64_t openedIn = FLine;
+    while (AppendUntil([](Char c) { return c == kQuote || IsLineEnd(c); }, field)) {
+        if (FBuffer[FPosition] != kQuote) {
+            field += TakeLineEnd();
+            continue;
+        }
+        ++FPosition;
+        if (!NextIs(kQuote)) return;
+        field += kQuote;
+        ++FPosition;
+    }
+    throw EConvertError(u"The quote opened in line " + FromUtf8(std::to_string(openedIn)) +
+                        u" is never closed");
+}
+
+/// Reads a field with the separator or line end behind it. True if a separator promises a further field.
+bool TCSVRowReader::ReadField(String& field) {
+    if (NextIs(kQuote)) {
+        ++FPosition;
+        ReadQuoted(field);
+    }
+    const Char separator = FSeparator;
+    if (!AppendUntil([separator](Char c) { return c == separator || IsLineEnd(c); }, field)) return false;
+    if (FBuffer[FPosition] != separator) {
+        TakeLineEnd();
+        return false;
+    }
+    ++FPosition;
+    return true;
+}
+
+bool TCSVRowReader::ReadRow(std::vector<String>& row) {
+    std::size_t count = 0;
+    if (SkipEmptyLines()) {
+        FRowLine = FLine;
+        bool more = true;
+        while (more) {
+            if (count == row.size()) row.emplace_back();
+            row[count].clear();
+            more = ReadField(row[count]);
+            ++count;
+        }
+    }
+    row.resize(count);
+    return count > 0;
+}
+
+TCSVReader TCSVReader::FromFile(StringView path, Char separator) {
+    TStreamReader text(path, TEncoding::Utf8(), true);
+    TCSVRowReader reader(text, separator);
+    TCSVReader table;
+    std::vector<String> row;
+    try {
+        while (reader.ReadRow(row)) table.FRows.emplace_back(std::span<const String>(row));
+    } catch (const EConvertError& error) {
+        throw EConvertError(String(path) + u": " + error.GetMessage());
+    }
+    return table;
+}
+
+void TCSVReader::GetColumnIndexes(const TStringArray& names, TIntegerArray& indexes) const {
+    const TStringArray header = FRows.empty() ? TStringArray() : FRows.front();
+    std::vector<std::int32_t> found;
+    for (const String& name : names) {
+        const String* column = std::find(header.begin(), header.end(), name);
+        if (column == header.end()) throw EArgumentException(u"Column \"" + name + u"\" not found");
+        found.push_back(static_cast<std::int32_t>(column - header.begin()));
+    }
+    indexes = TIntegerArray(std::move(found));
+}
+
+String CsvField(StringView text, Char separator) {
+    const Char special[] = {separator, kQuote, u'\r', u'\n'};
+    if (text.find_first_of(StringView(special, std::size(special))) == StringView::npos) return String(text);
+    String field(1, kQuote);
+    for (const Char c : text) {
+        if (c == kQuote) field += kQuote;
+        field += c;
+    }
+    field += kQuote;
+    return field;
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "VarnholtBaseLib/Arrays.h"
+
+/// Tables of text with a separator between the columns: CSV files as RFC 4180 describes them.
+///
+///     TCSVReader table = TCSVReader::FromFile(u"C:\\data\\stations.csv", u',');
+///     TIntegerArray columns;
+///     table.GetColumnIndexes({u"NAME", u"LON"}, columns);
+///     String firstName = table.GetRows().at(1)[columns[0]];
+///
+/// and for a file that need not stay in memory, row by row:
+///
+///     TStreamReader file(path, TEncoding::Utf8(), true);
+///     TCSVRowReader reader(file);
+///     std::vector<String> row;
+///     while (reader.ReadRow(row)) Use(row, reader.GetLineNumber());
+///
+/// What is read: lines end with CR LF, LF or CR. A field that begins with a quote reaches to its closing
+/// quote, over line ends and separators, and a doubled quote in it stands for one; text between the closing
+/// quote and the next separator is appended as it is. A quote elsewhere is an ordinary character. Blanks
+/// belong to the field. Rows keep the number of fields that they have. A line with nothing in it is skipped.
+/// A byte-order mark at the start is no part of the table.
+///
+/// Leans on Platform/Runtime/TextStreams.h.
+///
+/// Threads: a reader serves one thread at a time.
+namespace Varnholt {
+
+class TStreamReader;
+
+/// Reads a table row by row, in memory that does not grow with the table.
+class VARNHOLT_EXPORT TCSVRowReader {
+public:
+    /// Fills the span with the next characters of a text and tells how many they are; 0 at the end.
+    using TSource = std::function<std::size_t(std::span<Char>)>;
+
+    /// Reads from where the stream reader stands; it has to outlive this reader. A quote, CR or LF as
+    /// separator raises EArgumentException "A quote or line end cannot separate columns".
+    explicit TCSVRowReader(TStreamReader& text, Char separator = u',');
+    explicit TCSVRowReader(TSource source, Char separator = u',');
+
+    /// Reads the next row into row, whose strings are used again; false at the end of the text, with row
+    /// empty. A quoted field without its closing quote raises EConvertError "The quote opened in line LINE is
+    /// never closed"; row is then not to be used, and the text is at its end. Errors of the source pass
+    /// through.
+    bool ReadRow(std::vector<String>& row);
+
+    /// The line, from 1, in which the row read last began. 0 before the first row.
+    [[nodiscard]] std::int64_t GetLineNumber() const noexcept { return FRowLine; }
+
+private:
+    bool Refill();
+    bool HasMore() { return FPosition < FFilled || Refill(); }
+    bool NextIs(Char c) { return HasMore() && FBuffer[FPosition] == c; }
+    template <typename TStop>
+    bool AppendUntil(TStop isStop, String& field);
+    bool SkipEmptyLines();
+    bool ReadField(String& field);
+    void ReadQuoted(String& field);
+    StringView TakeLineEnd();
+
+    TSource FSource;
+    Char FSeparator;
+    std::vector<Char> FBuffer;
+    std::size_t FPosition = 0;  // of the next character in FBuffer
+    std::size_t FFilled = 0;    // characters in FBuffer
+    bool FAtStart = true;
+    std::int64_t FLine = 1;
+    std::int64_t FRowLine = 0;
+};
+
+/// A whole table in memory, with its header row first.
+class VARNHOLT_EXPORT TCSVReader {
+public:
+    /// Reads a file in UTF-8, or in UTF-16 with a byte-order mark. Raises what opening and reading the
+    /// file raises, EArgumentException for the separator as TCSVRowReader does, and for a quote that is never
+    /// closed EConvertError "PATH: The quote opened in line LINE is never closed".
+    [[nodiscard]] static TCSVReader FromFile(StringView path, Char separator);
+
+    /// All rows in the order of the file; row 0 is the header. Empty for an empty file.
+    [[nodiscard]] const std::vector<TStringArray>& GetRows() const noexcept { return FRows; }
+
+    /// The 0-based position in the header of each name, in the order of the names. Names compare exactly, and
+    /// of equal columns the first counts. A name that the header does not hold raises EArgumentException
+    /// "Column "NAME" not found", and then indexes keeps what it had.
+    void GetColumnIndexes(const TStringArray& names, TIntegerArray& indexes) const;
+
+private:
+    TCSVReader() = default;
+
+    std::vector<TStringArray> FRows;
+};
+
+/// The text as one field of a row: in quotes, with its quotes doubled, where it holds the separator, a quote
+/// or a line end; as it is elsewhere. A row of one empty field alone needs two quotes from its writer, for an
+/// empty line is skipped.
+[[nodiscard]] VARNHOLT_EXPORT String CsvField(StringView text, Char separator = u',');
+
+}  // namespace Varnholt
