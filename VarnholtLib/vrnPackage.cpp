@@ -1,0 +1,110 @@
+#include "VarnholtLib/vrnPackage.h"
+
+#include "VarnholtLib/LoadTable.h"
+
+namespace Varnholt {
+namespace {
+
+/// All modules, in the order in which they initialise, with their work at load and at unload.
+constexpr std::array kModules = {
+    TModule{u"vrnXml", {}},
+    TModule{u"vrnStatistics", {}},
+    TModule{u"vrnComplex", {}},
+    TModule{u"vrnClimatePhysics", {}},
+    TModule{u"vrnFavAdd", {}},
+    TModule{u"vrnFavOrg", {}},
+    TModule{u"vrnMath", {}},
+    TModule{u"vrnRegression", {}},
+    TModule{u"vrnWindowSwitchHelper", {}},
+    TModule{u"vrnStringParse", {}},
+    TModule{u"vrnRez", {}},
+    TModule{u"vrnHttpRequest", {}},
+    TModule{u"vrnIndyHttpRequest", {}},
+    TModule{u"vrnRandomBytesIntf", {}},
+    TModule{u"vrnSystemRandomBytes", {}},
+    TModule{u"vrnRandomBytesFactory", {}},
+    TModule{u"vrnRegistryUtils", {}},
+    TModule{u"vrnFileTypeAssociation", {}},
+    TModule{u"vrnSystemInfo", {}},
+    TModule{u"vrnTrendline", {}},
+    TModule{u"vrnNumberGrid", {}},
+    TModule{u"vrnControlEnumerator", {}},
+    TModule{u"vrnPageControlManager", {}},
+    TModule{u"vrnMonthlyData", {}},
+    TModule{u"vrnKeyboard", {}},
+    TModule{u"vrnColorDistributor", {}},
+    TModule{u"vrnSemicolonValueReader", {}},
+    TModule{u"vrnCommonUIBookmarkValueAdapters", {}},
+    TModule{u"vrnUIBookmark", {}},
+    TModule{u"vrnUIBookmarkXMLDb", {}},
+    TModule{u"vrnDateTime", {}},
+    TModule{u"vrnRangeParser", {}},
+    TModule{u"vrnListViewHelper", {}},
+    TModule{u"vrnCompress", {}},
+    TModule{u"vrnConfig", {}},
+    TModule{u"vrnDateUtils", {}},
+    TModule{u"vrnBrowseFolderDialog", {}},
+    TModule{u"vrnBrowseFileDialogs", {}},
+    TModule{u"vrnFavourites", {}},
+    TModule{u"vrnGraphicPrims", {}},
+    TModule{u"vrnGraphics", {}},
+    TModule{u"vrnGrid", {}},
+    TModule{u"vrnTextFileParser", {}},
+    TModule{u"vrnPathArray", {}},
+    TModule{u"vrnPathBreadcrumb", {}},
+    TModule{u"vrnPathElements", {}},
+    TModule{u"vrnScrollBarAssist", {}},
+    TModule{u"vrnSmartArray", {}},
+    TModule{u"vrnTableData", {}},
+    TModule{u"vrnStringGridInfo", {}},
+    TModule{u"vrnTextFile", {}},
+    TModule{u"vrnIO", {}},
+    TModule{u"vrnUACHelper", {}},
+    TModule{u"vrnFileIO", {}},
+    TModule{u"vrnVersionNumber", {}},
+    TModule{u"vrnWindows", {}},
+    TModule{u"vrnClipboardEnvelope", {}},
+    TModule{u"vrnEscape", {}},
+    TModule{u"vrnLog", {}},
+    TModule{u"vrnLogCleaner", {}},
+    TModule{u"vrnMessageBox", {}},
+    TModule{u"vrnAppExceptionHandler", {}},
+    TModule{u"vrnExceptions", {}},
+    TModule{u"vrnDoubleArrayUtils", {}},
+    TModule{u"vrnString", {}},
+    TModule{u"vrnWindowUtils", {}},
+    TModule{u"vrnSpecialFolders", {}},
+    TModule{u"vrnProxy", {}},
+    TModule{u"vrnSimpleHttpRequest", {}},
+    TModule{u"vrnCommandableForm", {}},
+    TModule{u"vrnCommonDialogFilters", {}},
+    TModule{u"vrnControlStringConversion", {}},
+    TModule{u"vrnZipUtils", {}},
+    TModule{u"vrnNotifyEventList", {}},
+    TModule{u"vrnNamedPoint", {}},
+    TModule{u"vrnMenuHelpers", {}},
+    TModule{u"vrnCurveFit", {}},
+    TModule{u"vrnScaledImageListCollection", {}},
+    TModule{u"vrnHiDpi", {}},
+    TModule{u"vrnDebugUtils", {}},
+    TModule{u"vrnWaitCursor", {}},
+};
+
+}  // namespace
+
+template class TLoadTable<kModules>;
+
+TPackageInfoTable GetPackageInfoTable() noexcept {
+    const std::span<const TPackageInfoRow> rows = TLoadTable<kModules>::GetRows();
+    return {static_cast<std::int32_t>(rows.size()), rows};
+}
+
+void Initialize() noexcept {
+    TLoadTable<kModules>::Initialize();
+}
+
+void Finalize() noexcept {
+    TLoadTable<kModules>::Finalize();
+}
+
+}  // namespace Varnholt
