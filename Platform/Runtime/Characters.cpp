@@ -39,44 +39,44 @@ String MapCase(StringView text, TCaseMapping mapping) {
 
 }  // namespace
 
-bool IsLetter(char32_t character) {
+bool IsUnicodeLetter(char32_t character) {
     return u_isalpha(CodePoint(character)) != 0;
 }
 
-bool IsDigit(char32_t character) {
+bool IsUnicodeDigit(char32_t character) {
     return u_isdigit(CodePoint(character)) != 0;
 }
 
-bool IsWhiteSpace(char32_t character) {
+bool IsUnicodeWhiteSpace(char32_t character) {
     return u_isUWhiteSpace(CodePoint(character)) != 0;
 }
 
-bool IsUpper(char32_t character) {
+bool IsUnicodeUpper(char32_t character) {
     return u_isupper(CodePoint(character)) != 0;
 }
 
-bool IsLower(char32_t character) {
+bool IsUnicodeLower(char32_t character) {
     return u_islower(CodePoint(character)) != 0;
 }
 
-bool IsLetter(Char unit) {
-    return IsLetter(char32_t{unit});
+bool IsUnicodeLetter(Char unit) {
+    return IsUnicodeLetter(char32_t{unit});
 }
 
-bool IsDigit(Char unit) {
-    return IsDigit(char32_t{unit});
+bool IsUnicodeDigit(Char unit) {
+    return IsUnicodeDigit(char32_t{unit});
 }
 
-bool IsWhiteSpace(Char unit) {
-    return IsWhiteSpace(char32_t{unit});
+bool IsUnicodeWhiteSpace(Char unit) {
+    return IsUnicodeWhiteSpace(char32_t{unit});
 }
 
-bool IsUpper(Char unit) {
-    return IsUpper(char32_t{unit});
+bool IsUnicodeUpper(Char unit) {
+    return IsUnicodeUpper(char32_t{unit});
 }
 
-bool IsLower(Char unit) {
-    return IsLower(char32_t{unit});
+bool IsUnicodeLower(Char unit) {
+    return IsUnicodeLower(char32_t{unit});
 }
 
 String ToUpper(StringView text) {

@@ -11,32 +11,32 @@
 /// character:
 ///
 ///     for (std::size_t at = 0; at < text.size(); at += CharacterLength(CharacterAt(text, at))) {
-///         if (IsLetter(CharacterAt(text, at))) ++letters;
+///         if (IsUnicodeLetter(CharacterAt(text, at))) ++letters;
 ///     }
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
 /// A letter of any script (general categories Lu, Ll, Lt, Lm and Lo).
-[[nodiscard]] VARNHOLT_EXPORT bool IsLetter(Char unit);
-[[nodiscard]] VARNHOLT_EXPORT bool IsLetter(char32_t character);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeLetter(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeLetter(char32_t character);
 
 /// A decimal digit of any script (general category Nd). Fractions, superscripts and Roman numerals are none.
-[[nodiscard]] VARNHOLT_EXPORT bool IsDigit(Char unit);
-[[nodiscard]] VARNHOLT_EXPORT bool IsDigit(char32_t character);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeDigit(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeDigit(char32_t character);
 
 /// White space (property White_Space): blank, tab, line ends, no-break space, the spaces of U+2000 and so on.
 /// The zero-width space U+200B is none.
-[[nodiscard]] VARNHOLT_EXPORT bool IsWhiteSpace(Char unit);
-[[nodiscard]] VARNHOLT_EXPORT bool IsWhiteSpace(char32_t character);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeWhiteSpace(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeWhiteSpace(char32_t character);
 
 /// An upper-case letter (general category Lu).
-[[nodiscard]] VARNHOLT_EXPORT bool IsUpper(Char unit);
-[[nodiscard]] VARNHOLT_EXPORT bool IsUpper(char32_t character);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeUpper(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeUpper(char32_t character);
 
 /// A lower-case letter (general category Ll).
-[[nodiscard]] VARNHOLT_EXPORT bool IsLower(Char unit);
-[[nodiscard]] VARNHOLT_EXPORT bool IsLower(char32_t character);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeLower(Char unit);
+[[nodiscard]] VARNHOLT_EXPORT bool IsUnicodeLower(char32_t character);
 
 /// The text in upper case by the full mapping of Unicode, whatever the process's locale. The length may
 /// change: U+00DF becomes "SS". A lone surrogate stays as it is. Raises EArgumentException "Text is too long

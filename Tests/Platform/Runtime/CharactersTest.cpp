@@ -11,21 +11,21 @@ namespace {
 // UnicodeData.txt and PropList.txt.
 std::string KindsOf(char32_t character) {
     std::string kinds;
-    if (IsLetter(character)) kinds += 'L';
-    if (IsDigit(character)) kinds += 'D';
-    if (IsWhiteSpace(character)) kinds += 'W';
-    if (IsUpper(character)) kinds += 'U';
-    if (IsLower(character)) kinds += 'l';
+    if (IsUnicodeLetter(character)) kinds += 'L';
+    if (IsUnicodeDigit(character)) kinds += 'D';
+    if (IsUnicodeWhiteSpace(character)) kinds += 'W';
+    if (IsUnicodeUpper(character)) kinds += 'U';
+    if (IsUnicodeLower(character)) kinds += 'l';
     return kinds;
 }
 
 std::string KindsOf(Char unit) {
     std::string kinds;
-    if (IsLetter(unit)) kinds += 'L';
-    if (IsDigit(unit)) kinds += 'D';
-    if (IsWhiteSpace(unit)) kinds += 'W';
-    if (IsUpper(unit)) kinds += 'U';
-    if (IsLower(unit)) kinds += 'l';
+    if (IsUnicodeLetter(unit)) kinds += 'L';
+    if (IsUnicodeDigit(unit)) kinds += 'D';
+    if (IsUnicodeWhiteSpace(unit)) kinds += 'W';
+    if (IsUnicodeUpper(unit)) kinds += 'U';
+    if (IsUnicodeLower(unit)) kinds += 'l';
     return kinds;
 }
 
