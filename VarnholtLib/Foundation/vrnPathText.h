@@ -20,7 +20,7 @@ namespace Varnholt {
 
 /// Appends a backslash unless there is one at the end and returns true, provided that the text begins with
 /// two backslashes or with a letter and ":". Otherwise leaves the text alone and returns false.
-[[nodiscard]] VARNHOLT_EXPORT bool EnsurePathString(String& text);
+VARNHOLT_EXPORT bool EnsurePathString(String& text);
 
 /// Replaces each of the characters :*?"<>| in the file-name part by "_", and with includeSeparators also the
 /// forward slash. The folder part stays as it is, so that a backslash, which ends that part, always stays.
