@@ -1,0 +1,182 @@
+#include "Platform/Runtime/TextStreams.h"
+
+#include <algorithm>
+
+namespace Varnholt {
+namespace {
+
+constexpr std::size_t kPreambleLength = 3;  // of the longest
+constexpr std::size_t kEncodePiece = 1 << 16;
+
+bool IsLineEnd(Char c) {
+    return c == u'\n' || c == u'\r';
+}
+
+}  // namespace
+
+TStreamReader::TStreamReader(StringView path, const TEncoding& encoding, bool detectPreamble,
+                             std::size_t bufferSize)
+    : FOwned(std::make_unique<TFileStream>(path, fmOpenRead)),
+      FStream(FOwned.get()),
+      FEncoding(&encoding),
+      FDetectPreamble(detectPreamble),
+      FBytes(bufferSize, '\0') {
+    if (bufferSize == 0) throw EArgumentException(u"A text reader needs a buffer");
+}
+
+TStreamReader::TStreamReader(TStream& stream, const TEncoding& encoding, bool detectPreamble,
+                             std::size_t bufferSize)
+    : FStream(&stream), FEncoding(&encoding), FDetectPreamble(detectPreamble), FBytes(bufferSize, '\0') {
+    if (bufferSize == 0) throw EArgumentException(u"A text reader needs a buffer");
+}
+
+TStreamReader::~TStreamReader() = default;
+
+/// Reads the first bytes, decides the encoding, and decodes what follows the preamble.
+void TStreamReader::Start() {
+    std::string head(std::max(FBytes.size(), kPreambleLength), '\0');
+    std::size_t used = 0;
+    while (used < kPreambleLength) {
+        const std::size_t wanted = std::min(FBytes.size(), head.size() - used);
+        const std::size_t count = FStream->Read(WritableBytesOf(head).subspan(used, wanted));
+        if (count == 0) break;
+        used += count;
+    }
+    head.resize(used);
+    const TEncoding* detected = FDetectPreamble ? TEncoding::DetectByPreamble(head) : nullptr;
+    if (detected != nullptr) FEncoding = detected;
+    const std::string_view preamble = FEncoding->GetPreamble();
+    const std::size_t skipped = head.starts_with(preamble) ? preamble.size() : 0;
+    FDecoder = std::make_unique<TDecoder>(*FEncoding);
+    FDecoder->Decode(std::string_view(head).substr(skipped), false, FText);
+}
+
+/// Decodes further bytes, once all text has been handed out. False at the end of the text.
+bool TStreamReader::Fill() {
+    FText.clear();
+    FPosition = 0;
+    if (!FDecoder) Start();
+    while (FText.empty() && !FFinished) {
+        const std::size_t count = FStream->Read(WritableBytesOf(FBytes));
+        FFinished = count == 0;
+        FDecoder->Decode(std::string_view(FBytes).substr(0, count), FFinished, FText);
+    }
+    return !FText.empty();
+}
+
+bool TStreamReader::ReadLine(String& line) {
+    line.clear();
+    while (FPosition < FText.size() || Fill()) {
+        const auto rest = StringView(FText).substr(FPosition);
+        const auto end = std::ranges::find_if(rest, IsLineEnd);
+        const std::size_t length = static_cast<std::size_t>(end - rest.begin());
+        line.append(rest.substr(0, length));
+        FPosition += length;
+        if (length == rest.size()) continue;
+        ++FPosition;
+        if (*end == u'\r' && Peek() == u'\n') ++FPosition;
+        return true;
+    }
+    return !line.empty();
+}
+
+String TStreamReader::ReadLine() {
+    String line;
+    ReadLine(line);
+    return line;
+}
+
+String TStreamReader::ReadToEnd() {
+    String text;
+    while (FPosition < FText.size() || Fill()) {
+        text.append(FText, FPosition);
+        FPosition = FText.size();
+    }
+    return text;
+}
+
+std::size_t TStreamReader::Read(std::span<Char> chunk) {
+    std::size_t used = 0;
+    while (used < chunk.size() && (FPosition < FText.size() || Fill())) {
+        const std::size_t count = FText.copy(chunk.data() + used, chunk.size() - used, FPosition);
+        used += count;
+        FPosition += count;
+    }
+    return used;
+}
+
+std::optional<Char> TStreamReader::Peek() {
+    if (FPosition == FText.size() && !Fill()) return std::nullopt;
+    return FText[FPosition];
+}
+
+const TEncoding& TStreamReader::GetEncoding() {
+    if (!FDecoder) Start();
+    return *FEncoding;
+}
+
+TStreamWriter::TStreamWriter(StringView path, const TEncoding& encoding, std::size_t bufferSize, bool append)
+    : FOwned(std::make_unique<TFileStream>(path, append ? fmAppend : fmRewrite)),
+      FStream(FOwned.get()),
+      FEncoding(&encoding),
+      FEncoder(encoding),
+      FBufferSize(bufferSize) {}
+
+TStreamWriter::TStreamWriter(TStream& stream, const TEncoding& encoding, std::size_t bufferSize)
+    : FStream(&stream), FEncoding(&encoding), FEncoder(encoding), FBufferSize(bufferSize) {}
+
+TStreamWriter::~TStreamWriter() {
+    try {
+        Close();
+    } catch (...) {  // a destructor must not raise: who wants to know calls Close
+    }
+}
+
+void TStreamWriter::CheckOpen() const {
+    if (FClosed) throw EInvalidOperation(u"Text writer is closed");
+}
+
+/// Hands the buffer to the stream. It is empty afterwards, also on failure: a part of it may have been
+/// written, and must not be written twice.
+void TStreamWriter::Empty() {
+    std::string bytes;
+    bytes.swap(FBytes);
+    FStream->WriteBuffer(BytesOf(bytes));
+    bytes.clear();
+    FBytes.swap(bytes);  // keeps the memory
+}
+
+void TStreamWriter::Write(StringView text) {
+    CheckOpen();
+    while (!text.empty()) {
+        const StringView piece = text.substr(0, kEncodePiece);
+        FEncoder.Encode(piece, false, FBytes);
+        if (FBytes.size() >= FBufferSize) Empty();
+        text.remove_prefix(piece.size());
+    }
+}
+
+void TStreamWriter::WriteLine(StringView text) {
+    Write(text);
+    Write(FNewLine);
+}
+
+void TStreamWriter::WritePreamble() {
+    CheckOpen();
+    FBytes += FEncoding->GetPreamble();
+}
+
+void TStreamWriter::Flush() {
+    CheckOpen();
+    Empty();
+}
+
+void TStreamWriter::Close() {
+    if (FClosed) return;
+    FClosed = true;
+    FEncoder.Encode({}, true, FBytes);
+    Empty();
+    if (FOwned) FOwned->Close();
+}
+
+}  // namespace Varnholt

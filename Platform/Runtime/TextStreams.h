@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "Platform/Runtime/Encoding.h"
+#include "Platform/Runtime/Streams.h"
+#include "Platform/Runtime/Types.h"
+
+/// Reading and writing text files, line by line or in any pieces.
+///
+///     TStreamReader reader(u"C:\\data\\rain.txt");
+///     for (String line; reader.ReadLine(line);) Use(line);
+///
+///     TStreamWriter writer(u"C:\\data\\out.csv");
+///     writer.WriteLine(u"Year,Rain");
+///     writer.Close();                     // raises if the text did not reach the file
+///
+/// Either opens the file of a path, and then owns it, or works on a stream that stays the caller's and must
+/// outlive it. A file is shared: others may read and write it at the same time.
+///
+/// Leans on Streams.h and Encoding.h. Threads: a reader or writer serves one thread at a time.
+namespace Varnholt {
+
+/// Reads text. The encoding is that of the preamble in front of the text, if there is one, else the one
+/// given. With `detectPreamble` false the encoding is the one given, and only its own preamble is passed
+/// over. Bytes that are no text in the encoding become U+FFFD. All operations may raise EReadError.
+class VARNHOLT_EXPORT TStreamReader {
+public:
+    static constexpr std::size_t kBufferSize = 1 << 16;
+
+    /// Opens the file. Raises EFOpenError. The buffer size counts bytes; 0 raises EArgumentException.
+    explicit TStreamReader(StringView path, const TEncoding& encoding = TEncoding::Utf8(),
+                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize);
+    /// Reads from the stream's position on, and ahead of what it has handed out.
+    explicit TStreamReader(TStream& stream, const TEncoding& encoding = TEncoding::Utf8(),
+                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize);
+    ~TStreamReader();
+    TStreamReader(const TStreamReader&) = delete;
+    TStreamReader& operator=(const TStreamReader&) = delete;
+
+    /// The next line without its line end: CR, LF or CR LF. A last line needs none. False at the end of the
+    /// text, with an empty line. A line that is used again keeps its memory, which makes this the fast form.
+    bool ReadLine(String& line);
+    /// The same; empty at the end of the text, which GetEndOfStream tells from an empty line.
+    String ReadLine();
+    /// All that is left of the text.
+    String ReadToEnd();
+    /// Fills the chunk. Returns the number of code units, fewer only at the end of the text.
+    std::size_t Read(std::span<Char> chunk);
+    /// The next code unit, which stays unread; nothing at the end of the text.
+    [[nodiscard]] std::optional<Char> Peek();
+    /// True if all of the text has been read.
+    [[nodiscard]] bool GetEndOfStream() { return !Peek().has_value(); }
+
+    /// The encoding that the text is read in. Looks at the first bytes.
+    [[nodiscard]] const TEncoding& GetEncoding();
+    /// The stream that is read from.
+    [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }
+
+private:
+    void Start();
+    bool Fill();
+
+    std::unique_ptr<TStream> FOwned;
+    TStream* FStream;
+    const TEncoding* FEncoding;
+    bool FDetectPreamble;
+    std::unique_ptr<TDecoder> FDecoder;  // none before the first bytes are read
+    std::string FBytes;
+    String FText;  // decoded, from FPosition on still to be handed out
+    std::size_t FPosition = 0;
+    bool FFinished = false;
+};
+
+/// Writes text through a buffer. No preamble is written unless WritePreamble is called. Any operation may
+/// raise EWriteError; the text that was in the buffer is lost then, and the writer does not try it again.
+/// After Close every operation but Close raises EInvalidOperation ("Text writer is closed").
+class VARNHOLT_EXPORT TStreamWriter {
+public:
+    static constexpr std::size_t kBufferSize = 4096;
+
+    /// Creates the file, or replaces its content, or with `append` goes on at its end. Raises EFCreateError,
+    /// or EFOpenError with `append`. The buffer size counts bytes.
+    explicit TStreamWriter(StringView path, const TEncoding& encoding = TEncoding::Utf8(),
+                           std::size_t bufferSize = kBufferSize, bool append = false);
+    /// Writes from the stream's position on.
+    explicit TStreamWriter(TStream& stream, const TEncoding& encoding = TEncoding::Utf8(),
+                           std::size_t bufferSize = kBufferSize);
+    /// Writes what is in the buffer, and can not report a failure: call Close before.
+    ~TStreamWriter();
+    TStreamWriter(const TStreamWriter&) = delete;
+    TStreamWriter& operator=(const TStreamWriter&) = delete;
+
+    /// Writes the text as it is.
+    void Write(StringView text);
+    /// Writes the text and a line end.
+    void WriteLine(StringView text = {});
+    /// Writes the encoding's preamble; belongs before any text of a new file.
+    void WritePreamble();
+
+    /// The line end: CR LF at first.
+    [[nodiscard]] const String& GetNewLine() const noexcept { return FNewLine; }
+    void SetNewLine(StringView newLine) { FNewLine = newLine; }
+
+    /// Hands what is in the buffer to the stream. Half of a surrogate pair waits for the other half.
+    void Flush();
+    /// Flushes, and closes a file that the writer opened. Nothing happens if that has been done.
+    void Close();
+
+    [[nodiscard]] const TEncoding& GetEncoding() const noexcept { return *FEncoding; }
+    /// The stream that is written to. Text in the buffer is not there yet.
+    [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }
+
+private:
+    void CheckOpen() const;
+    void Empty();
+
+    std::unique_ptr<TFileStream> FOwned;
+    TStream* FStream;
+    const TEncoding* FEncoding;
+    TEncoder FEncoder;
+    std::size_t FBufferSize;
+    std::string FBytes;
+    String FNewLine = u"\r\n";
+    bool FClosed = false;
+};
+
+}  // namespace Varnholt

@@ -1,0 +1,160 @@
+#include "Platform/Runtime/TextStreams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "Platform/Runtime/Files.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAreArray;
+using Tests::TTemporaryFolder;
+using namespace std::string_view_literals;
+
+using TLines = std::vector<String>;
+
+TLines ReadLines(TStreamReader& reader) {
+    TLines lines;
+    while (!reader.GetEndOfStream()) lines.push_back(reader.ReadLine());
+    String line = u"left over";
+    EXPECT_FALSE(reader.ReadLine(line));
+    EXPECT_EQ(line, u"");
+    return lines;
+}
+
+TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
+    const TLines expected = {u"a\u20AC\U0001F30D", u"", u"\U0001F30D\U00010000", u"b", u"", u"c", u"last"};
+    const String text = u"a\u20AC\U0001F30D\r\n\r\n\U0001F30D\U00010000\rb\n\nc\r\nlast";
+    const std::pair<StringView, StringView> ends[] = {
+        {u"", u"last"}, {u"\r", u"last"}, {u"\n", u"last"}, {u"\r\n", u"last"}, {u"\r\r\n", u""}};
+    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
+        for (const auto& [end, lastLine] : ends) {
+            const String whole = text + String(end);
+            const std::string bytes = std::string(encoding->GetPreamble()) + encoding->GetBytes(whole);
+            TLines lines = expected;
+            if (lastLine.empty()) lines.emplace_back();
+            for (std::size_t size = 1; size <= bytes.size() + 1; ++size) {
+                SCOPED_TRACE(ToUtf8(encoding->GetName()) + ", chunks of " + std::to_string(size));
+                TMemoryStream stream(BytesOf(bytes));
+                TStreamReader byLine(stream, TEncoding::Default(), true, size);
+                EXPECT_THAT(ReadLines(byLine), ElementsAreArray(lines));
+                stream.SetPosition(0);
+                EXPECT_EQ(TStreamReader(stream, *encoding, false, size).ReadToEnd(), whole);
+                stream.SetPosition(0);
+                TStreamReader byChunk(stream, *encoding, true, 5);
+                String pieces;
+                String chunk(size, u' ');
+                while (const std::size_t count = byChunk.Read(chunk)) pieces.append(chunk, 0, count);
+                EXPECT_EQ(pieces, whole);
+            }
+        }
+}
+
+TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
+    struct TCase {
+        std::string_view bytes;
+        const TEncoding& given;
+        bool detect;
+        const TEncoding& used;
+        StringView text;
+    };
+    const TEncoding &utf8 = TEncoding::Utf8(), &utf16 = TEncoding::Utf16LE(), &ansi = TEncoding::Default();
+    const TCase cases[] = {
+        {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
+        {"\xEF\xBB\xBF\xC3\xBC", ansi, false, ansi, u"\u00EF\u00BB\u00BF\u00C3\u00BC"},
+        {"\xEF\xBB\xBF\xC3\xBC", utf8, false, utf8, u"\u00FC"},
+        {"\xEF\xBB\xBF", ansi, true, utf8, u""},
+        {"\xEF\xBB", ansi, true, ansi, u"\u00EF\u00BB"},
+        {"\xFF\xFE\xFC\0"sv, utf8, true, utf16, u"\u00FC"},
+        {"\xFF\xFE", utf8, true, utf16, u""},
+        {"\xFF", utf8, true, utf8, u"\uFFFD"},
+        {"\xC3\xBC", utf8, true, utf8, u"\u00FC"},
+        {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
+        {"a\0\xFC"sv, utf16, true, utf16, u"a\uFFFD"},
+        {"", ansi, true, ansi, u""},
+    };
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.bytes));
+        TMemoryStream stream(BytesOf(c.bytes));
+        TStreamReader reader(stream, c.given, c.detect, 1);
+        EXPECT_EQ(&reader.GetEncoding(), &c.used);
+        EXPECT_EQ(reader.GetEndOfStream(), c.text.empty());
+        EXPECT_EQ(reader.ReadToEnd(), c.text);
+        EXPECT_FALSE(reader.Peek().has_value());
+    }
+}
+
+TEST(TextReaderTest, MixedReadingLosesNothing) {
+    TMemoryStream stream(BytesOf("one\r\ntwo\nthree\rfour"));
+    TStreamReader reader(stream, TEncoding::Utf8(), true, 2);
+    EXPECT_EQ(reader.Peek(), u'o');
+    EXPECT_EQ(reader.ReadLine(), u"one");
+    Char two[2];
+    EXPECT_EQ(reader.Read(two), 2u);
+    EXPECT_EQ(StringView(two, 2), u"tw");
+    EXPECT_EQ(reader.ReadLine(), u"o");
+    EXPECT_EQ(reader.ReadToEnd(), u"three\rfour");
+    EXPECT_THROW(TStreamReader(stream, TEncoding::Utf8(), true, 0), EArgumentException);
+}
+
+TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
+    const TTemporaryFolder folder;
+    const String path = folder.GetPath(u"out.txt");
+    for (const std::size_t size : {0u, 1u, 3u, 7u, 4096u}) {
+        TStreamWriter writer(path, TEncoding::Utf8(), size);
+        writer.WriteLine(u"a\u20AC");
+        writer.Write(u"\xD83C");
+        writer.Flush();
+        writer.Write(u"\xDF0D");  // the pair stays whole
+        writer.SetNewLine(u"\n");
+        writer.WriteLine();
+        writer.Write(u"\xD83C");
+        writer.Close();
+        EXPECT_EQ(ReadWholeFile(path), "a\xE2\x82\xAC\r\n\xF0\x9F\x8C\x8D\n\xEF\xBF\xBD") << size;
+    }
+    TStreamWriter(path, TEncoding::Default(), 4096, true).Write(u"\u00FC");
+    EXPECT_TRUE(ReadWholeFile(path).ends_with("\n\xEF\xBF\xBD\xFC"));
+    TStreamWriter again(path, TEncoding::Utf16LE());
+    again.WritePreamble();
+    again.Write(u"x");
+    EXPECT_EQ(ReadWholeFile(path), "");
+    again.Flush();
+    EXPECT_EQ(ReadWholeFile(path), "\xFF\xFEx\0"sv);
+}
+
+TEST(TextWriterTest, LongTextIsWrittenWhole) {
+    String text;
+    while (text.size() < 200'000) text += u"x\U0001F30D";
+    TMemoryStream stream;
+    TStreamWriter(stream).Write(text);  // the stream stays, and the text is in it
+    stream.SetPosition(0);
+    EXPECT_TRUE(TStreamReader(stream).ReadToEnd() == text);
+}
+
+TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
+    TStreamWriter writer(u"/dev/full");
+    writer.Write(u"x");
+    EXPECT_THROW(writer.Flush(), EWriteError);
+    EXPECT_NO_THROW(writer.Flush());
+    writer.Write(u"x");
+    try {
+        writer.Close();
+        ADD_FAILURE() << "the full disk went unseen";
+    } catch (const EWriteError& failure) {
+        EXPECT_EQ(failure.GetMessage(), u"Cannot write file \"/dev/full\": No space left on device");
+    }
+    EXPECT_NO_THROW(writer.Close());
+    EXPECT_THROW(writer.Write(u"x"), EInvalidOperation);
+    EXPECT_THROW(writer.Flush(), EInvalidOperation);
+    EXPECT_THROW(TStreamWriter(u"/dev/full").Write(String(5000, u'x')), EWriteError);
+    EXPECT_NO_THROW(TStreamWriter(u"/dev/full").Write(u"x"));
+    EXPECT_THROW(TStreamWriter(u"/dev/null/x"), EFCreateError);
+    EXPECT_THROW(TStreamReader(u"/dev/null/x"), EFOpenError);
+}
+
+}  // namespace
+}  // namespace Varnholt
