@@ -1,5 +1,6 @@
 #include "Platform/Runtime/Files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -10,6 +11,8 @@
 namespace Varnholt {
 namespace {
 
+using testing::StrEq;
+using testing::ThrowsMessage;
 using Tests::TTemporaryFolder;
 
 class FilesTest : public testing::Test {
@@ -89,14 +92,8 @@ TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
         {[] { RemoveDirectory(u"D:\\"); }, u"Cannot delete folder \"D:\\\": Directory not empty"},
         {[] { RemoveDirectory(u"D:\\file"); }, u"Cannot delete folder \"D:\\file\": Not a directory"},
     };
-    for (const auto& [action, message] : cases) {
-        try {
-            action();
-            ADD_FAILURE() << "accepted, expected: " << ToUtf8(message);
-        } catch (const EInOutError& failure) {
-            EXPECT_EQ(failure.GetMessage(), message);
-        }
-    }
+    for (const auto& [action, message] : cases)
+        EXPECT_THAT(action, (ThrowsMessage<EInOutError>(StrEq(ToUtf8(message)))));
     EXPECT_THROW(ForceDirectories(u""), EInOutError);
 }
 

@@ -1,11 +1,11 @@
 #include "Platform/Runtime/Streams.h"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <csignal>
-#include <functional>
 #include <limits>
 #include <memory>
 
@@ -15,6 +15,8 @@
 namespace Varnholt {
 namespace {
 
+using testing::StrEq;
+using testing::ThrowsMessage;
 using Tests::TTemporaryFolder;
 
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
@@ -23,16 +25,6 @@ std::string ReadText(TStream& stream, std::size_t size) {
     std::string text(size, '\0');
     text.resize(stream.Read(WritableBytesOf(text)));
     return text;
-}
-
-template <typename TError>
-void ExpectMessage(const std::function<void()>& action, const String& message) {
-    try {
-        action();
-        ADD_FAILURE() << "accepted, expected: " << ToUtf8(message);
-    } catch (const TError& failure) {
-        EXPECT_EQ(failure.GetMessage(), message) << failure.what();
-    }
 }
 
 // Every stream keeps to the same contract.
@@ -136,8 +128,9 @@ TEST(FileStreamTest, ModesKeepOrReplaceTheContent) {
         EXPECT_EQ(ReadWholeFile(path), expected) << mode;
     }
     TFileStream reader(path, fmOpenRead);
-    ExpectMessage<EWriteError>([&] { reader.WriteBuffer(BytesOf("x")); },
-                               u"Cannot write file \"" + path + u"\": Bad file descriptor");
+    EXPECT_THAT([&] { reader.WriteBuffer(BytesOf("x")); },
+                ThrowsMessage<EWriteError>(
+                    StrEq(ToUtf8(u"Cannot write file \"" + path + u"\": Bad file descriptor"))));
 }
 
 TEST(FileStreamTest, PositionsReachBeyondFourGiB) {
@@ -176,23 +169,25 @@ TEST(FileStreamTest, FailuresNameThePathAndTheReason) {
     for (const TCase& c : cases) {
         const auto open = [&] { TFileStream(c.path, c.mode); };
         if (c.mode == fmCreate || c.mode == fmRewrite)
-            ExpectMessage<EFCreateError>(open, String(c.message));
+            EXPECT_THAT(open, ThrowsMessage<EFCreateError>(StrEq(ToUtf8(c.message))));
         else
-            ExpectMessage<EFOpenError>(open, String(c.message));
+            EXPECT_THAT(open, ThrowsMessage<EFOpenError>(StrEq(ToUtf8(c.message))));
     }
     TFileStream file(u"D:\\file", fmOpenRead);
     std::string four(4, ' ');
-    ExpectMessage<EReadError>([&] { file.ReadBuffer(WritableBytesOf(four)); },
-                              u"Cannot read file \"D:\\file\": Unexpected end of file");
+    EXPECT_THAT([&] { file.ReadBuffer(WritableBytesOf(four)); },
+                ThrowsMessage<EReadError>(StrEq("Cannot read file \"D:\\file\": Unexpected end of file")));
     file.Close();
     file.Close();
-    ExpectMessage<EStreamError>([&] { ReadText(file, 1); }, u"Cannot use file \"D:\\file\": It is closed");
+    EXPECT_THAT([&] { ReadText(file, 1); },
+                ThrowsMessage<EStreamError>(StrEq("Cannot use file \"D:\\file\": It is closed")));
 }
 
 TEST(FileStreamTest, FullDiskIsReported) {
     TFileStream full(u"/dev/full", fmCreate);
-    ExpectMessage<EWriteError>([&] { full.WriteBuffer(BytesOf("x")); },
-                               u"Cannot write file \"/dev/full\": No space left on device");
+    EXPECT_THAT(
+        [&] { full.WriteBuffer(BytesOf("x")); },
+        ThrowsMessage<EWriteError>(StrEq("Cannot write file \"/dev/full\": No space left on device")));
 }
 
 // The system takes the part that still fits, and refuses only the rest.
@@ -204,8 +199,9 @@ TEST(FileStreamTest, ShortWriteEndsInAFailure) {
     const rlimit limit{1000, former.rlim_max};
     const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    ExpectMessage<EWriteError>([&] { WriteFileInOneGo(path, std::string(4000, 'x')); },
-                               u"Cannot write file \"" + path + u"\": File too large");
+    EXPECT_THAT(
+        [&] { WriteFileInOneGo(path, std::string(4000, 'x')); },
+        ThrowsMessage<EWriteError>(StrEq(ToUtf8(u"Cannot write file \"" + path + u"\": File too large"))));
     setrlimit(RLIMIT_FSIZE, &former);
     std::signal(SIGXFSZ, formerHandler);
     EXPECT_EQ(FileSize(path), 1000);

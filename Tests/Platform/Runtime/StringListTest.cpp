@@ -14,6 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::StrEq;
+using testing::ThrowsMessage;
 using Tests::TTemporaryFolder;
 using namespace std::string_view_literals;
 
@@ -50,14 +52,8 @@ TEST(StringListTest, IndicesOutsideAreRejected) {
         {[&] { list.Insert(3, u"x"); }, u"List index out of bounds (3)"},
         {[&] { list.Insert(-1, u"x"); }, u"List index out of bounds (-1)"},
     };
-    for (const auto& [action, message] : cases) {
-        try {
-            action();
-            ADD_FAILURE() << "accepted, expected: " << ToUtf8(message);
-        } catch (const EListError& failure) {
-            EXPECT_EQ(failure.GetMessage(), message);
-        }
-    }
+    for (const auto& [action, message] : cases)
+        EXPECT_THAT(action, (ThrowsMessage<EListError>(StrEq(ToUtf8(message)))));
     EXPECT_THAT(list, ElementsAre(u"a", u"b"));
 }
 

@@ -12,6 +12,8 @@ namespace Varnholt {
 namespace {
 
 using testing::ElementsAreArray;
+using testing::StrEq;
+using testing::ThrowsMessage;
 using Tests::TTemporaryFolder;
 using namespace std::string_view_literals;
 
@@ -141,12 +143,9 @@ TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
     EXPECT_THROW(writer.Flush(), EWriteError);
     EXPECT_NO_THROW(writer.Flush());
     writer.Write(u"x");
-    try {
-        writer.Close();
-        ADD_FAILURE() << "the full disk went unseen";
-    } catch (const EWriteError& failure) {
-        EXPECT_EQ(failure.GetMessage(), u"Cannot write file \"/dev/full\": No space left on device");
-    }
+    EXPECT_THAT(
+        [&] { writer.Close(); },
+        ThrowsMessage<EWriteError>(StrEq("Cannot write file \"/dev/full\": No space left on device")));
     EXPECT_NO_THROW(writer.Close());
     EXPECT_THROW(writer.Write(u"x"), EInvalidOperation);
     EXPECT_THROW(writer.Flush(), EInvalidOperation);
