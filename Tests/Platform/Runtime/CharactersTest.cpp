@@ -9,23 +9,14 @@ namespace {
 
 // "L" letter, "D" digit, "W" white space, "U" upper case, "l" lower case; the categories are those of
 // UnicodeData.txt and PropList.txt.
-std::string KindsOf(char32_t character) {
+template <typename T>
+std::string KindsOf(T character) {
     std::string kinds;
     if (IsUnicodeLetter(character)) kinds += 'L';
     if (IsUnicodeDigit(character)) kinds += 'D';
     if (IsUnicodeWhiteSpace(character)) kinds += 'W';
     if (IsUnicodeUpper(character)) kinds += 'U';
     if (IsUnicodeLower(character)) kinds += 'l';
-    return kinds;
-}
-
-std::string KindsOf(Char unit) {
-    std::string kinds;
-    if (IsUnicodeLetter(unit)) kinds += 'L';
-    if (IsUnicodeDigit(unit)) kinds += 'D';
-    if (IsUnicodeWhiteSpace(unit)) kinds += 'W';
-    if (IsUnicodeUpper(unit)) kinds += 'U';
-    if (IsUnicodeLower(unit)) kinds += 'l';
     return kinds;
 }
 

@@ -1,0 +1,42 @@
+#include "Platform/Runtime/Guid.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "Platform/Runtime/Exceptions.h"
+
+namespace Varnholt {
+
+void RaiseInvalidGuid(StringView text) {
+    throw EConvertError(u"'" + String(text) + u"' is not a valid GUID");
+}
+
+TGuid CreateGuid() {
+    TGuid guid;
+    if (getentropy(guid.Bytes.data(), guid.Bytes.size()) != 0) {
+        throw Exception(u"The system gives no random bytes: " +
+                        FromUtf8(std::generic_category().message(errno)));
+    }
+    guid.Bytes[6] = static_cast<std::uint8_t>((guid.Bytes[6] & 0x0F) | 0x40);  // version 4
+    guid.Bytes[8] = static_cast<std::uint8_t>((guid.Bytes[8] & 0x3F) | 0x80);  // variant of RFC 4122
+    return guid;
+}
+
+String GuidToString(const TGuid& guid) {
+    constexpr StringView kDigits = u"0123456789ABCDEF";
+    String text = u"{";
+    for (std::size_t i = 0; i < guid.Bytes.size(); ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10) text.push_back(u'-');
+        text.push_back(kDigits[guid.Bytes[i] >> 4]);
+        text.push_back(kDigits[guid.Bytes[i] & 15]);
+    }
+    return text + u"}";
+}
+
+TGuid StringToGuid(StringView text) {
+    return TGuid::FromText(text);
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstddef>
+
+#include "Platform/Runtime/Types.h"
+
+/// Identifiers of 128 bits (RFC 4122), as interfaces and stored objects bear them.
+///
+///     static constexpr TGuid kId = TGuid::FromText(u"{6F9619FF-8B86-4D11-B42D-00C04FC964FF}");
+///     node.SetAttribute(u"id", GuidToString(CreateGuid()));
+///
+/// Threads: the functions keep no state.
+namespace Varnholt {
+
+/// Raises EConvertError "'TEXT' is not a valid GUID".
+[[noreturn]] VARNHOLT_EXPORT void RaiseInvalidGuid(StringView text);
+
+struct VARNHOLT_EXPORT TGuid {
+    std::array<std::uint8_t, 16> Bytes{};  ///< in the order in which the text shows them
+
+    /// The identifier of a text of 32 hexadecimal digits of either case, in groups of 8, 4, 4, 4 and 12
+    /// between dashes, within braces or without. Anything else raises EConvertError "'TEXT' is not a valid
+    /// GUID", and does not compile where a constant is asked for.
+    [[nodiscard]] static constexpr TGuid FromText(StringView text);
+
+    /// Equality, and the order of the texts.
+    auto operator<=>(const TGuid&) const = default;
+
+private:
+    /// The value of a hexadecimal digit, or 16 for anything else.
+    static constexpr unsigned HexDigit(Char unit);
+};
+
+/// A new random identifier (version 4) from the system's random source. Raises Exception
+/// "The system gives no random bytes: REASON" if that fails.
+[[nodiscard]] VARNHOLT_EXPORT TGuid CreateGuid();
+
+/// The text "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", in upper case.
+[[nodiscard]] VARNHOLT_EXPORT String GuidToString(const TGuid& guid);
+
+/// The same as TGuid::FromText.
+[[nodiscard]] VARNHOLT_EXPORT TGuid StringToGuid(StringView text);
+
+constexpr unsigned TGuid::HexDigit(Char unit) {
+    if (unit >= u'0' && unit <= u'9') return unit - u'0';
+    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10u;
+    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;
+    return 16;
+}
+
+constexpr TGuid TGuid::FromText(StringView text) {
+    constexpr std::size_t kLength = 36;
+    StringView inner = text;
+    if (inner.size() == kLength + 2 && inner.front() == u'{' && inner.back() == u'}')
+        inner = inner.substr(1, kLength);
+    if (inner.size() != kLength) RaiseInvalidGuid(text);
+    TGuid guid;
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < guid.Bytes.size(); ++i, at += 2) {
+        const bool beginsGroup = i == 4 || i == 6 || i == 8 || i == 10;
+        if (beginsGroup && inner[at++] != u'-') RaiseInvalidGuid(text);
+        const unsigned high = HexDigit(inner[at]);
+        const unsigned low = HexDigit(inner[at + 1]);
+        if (high > 15 || low > 15) RaiseInvalidGuid(text);
+        guid.Bytes[i] = static_cast<std::uint8_t>(high * 16 + low);
+    }
+    return guid;
+}
+
+}  // namespace Varnholt
