@@ -100,7 +100,8 @@ private:
 
     /// The placeholder as written, up to the position reached.
     String Written(const TPlaceholder& placeholder) const {
-        return u"'" + String(FFormat.substr(placeholder.position, FAt - placeholder.position)) + u"'";
+        const StringView text = FFormat.substr(placeholder.position, FAt - placeholder.position);
+        return String(u"'").append(text).append(u"'");
     }
 
     Char Next() const { return FAt < FFormat.size() ? FFormat[FAt] : u'\0'; }

@@ -305,8 +305,8 @@ String FloatToStr(Extended value, const TFormatSettings& settings) {
     const TRounded number = RoundToDigits(std::fabs(value));
     const bool isFixed = number.exponent >= kLowestFixedExponent && number.exponent < kSignificantDigits;
     const Char separator = settings.DecimalSeparator;
-    return (value < 0 ? u"-" : u"") +
-           (isFixed ? FixedText(number, separator) : ScientificText(number, separator));
+    String text(value < 0 ? 1 : 0, u'-');
+    return text.append(isFixed ? FixedText(number, separator) : ScientificText(number, separator));
 }
 
 }  // namespace Varnholt

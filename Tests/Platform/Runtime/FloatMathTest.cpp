@@ -15,19 +15,18 @@ constexpr Extended kInf = std::numeric_limits<Extended>::infinity();
 constexpr Extended kNan = std::numeric_limits<Extended>::quiet_NaN();
 
 TEST(FloatMath, SameValueWithinTheTolerance) {
+    // clang-format off
     struct {
         double a, b, epsilon;
         bool expected;
     } const cases[] = {
-        {0.1 + 0.2, 0.3, 0, true},     {0, 0.9e-12, 0, true},
-        {0, 1.1e-12, 0, false},        {1e6, 1e6 + 9e-7, 0, true},
-        {1e6, 1e6 + 1.1e-6, 0, false}, {5, 5.5, 0.5, true},
-        {5, 5.6, 0.5, false},          {5, 5, -1, true},
-        {5, 5.1, -1, false},           {1e308, -1e308, 0, false},
-        {HUGE_VAL, HUGE_VAL, 0, true}, {HUGE_VAL, -HUGE_VAL, 0, false},
-        {HUGE_VAL, 1e308, 0, false},   {NAN, NAN, 0, false},
-        {NAN, 1, 10, false},
+        {0.1 + 0.2, 0.3, 0, true}, {0, 0.9e-12, 0, true}, {0, 1.1e-12, 0, false},
+        {1e6, 1e6 + 9e-7, 0, true}, {1e6, 1e6 + 1.1e-6, 0, false}, {5, 5.5, 0.5, true},
+        {5, 5.6, 0.5, false}, {5, 5, -1, true}, {5, 5.1, -1, false}, {1e308, -1e308, 0, false},
+        {HUGE_VAL, HUGE_VAL, 0, true}, {HUGE_VAL, -HUGE_VAL, 0, false}, {HUGE_VAL, 1e308, 0, false},
+        {NAN, NAN, 0, false}, {NAN, 1, 10, false},
     };
+    // clang-format on
     for (const auto& [a, b, epsilon, expected] : cases) {
         EXPECT_EQ(SameValue(a, b, epsilon), expected) << a << ' ' << b << ' ' << epsilon;
         EXPECT_EQ(SameValue(b, a, epsilon), expected) << b << ' ' << a << ' ' << epsilon;
@@ -39,34 +38,18 @@ TEST(FloatMath, SameValueWithinTheTolerance) {
 }
 
 TEST(FloatMath, PowerOfSpecialValues) {
+    // clang-format off
     struct {
         Extended base, exponent, expected;
     } const cases[] = {
-        {0, 0, 1},
-        {kNan, 0, 1},
-        {kInf, -0.0L, 1},
-        {0, 2.5L, 0},
-        {-0.0L, 3, 0},
-        {0, -2, kInf},
-        {-0.0L, -3, kInf},
-        {-2, 3, -8},
-        {-2, -2, 0.25L},
-        {3, 32, 1853020188851841},
-        {10, 19, 1e19L},
-        {-1, 1e30L, 1},
-        {-1, 33, -1},
-        {kInf, -2, 0},
-        {-kInf, 3, -kInf},
-        {2, kInf, kInf},
-        {0x1p520L, 32, kInf},
-        {0x1p-520L, -32, kInf},
-        {0x1p512L, -32, 0x1p-16384L},
-        {0x1p513L, -32, 0x1p-16416L},
-        {0x1p-511L, 32, 0x1p-16352L},
-        {0x1p-513L, 32, 0x1p-16416L},
-        {4, 0.5L, 2},
-        {4, 40, 0x1p80L},
+        {0, 0, 1}, {kNan, 0, 1}, {kInf, -0.0L, 1}, {0, 2.5L, 0}, {-0.0L, 3, 0}, {0, -2, kInf},
+        {-0.0L, -3, kInf}, {-2, 3, -8}, {-2, -2, 0.25L}, {3, 32, 1853020188851841}, {10, 19, 1e19L},
+        {-1, 1e30L, 1}, {-1, 33, -1}, {kInf, -2, 0}, {-kInf, 3, -kInf}, {2, kInf, kInf},
+        {0x1p520L, 32, kInf}, {0x1p-520L, -32, kInf}, {0x1p512L, -32, 0x1p-16384L},
+        {0x1p513L, -32, 0x1p-16416L}, {0x1p-511L, 32, 0x1p-16352L}, {0x1p-513L, 32, 0x1p-16416L},
+        {4, 0.5L, 2}, {4, 40, 0x1p80L},
     };
+    // clang-format on
     for (const auto& [base, exponent, expected] : cases) {
         const Extended power = Power(base, exponent);
         EXPECT_TRUE(power == expected && std::signbit(power) == std::signbit(expected))
@@ -103,22 +86,13 @@ TEST(FloatMath, RoundsToEvenInEveryMode) {
     constexpr Extended kWide = 0x1p63L;
     constexpr Extended kEpsilon = std::numeric_limits<Extended>::epsilon();
     constexpr std::int64_t kMax = std::numeric_limits<std::int32_t>::max();
+    // clang-format off
     const std::pair<Extended, std::int64_t> cases[] = {
-        {0, 0},
-        {0.5L, 0},
-        {1.5L, 2},
-        {2.5L, 2},
-        {-0.5L, 0},
-        {-1.5L, -2},
-        {-2.5L, -2},
-        {2.51L, 3},
-        {-2.51L, -3},
-        {1e-4940L, 0},
-        {0.5L - kEpsilon, 0},
-        {0.5L + kEpsilon, 1},
-        {kMax + 0.49L, kMax},
+        {0, 0}, {0.5L, 0}, {1.5L, 2}, {2.5L, 2}, {-0.5L, 0}, {-1.5L, -2}, {-2.5L, -2}, {2.51L, 3},
+        {-2.51L, -3}, {1e-4940L, 0}, {0.5L - kEpsilon, 0}, {0.5L + kEpsilon, 1}, {kMax + 0.49L, kMax},
         {-kMax - 1.5L, -kMax - 1},
     };
+    // clang-format on
     for (const int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
         std::fesetround(mode);
         for (const auto& [value, expected] : cases) {
