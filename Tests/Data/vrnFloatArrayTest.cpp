@@ -1,0 +1,194 @@
+#include "VarnholtLib/Data/vrnFloatArray.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <limits>
+
+#include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Data/GridTestSupport.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+
+TEST(FloatArray, ChecksEveryIndexAgainstTheBase) {
+    const std::pair<std::int32_t, std::vector<std::int32_t>> cases[] = {
+        {1, {0, 6, -1, kLowest, kHighest}},
+        {0, {-1, 5}},
+        {-2, {-3, 3}},
+        {kHighest - 4, {kHighest - 5, kLowest}},
+        {kLowest + 1, {kLowest, kHighest}}};
+    for (const auto& [base, outside] : cases) {
+        TFloatArray array(5);
+        array.SetBase(base);
+        array.WriteFloat(base, 1);
+        array.WriteFloat(array.GetLast(), 5);
+        EXPECT_EQ(array.GetFloat(base + 4), 5) << base;
+        for (const std::int32_t index : outside) {
+            const std::string where = "\rIndex = " + std::to_string(index);
+            EXPECT_EQ(MessageOf([&] { return array[index]; }),
+                      "Index out of bounds in TFloatArray.GetFloat" + where);
+            EXPECT_EQ(MessageOf([&] { array.WriteFloat(index, 9); }),
+                      "Index out of bounds in TFloatArray.WriteFloat" + where);
+        }
+        EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 0, 0, 0, 5)) << base;
+    }
+}
+
+TEST(FloatArray, RefusesSizesAndBasesAndStaysAsItWas) {
+    const std::pair<std::function<void(TFloatArray&)>, const char*> cases[] = {
+        {[](auto&) { TFloatArray(0); }, "Can't create a float array with a dimension less than 1"},
+        {[](auto& a) { a.SetBase(kHighest - 1); },
+         "Index range of TFloatArray exceeds 32 bits\rBase = 2147483646"},
+        {[](auto& a) { a.SetBase(kLowest); },
+         "Index range of TFloatArray exceeds 32 bits\rBase = -2147483648"},
+        {[](auto& a) { a.SetSize(2, kHighest, false); },
+         "Index range of TFloatArray exceeds 32 bits\rBase = 2"},
+        {[](auto& a) { a.SetSize(1, -1, false); }, "Can't resize a TFloatArray to a negative count"},
+        {[](auto& a) { (void)a.GetRange(2, -5); },
+         "Can't get a negative number of values from a TFloatArray"},
+        {[](auto& a) { (void)a.GetRange(0, 2); }, "Index out of bounds in TFloatArray.GetFloat\rIndex = 0"},
+        {[](auto& a) { (void)a.GetValues(3, kHighest); },
+         "Index out of bounds in TFloatArray.GetFloat\rIndex = 4"}};
+    for (const auto& [call, message] : cases) {
+        TFloatArray array = ArrayOf({1, 2, 3});
+        EXPECT_EQ(MessageOf([&, &call = call] { call(array); }), message);
+        EXPECT_EQ(array.GetBase(), 1) << message;
+        EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 2, 3)) << message;
+    }
+}
+
+TEST(FloatArray, ResizesAndCopiesByPosition) {
+    TFloatArray array = ArrayOf({1, 2, 3}, 5);
+    TFloatArray other = array;
+    other.SetSize(0, 5, true);
+    EXPECT_THAT(other.GetBuffer(), ElementsAre(1, 2, 3, 0, 0));
+    EXPECT_EQ(other.GetLast(), 4);
+    other.SetSize(1, 2, false);
+    EXPECT_THAT(other.GetBuffer(), ElementsAre(0, 0));
+    array.Copy(other);
+    EXPECT_THAT(other.GetBuffer(), ElementsAre(1, 2));
+    std::vector<float> values(5, 7.0F);
+    array.CopyToArray(values);
+    EXPECT_THAT(values, ElementsAre(1, 2, 3, 0, 0));
+    array.ToArray()[1] = 9;
+    EXPECT_THAT(array.GetRange(6, 7), ElementsAre(2, 3));
+}
+
+TEST(FloatArray, CopyFromChecksBothEnds) {
+    const std::vector<float> source = {10, 20, 30, 40};
+    const std::string inSource = "Size error in source buffer";
+    const std::string inDestination = "Size error is destination buffer\r\n2/";
+    const std::tuple<std::int32_t, std::int32_t, std::int32_t, std::string> cases[] = {
+        {4, 3, 0, "nothing raised"},
+        {2, 0, 3, inSource},
+        {5, 0, 0, inSource},
+        {-1, 0, 2, inSource},
+        {0, 0, -1, inSource},
+        {kHighest, 0, kHighest, inSource},
+        {0, 0, 4, inDestination + "3"},
+        {0, -1, 2, inDestination + "0"},
+        {0, kHighest, 3, inDestination + "2147483649"}};
+    TFloatArray array = ArrayOf({1, 2, 3}, 10);
+    for (const auto& [sStart, dStart, count, message] : cases) {
+        const auto call = [&, s = sStart, d = dStart, n = count] { array.CopyFrom(source, s, d, n); };
+        EXPECT_EQ(MessageOf<Exception>(call), message) << sStart << ", " << dStart << ", " << count;
+        EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 2, 3)) << message;
+    }
+    array.CopyFrom(source, 2, 1, 2);
+    EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 30, 40));
+}
+
+TEST(FloatArray, MinMaxAndSum) {
+    const std::tuple<TFloatArray, float, float> cases[] = {
+        {ArrayOf({3}), 3, 3}, {ArrayOf({2, -1, 5, 4}), -1, 5}, {ArrayOf({1, 9, kNan, 4, 6}), 4, 9}};
+    for (const auto& [array, min, max] : cases) {
+        float low = 0;
+        float high = 0;
+        array.GetMinAndMax(low, high);
+        EXPECT_EQ(std::pair(low, high), std::pair(min, max)) << ToUtf8(array.ToString());
+    }
+    EXPECT_EQ(ArrayOf({16'777'216, 1, 1}).Sum(), 16'777'216.0F) << "rounded at every addition";
+}
+
+TEST(FloatArray, SortsKeepTheBase) {
+    TFloatArray array = ArrayOf({3, 1, 2}, 0);
+    const TFloatArray positions = array.IndexSort();
+    EXPECT_EQ(positions.GetBase(), 1);
+    EXPECT_THAT(positions.GetBuffer(), ElementsAre(2, 3, 1));
+    array.Reverse();
+    EXPECT_THAT(array.GetBuffer(), ElementsAre(3, 2, 1));
+    array.Sort();
+    EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 2, 3));
+    EXPECT_EQ(array.GetBase(), 0);
+}
+
+TEST(FloatArray, CleanTakesTheBaseFromTheFirstKeptValue) {
+    const auto kept = ArrayOf({-999, 3, -1000, 4, -999.5F}).Clean(-1000, -999);
+    ASSERT_TRUE(kept.has_value());
+    EXPECT_EQ(kept->GetBase(), 2);
+    EXPECT_THAT(kept->GetBuffer(), ElementsAre(3, 4));
+    EXPECT_FALSE(ArrayOf({-999, -999}).Clean(-1000, -999).has_value());
+    EXPECT_EQ(ArrayOf({-999, kNan, -998.9F, -1000.1F}).Clean(-1000, -999)->GetCount(), 3);
+}
+
+TEST(FloatArray, FilterRemovesWhatTheCallbackNames) {
+    TFloatArray array = ArrayOf({1, 2, 3, 4}, 0);
+    std::vector<float> seen;
+    const auto removeMiddle = [](float value, void* param) {
+        static_cast<std::vector<float>*>(param)->push_back(value);
+        return value == 2 || value == 3;
+    };
+    array.Filter(removeMiddle, &seen);
+    EXPECT_THAT(seen, ElementsAre(1, 2, 3, 4));
+    EXPECT_THAT(array.GetRange(0, 1), ElementsAre(1, 4));
+    EXPECT_EQ(MessageOf<EArgumentNilException>([&] { array.Filter(nullptr, nullptr); }), "filterFunc");
+    array.Filter([&](float, void*) { return array.SetSize(3, 1, true), true; }, nullptr);
+    EXPECT_EQ(array.GetCount(), 0);
+    EXPECT_EQ(array.GetLast(), 2);
+    array.Sort();
+    EXPECT_EQ(array.IndexSort().GetCount(), 0);
+    EXPECT_EQ(array.ToString(), u"");
+    EXPECT_FALSE(array.Clean(0, 0).has_value());
+    float none = 0;
+    EXPECT_EQ(MessageOf([&] { array.GetMinAndMax(none, none); }),
+              "An empty TFloatArray has no minimum and no maximum");
+    EXPECT_EQ(MessageOf([&] { array.SetSize(1, 4, true); }),
+              "Can't resize and copy an uninitialised TFloatArray");
+}
+
+TEST(FloatArray, TextsFollowTheDecimalSeparator) {
+    std::string folder = testing::TempDir() + "floatarrayXXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const String path = FromUtf8(folder + "/values.txt");
+    const auto written = [&] {
+        std::ifstream file(ToUtf8(path), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const TFormatSettings former = FormatSettings();
+    const TFloatArray array = ArrayOf({1.5F, -999, 0.126F}, 0);
+    FormatSettings().DecimalSeparator = u'.';
+    EXPECT_EQ(array.ToString(), u"1.500,-999.000,0.126");
+    array.SaveToCSVFile(path);
+    EXPECT_EQ(written(), "Index,Value\r\n0,1.50\r\n1,-999.00\r\n2,0.13\r\n");
+    FormatSettings().DecimalSeparator = u',';
+    EXPECT_EQ(array.ToString(), u"1,500,-999,000,0,126");
+    array.SaveToFile(path);
+    EXPECT_EQ(written(), "0 1,50\r\n1 -999,00\r\n2 0,13\r\n");
+    FormatSettings() = former;
+    std::filesystem::remove_all(folder);
+    EXPECT_THROW(array.SaveToFile(path), Exception) << "the folder is gone";
+}
+
+}  // namespace
+}  // namespace Varnholt

@@ -1,0 +1,53 @@
+#include "VarnholtLib/Data/vrnIntArray.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Tests/Data/GridTestSupport.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(IntArray, MayBeEmptyFromTheStart) {
+    TIntArray array(-1);
+    EXPECT_EQ(array.GetCount(), 0);
+    EXPECT_EQ(array.GetLast(), 0);
+    EXPECT_EQ(array.Clean(0, 0).GetCount(), 0);
+    EXPECT_EQ(MessageOf([&] { return array.GetInt(1); }),
+              "Index out of bounds in TIntArray.GetInt\rIndex = 1");
+    EXPECT_EQ(MessageOf([&] { array.WriteInt(0, 0); }),
+              "Index out of bounds in TIntArray.WriteInt\rIndex = 0");
+    EXPECT_EQ(MessageOf([&] { array.SetSize(1, 3, true); }),
+              "Can't resize and copy an uninitialised TIntArray");
+}
+
+TEST(IntArray, SortsTheDestination) {
+    const auto array = ArrayOf<TIntArray>({3, -1, 2, -5}, 4);
+    auto shorter = TIntArray(2);
+    auto longer = ArrayOf<TIntArray>({0, 0, 0, 0, -2});
+    auto itself = array;
+    array.Sort(shorter);
+    array.Sort(longer);
+    itself.Sort(itself);
+    EXPECT_THAT(shorter.GetBuffer(), ElementsAre(-1, 3));
+    EXPECT_THAT(longer.GetBuffer(), ElementsAre(-5, -2, -1, 2, 3));
+    EXPECT_THAT(itself.GetBuffer(), ElementsAre(-5, -1, 2, 3));
+    EXPECT_THAT(array.GetBuffer(), ElementsAre(3, -1, 2, -5));
+}
+
+TEST(IntArray, CleanTakesTheBaseFromTheFirstKeptValue) {
+    const std::pair<int, int> bases[] = {{1, 2}, {-1, 0}, {65'534, 65'535}, {65'535, 0}, {-3, 65'534}};
+    for (const auto& [base, resultBase] : bases) {
+        const auto kept = ArrayOf<TIntArray>({-999, 8, -1000, 9}, base).Clean(-1000, -999);
+        EXPECT_EQ(kept.GetBase(), resultBase) << base;
+        EXPECT_THAT(kept.GetBuffer(), ElementsAre(8, 9)) << base;
+    }
+    TIntArray longer(70'000);
+    longer.WriteInt(66'000, 1);
+    EXPECT_EQ(longer.Clean(0, 0).GetBase(), 66'000);
+}
+
+}  // namespace
+}  // namespace Varnholt
