@@ -1,1 +1,0 @@
-// Goes as soon as the first module of this folder is here.

@@ -1,0 +1,203 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "VarnholtLib/Numerics/vrnCalcItems.h"
+
+/// The expression evaluator: arithmetic on numbers, on keywords whose values the application supplies, and on
+/// functions, in 80-bit floats.
+///
+///     TCalc calc;
+///     double rain = 12.5;
+///     calc.RegisterKeyword(u"rain", &rain, [](TCalc&, const String&, void* param) {
+///         return Extended(*static_cast<double*>(param));
+///     });
+///     calc.Set_Exp(u"2 * ($rain + 1.5)");
+///     Extended value = calc.Calculate();  // 28; again as often as wanted, with the rain of the moment
+///
+/// Grammar:
+///
+///     expression   operand { operator operand }
+///     operator     "+" | "-" | "*" | "/" | "^"
+///     operand      number | "$" name | "(" expression ")" | "@" name "(" [ parameter { separator parameter } ] ")"
+///     separator    one blank or one comma
+///     number       what StrToFloat takes, with an optional "-" or "n" before it: 12, -0.5, n2.5, 1.5e3
+///
+/// "^" binds strongest, then "*" and "/", then "+" and "-"; operators of one level associate to the left,
+/// "^" included: 2 ^ 3 ^ 2 is 64. A minus belongs to a number that follows it wherever no operand stands before it,
+/// so -2 ^ 2 is 4. A signed exponent such as 1e-5 is cut at its minus and refused. A parameter that contains an
+/// operator stands in a bracket of its own: @sum((1+2),3). Behind the ")" of a group or a function call comes the
+/// end of the text or white space; anything else is a syntax error.
+///
+/// Functions of every evaluator:
+///
+///     @sum(a,b,...)     2 or more    their sum
+///     @min(a,b,...)     2 or more    the smallest
+///     @max(a,b,...)     2 or more    the largest
+///     @avg(a,b,...)     2 or more    their mean
+///     @median(a,b,c,..) 3 or more    the middle value, or the mean of the two middle ones, in 32-bit floats
+///     @StDev(a,b,...)   2 or more    the sample standard deviation; it calculates each parameter twice
+///     @sqrt(a)          1            the square root; NaN for a negative value
+///
+/// How a calculation runs. Parse cuts the expression into items and prepares a flat list of steps, so that Calculate
+/// walks that list, allocates nothing, and looks a keyword up again only when something has been registered in the
+/// chain of parents since. Keywords and functions are called back in the order that this rule gives: first every "^"
+/// from left to right, then every "*" and "/", then every "+" and "-"; each calculates its left operand, then its
+/// right one, unless that was reduced before. Steps on constants alone are done once.
+///
+/// Limits: groups and built-in functions nest without bound. Calls of functions that calculate their parameters
+/// through callbacks (own ones and @StDev) nest to a depth of kMaxCallDepth. A @StDev in a @StDev calls the keywords
+/// inside it four times, and so on: the work doubles with each level.
+///
+/// Threads: an evaluator, with its parents and everything below it, serves one thread at a time. Evaluators without
+/// a common parent are independent; with a common parent they are, as long as nothing is registered on it meanwhile.
+namespace Varnholt {
+
+class TCalcProgram;
+
+class VARNHOLT_EXPORT TCalc final : public TCalcObj {
+public:
+    /// Calls nest no deeper than this in one calculation; beyond it Calculate raises Exception
+    /// with "Function calls are nested too deeply".
+    static constexpr int kMaxCallDepth = 500;
+
+    TCalc();
+    /// An evaluator that also finds the keywords and functions of its parent, which must outlive it.
+    explicit TCalc(TCalc* parent);
+    /// Parsed at once. Raises what Parse raises.
+    explicit TCalc(StringView expression);
+    TCalc(TCalc* parent, StringView expression);
+    ~TCalc() override;
+
+    /// Stores the text and parses it.
+    void Set_Exp(StringView expression);
+    /// The expression: after Parse, the cleaned text.
+    [[nodiscard]] String Get_Exp() const { return String(FExp.View()); }
+
+    /// Cleans the text, cuts it into items and prepares the calculation. The former items are released first.
+    ///
+    /// Raises ceSyntax for an empty expression, an empty group or parameter, a malformed call, and text directly
+    /// behind a closing bracket; ceBracket for a group that is not closed; ceOperator with the token where an operator
+    /// was expected; ceFunction for an unknown function; ceParam for a wrong number of parameters; EConvertError
+    /// for an operand that is no number. The items before the failure stay in the list.
+    void Parse();
+
+    /// The value. Raises ceSyntax without items, ceKeyword with the name for a keyword that is not registered,
+    /// ceDivideByZero for a divisor equal to 0, EListError for an expression that ends in an operator, and whatever
+    /// a callback raises. The evaluator stays as it was, on these paths too.
+    [[nodiscard]] Extended Calculate();
+
+    /// Number of items: operands at 0, 2, 4 and so on, operators between them.
+    [[nodiscard]] int Get_Count() const noexcept { return static_cast<int>(FItems.size()); }
+    /// The item at a 0-based index. Raises EListError for an index outside.
+    [[nodiscard]] TCalcObj& GetItems(int index) const;
+
+    /// Adds a function. Names are case-sensitive and not checked for duplicates: the first one of a name, the
+    /// built-in ones before all others, is the one that is found. A bound of -1 is no limit on that side.
+    /// An expression that calls the function must be set after it was registered.
+    /// Raises EArgumentNilException for an empty callback.
+    void RegisterFunction(StringView name, int minParams, int maxParams, TFunctionEvent event);
+    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is handed to the
+    /// callback untouched and must live as long as it is used. Keywords may be registered at any time.
+    /// Raises EArgumentNilException for an empty callback.
+    void RegisterKeyword(StringView name, void* param, TKeywordEvent event);
+    void RegisterKeyword(StringView name, TKeywordEvent event);
+
+    /// The first function or keyword of that name here, else in the parent, and so on up; or none.
+    [[nodiscard]] const TFunction* FindFunction(StringView name) const;
+    [[nodiscard]] TKeyword* FindKeyword(StringView name) const;
+
+    /// This evaluator's own functions, the built-in ones first, by 0-based index. EListError outside.
+    [[nodiscard]] int Get_FunctionCount() const noexcept;
+    [[nodiscard]] const TFunction& Get_Function(int index) const;
+    /// This evaluator's own keywords, by 0-based index. EListError outside.
+    [[nodiscard]] int Get_KeywordCount() const noexcept;
+    [[nodiscard]] TKeyword& Get_Keyword(int index) const;
+
+    /// Appends the keywords that the expression uses, in the order of the text, groups and parameters included; with
+    /// walkParent also those of the parents' expressions.
+    ///
+    /// The walk of one list of items (the expression's, a group's, a parameter's) ends at the first keyword that is left
+    /// out: one without a parameter pointer if includeWithoutParam is false, one already in the list if
+    /// allowDuplicates is false. Raises ceKeyword without a name for a keyword that is not registered.
+    void GetKeywordsUsed(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates,
+                         bool walkParent = true) const;
+
+    /// The passes of the cleaning, each on the text of the moment; Parse runs CleanupExp, which runs them all.
+    /// Trims the text, then drops each blank that is followed by a blank.
+    void CleanupClumpedSpaces();
+    /// Drops the blanks inside brackets next to them, by the two passes below.
+    void CleanupSpacesAroundBrackets();
+    void CleanupSpacesAfterOpeningBrackets();
+    void CleanupSpacesBeforeClosingBrackets();
+    /// Puts a blank on each side of every operator, then runs CleanupRemoveSpaceAfterNegativeModifier.
+    void CleanupMakeSureOneSpaceAroundChars();
+    void CleanupMakeSureOneSpaceAround(Char character);
+    /// Drops the blank behind each minus that is a sign.
+    void CleanupRemoveSpaceAfterNegativeModifier();
+    /// Whether an operand ends before a 1-based position, blanks passed over: a digit, a letter or ")".
+    [[nodiscard]] bool CleanupIsLastItemADigit(int position) const;
+    void CleanupExp();
+
+    /// The callbacks of the built-in functions.
+    static Extended FuncSum(const TFunction& function, const TFunctionParams& params);
+    static Extended FuncMin(const TFunction& function, const TFunctionParams& params);
+    static Extended FuncMax(const TFunction& function, const TFunctionParams& params);
+    static Extended FuncAvg(const TFunction& function, const TFunctionParams& params);
+    /// Raises ceOperator with "Not enough variables for calculation." for fewer than 3 parameters.
+    static Extended FuncMedian(const TFunction& function, const TFunctionParams& params);
+    static Extended FuncStDev(const TFunction& function, const TFunctionParams& params);
+    static Extended FuncSqrt(const TFunction& function, const TFunctionParams& params);
+
+    /// Makes the evaluators of groups and parameters; the parser alone holds the key.
+    class TOwnerKey {
+        friend class TCalcParser;
+        TOwnerKey() = default;
+    };
+    TCalc(TOwnerKey, TCalc& owner, TCalcText text) noexcept;
+
+private:
+    friend class TBrackets;
+    friend class TFunctionNum;
+    friend class TCalcParser;
+    friend class TCalcCompiler;
+    friend class TCalcProgram;
+    friend class TCalcRun;
+
+    using TItemList = std::vector<std::unique_ptr<TCalcObj>>;
+    struct TRegistrations;
+    struct TRetired;
+    class TRunScope;
+
+    void SurrenderItems(TItemList& heirs) override;
+    void ReleaseItems();
+    void SetText(String text);
+    void ParseText(String text);
+    template <typename TPass>
+    void CleanText(TPass pass);
+    void SpreadImpurity();
+    TRegistrations& OwnRegistrations();
+    void CountRegistration();
+    [[nodiscard]] const TCalc* NextInChain() const noexcept;
+    [[nodiscard]] std::uint64_t RegistrationStamp() const noexcept;
+    TCalcProgram& FreshProgram();
+    void PreparePrograms();
+    void WalkKeywords(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates) const;
+
+    TCalcText FExp;
+    TItemList FItems;
+    std::unique_ptr<TRegistrations> FRegistered;  // none until something is registered here
+    std::unique_ptr<TCalcProgram> FProgram;       // none until prepared
+    TCalc* FTop;                                  // of the tree of evaluators that own one another
+    bool FPure = true;                            // no keyword and no application's function anywhere inside
+
+    // Kept by the top evaluator for its whole tree:
+    std::uint64_t FParseStamp = 0;         // counts the parses in the tree
+    std::uint64_t FRegistrationStamp = 0;  // counts the registrations in the tree
+    std::size_t FInnerRegistrations = 0;   // of them, those below the top
+    int FRunDepth = 0;                     // calculations under way
+    std::unique_ptr<TRetired> FRetired;    // what a callback replaced while a calculation still uses it
+};
+
+}  // namespace Varnholt

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <vector>
+
+#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+
+namespace Varnholt {
+
+/// A value that a step of a program can take: a slot, a constant, or a keyword that the step calls.
+struct TCalcValue {
+    TSource Source = TSource::Constant;
+    std::uint32_t Index = 0;  // of the slot or keyword
+    Extended Constant = 0;
+
+    [[nodiscard]] bool IsKeyword() const { return Source == TSource::Keyword; }
+    [[nodiscard]] bool IsConstant() const { return Source == TSource::Constant; }
+};
+
+/// Appends steps to a program and keeps account of its slots. Each operation takes values over: their slots are
+/// free again afterwards. Operations on constants alone are done at once, but for a division by zero.
+class TCalcEmitter {
+public:
+    explicit TCalcEmitter(TCalcProgram& program) : FProgram(program) {}
+
+    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item);
+    [[nodiscard]] TCalcValue Combine(TCalcOp op, const TCalcValue& left, const TCalcValue& right);
+    [[nodiscard]] TCalcValue Sqrt(const TCalcValue& value);
+    /// Calls a keyword now instead of later; other values stay as they are.
+    [[nodiscard]] TCalcValue Fetched(const TCalcValue& value);
+    [[nodiscard]] TCalcValue Call(const TFunctionNum& function);
+    /// Raise when the calculation comes to them.
+    [[nodiscard]] TCalcValue MissingOperand(std::size_t index);
+    [[nodiscard]] TCalcValue NoItems();
+
+    /// Singles are the 32-bit values of a median: reserved together, gathered one by one, then used up.
+    [[nodiscard]] std::uint32_t ReserveSingles(std::size_t count);
+    void Narrow(const TCalcValue& value, std::uint32_t single);
+    [[nodiscard]] TCalcValue Median(std::uint32_t firstSingle, std::size_t count);
+
+    /// The program's result. Nothing may be added after it.
+    void Finish(const TCalcValue& result);
+
+private:
+    TCalcValue Emit(TCalcStep::TRun run, std::uint32_t left, std::uint32_t right = 0);
+    std::uint32_t IndexOf(const TCalcValue& value);
+    void Release(const TCalcValue& value);
+
+    TCalcProgram& FProgram;
+    std::vector<std::uint32_t> FFreeSlots;
+    std::size_t FSinglesInUse = 0;
+};
+
+}  // namespace Varnholt
