@@ -1,0 +1,46 @@
+#include "Tools/varnholt/Output.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "Platform/Runtime/Exceptions.h"
+
+namespace Varnholt::Tool {
+namespace {
+
+[[noreturn]] void RaiseWriteError() {
+    throw EWriteError(u"Cannot write to standard output");
+}
+
+}  // namespace
+
+void PrintLine(StringView line) {
+    const std::string bytes = ToUtf8(line) + '\n';
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError();
+}
+
+void FlushOutput() {
+    if (std::fflush(stdout) != 0) RaiseWriteError();
+}
+
+void Warn(StringView message) {
+    std::fprintf(stderr, "varnholt: %s\n", ToUtf8(message).c_str());
+}
+
+TProgress::TProgress(std::int64_t whole)
+    : FWhole(std::max<std::int64_t>(whole, 1)), FVisible(isatty(STDERR_FILENO) == 1) {}
+
+TProgress::~TProgress() {
+    if (FShown >= 0) std::fputs("\r      \r", stderr);
+}
+
+void TProgress::Show(std::int64_t done) {
+    const std::int64_t percent = std::clamp<std::int64_t>(done * 100 / FWhole, 0, 100);
+    if (!FVisible || percent == FShown) return;
+    FShown = percent;
+    std::fprintf(stderr, "\r%3d %%", static_cast<int>(percent));
+}
+
+}  // namespace Varnholt::Tool

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "Platform/Runtime/Types.h"
+
+namespace Varnholt::Tool {
+
+/// Prints a line on standard output, in UTF-8. Raises EWriteError if it can not be written, as on a full disk.
+void PrintLine(StringView line);
+
+/// Hands everything printed so far to the system; raises as PrintLine does.
+void FlushOutput();
+
+/// Prints a line "varnholt: MESSAGE" on standard error.
+void Warn(StringView message);
+
+/// How far long work has come, on a terminal's standard error; silent anywhere else.
+class TProgress {
+public:
+    /// The size of the whole work, in any unit.
+    explicit TProgress(std::int64_t whole);
+    ~TProgress();
+    TProgress(const TProgress&) = delete;
+    TProgress& operator=(const TProgress&) = delete;
+
+    void Show(std::int64_t done);
+
+private:
+    std::int64_t FWhole;
+    bool FVisible;
+    std::int64_t FShown = -1;  // percent
+};
+
+}  // namespace Varnholt::Tool
