@@ -9,8 +9,9 @@ function(varnholt_private_settings target)
         POSITION_INDEPENDENT_CODE ON)
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
     # Results are fixed to the bit: no fused multiply-add behind our back, no fast-math.
+    # Calls inside a shared library go straight to its own functions.
     target_compile_options(${target} PRIVATE
-        -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
+        -ffp-contract=off -fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
         -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough
         -Wno-restrict)  # g++ 12 sees overlaps in the concatenation of strings that can not be
     if(VARNHOLT_WARNINGS_AS_ERRORS)
@@ -42,6 +43,7 @@ function(varnholt_shared_library target)
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_features(${target} PUBLIC cxx_std_20)
+    target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
     target_include_directories(${target} INTERFACE
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/varnholt>")

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
 #include "VarnholtLib/Numerics/vrnCalcCleanupPrivate.h"
@@ -49,15 +50,19 @@ struct TCalc::TRetired {
 /// Counts a calculation as under way in its tree; what callbacks replaced is freed when the last one ends.
 class TCalc::TRunScope {
 public:
-    explicit TRunScope(TCalc& top) : FScopeTop(top) {
+    explicit TRunScope(TCalc& top) : FScopeTop(&top) {
         if (top.FRunDepth >= kMaxCallDepth) throw Exception(u"Function calls are nested too deeply");
         ++top.FRunDepth;
     }
     ~TRunScope() {
-        if (--FScopeTop.FRunDepth == 0 && FScopeTop.FRetired) {
-            FreeItems(FScopeTop.FRetired->Items);
-            FScopeTop.FRetired.reset();
-        }
+        if (FScopeTop != nullptr) Leave(0);
+    }
+    /// Ends the calculation and hands its value on, which so stays in its register.
+    Extended Leave(Extended value) {
+        TCalc& top = *std::exchange(FScopeTop, nullptr);
+        if (--top.FRunDepth == 0 && top.FRetired) [[unlikely]]
+            return FreeRetired(top, value);
+        return value;
     }
     TRunScope(const TRunScope&) = delete;
     TRunScope& operator=(const TRunScope&) = delete;
@@ -72,7 +77,13 @@ public:
     }
 
 private:
-    TCalc& FScopeTop;
+    [[gnu::noinline]] static Extended FreeRetired(TCalc& top, Extended value) {
+        FreeItems(top.FRetired->Items);
+        top.FRetired.reset();
+        return value;
+    }
+
+    TCalc* FScopeTop;
 };
 
 TCalc::TCalc() : TCalc(nullptr) {}
@@ -129,7 +140,7 @@ void TCalc::ParseText(String text) {
     CalcCleanup::Expression(text);
     ReleaseItems();
     SetText(std::move(text));
-    ++FTop->FParseStamp;
+    ++FTop->FChanges;
     FPure = true;
     if (FExp.Length == 0) throw ECalcException(ceSyntax);
     TCalcParser(*this).Run();
@@ -196,18 +207,25 @@ TCalcObj& TCalc::GetItems(int index) const {
 }
 
 Extended TCalc::Calculate() {
-    if (FItems.empty()) throw ECalcException(ceSyntax);
-    const TRunScope scope(*FTop);
-    return FreshProgram().Run();
+    Extended slots[TCalcProgram::kStackSlots];
+    if (!FProgram || !FProgram->IsReady(FTop->FChanges)) return CalculateAnew(slots);
+    TRunScope scope(*FTop);
+    return scope.Leave(FProgram->Execute(slots));
 }
 
-// The program of the items as they are, with every keyword bound as the registrations are.
-TCalcProgram& TCalc::FreshProgram() {
-    if (!FProgram || FProgram->GetParseStamp() != FTop->FParseStamp) PreparePrograms();
-    if (const std::uint64_t stamp = RegistrationStamp(); FProgram->GetRegistrationStamp() != stamp) {
-        FProgram->BindKeywords(stamp);
+// The way of a program that is not ready: it may have to be made or bound first.
+Extended TCalc::CalculateAnew(Extended* slots) {
+    if (!FProgram || !FProgram->IsBound(FTop->Stamp())) RefreshProgram();
+    TRunScope scope(*FTop);
+    return scope.Leave(FProgram->Run(slots));
+}
+
+// Makes a program of the items as they are, or binds the keywords of the present one to the registrations as they are.
+void TCalc::RefreshProgram() {
+    if (!FProgram || FProgram->GetParses() != ParsesInTree()) {
+        PreparePrograms();
     }
-    return *FProgram;
+    FProgram->BindKeywords();
 }
 
 // Also prepares the parameters that callbacks will calculate, so that a later Calculate finds all done.
@@ -216,7 +234,7 @@ void TCalc::PreparePrograms() {
     while (!pending.empty()) {
         TCalc& calc = *pending.back();
         pending.pop_back();
-        if (calc.FProgram && calc.FProgram->GetParseStamp() == FTop->FParseStamp) continue;
+        if (calc.FProgram && calc.FProgram->GetParses() == ParsesInTree()) continue;
         auto program = std::make_unique<TCalcProgram>(calc, pending);
         if (calc.FProgram && FTop->FRunDepth > 0) {
             if (!FTop->FRetired) FTop->FRetired = std::make_unique<TRetired>();
@@ -234,17 +252,18 @@ TCalc::TRegistrations& TCalc::OwnRegistrations() {
 }
 
 void TCalc::CountRegistration() {
-    ++FTop->FRegistrationStamp;
+    ++FTop->FChanges;
+    ++FTop->FRegistrations;
     if (FTop != this) ++FTop->FInnerRegistrations;
 }
 
-// Stamps only grow, so equal sums mean equal stamps all along the chain.
-std::uint64_t TCalc::RegistrationStamp() const noexcept {
-    std::uint64_t stamp = FTop->FRegistrationStamp;
-    for (const TCalc* parent = FTop->FCalc; parent != nullptr; parent = parent->FTop->FCalc) {
-        stamp += parent->FTop->FRegistrationStamp;
+// Counts only grow, so equal sums mean that none of them changed.
+std::uint64_t TCalc::RegistrationsAbove() const noexcept {
+    std::uint64_t count = 0;
+    for (const TCalc* parent = FCalc; parent != nullptr; parent = parent->FTop->FCalc) {
+        count += parent->FTop->FRegistrations;
     }
-    return stamp;
+    return count;
 }
 
 // Where the search for a name goes on: usually nothing is registered between a nested evaluator and its top.

@@ -163,7 +163,6 @@ private:
     friend class TCalcParser;
     friend class TCalcCompiler;
     friend class TCalcProgram;
-    friend class TCalcRun;
 
     using TItemList = std::vector<std::unique_ptr<TCalcObj>>;
     struct TRegistrations;
@@ -180,8 +179,16 @@ private:
     TRegistrations& OwnRegistrations();
     void CountRegistration();
     [[nodiscard]] const TCalc* NextInChain() const noexcept;
-    [[nodiscard]] std::uint64_t RegistrationStamp() const noexcept;
-    TCalcProgram& FreshProgram();
+    /// Of a top evaluator: changes whenever something is parsed in its tree, or registered there or in a parent.
+    [[nodiscard]] std::uint64_t Stamp() const noexcept {
+        return GetCalc() == nullptr ? FChanges : FChanges + RegistrationsAbove();
+    }
+    [[nodiscard]] std::uint64_t RegistrationsAbove() const noexcept;
+    [[nodiscard]] std::uint64_t ParsesInTree() const noexcept {
+        return FTop->FChanges - FTop->FRegistrations;
+    }
+    [[nodiscard]] Extended CalculateAnew(Extended* slots);
+    void RefreshProgram();
     void PreparePrograms();
     void WalkKeywords(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates) const;
 
@@ -193,11 +200,11 @@ private:
     bool FPure = true;                            // no keyword and no application's function anywhere inside
 
     // Kept by the top evaluator for its whole tree:
-    std::uint64_t FParseStamp = 0;         // counts the parses in the tree
-    std::uint64_t FRegistrationStamp = 0;  // counts the registrations in the tree
-    std::size_t FInnerRegistrations = 0;   // of them, those below the top
-    int FRunDepth = 0;                     // calculations under way
-    std::unique_ptr<TRetired> FRetired;    // what a callback replaced while a calculation still uses it
+    std::uint64_t FChanges = 0;             // parses and registrations in the tree
+    std::uint64_t FRegistrations = 0;       // of them, the registrations
+    std::uint64_t FInnerRegistrations = 0;  // of these, those below the top
+    int FRunDepth = 0;                      // calculations under way
+    std::unique_ptr<TRetired> FRetired;     // what a callback replaced while a calculation still uses it
 };
 
 }  // namespace Varnholt

@@ -35,10 +35,10 @@ bool IsInlined(TBuiltIn function) {
 }  // namespace
 
 TCalcProgram::TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees)
-    : FCalc(calc), FParseStamp(calc.FTop->FParseStamp) {
+    : FCalc(calc), FTop(*calc.FTop), FParses(calc.ParsesInTree()) {
     TCalcCompiler(*this, callees).Compile(calc);
-    BindKeywords(calc.RegistrationStamp());
     ReserveMemory();
+    BindKeywords();
 }
 
 void TCalcCompiler::Compile(const TCalc& calc) {
@@ -60,7 +60,7 @@ void TCalcCompiler::OpenExpression(const TCalc& calc) {
 void TCalcCompiler::OpenFunction(const TFunctionNum& function) {
     TFrame frame{&function, FOperands.size(), FReductions.size(), 0};
     if (function.GetFunction().GetBuiltIn() == fuMedian) {
-        frame.Singles = FEmitter.ReserveSingles(function.GetParams().size());
+        frame.FirstSlot = FEmitter.ReserveSlots(function.GetParams().size());
     }
     FFrames.push_back(frame);
 }
@@ -164,7 +164,7 @@ void TCalcCompiler::ContinueFunction() {
         case fuAvg:
             return Close(FEmitter.Combine(TCalcOp::Divide, frame.Value, {TSource::Constant, 0, count}));
         case fuMedian:
-            return Close(FEmitter.Median(frame.Singles, params.size()));
+            return Close(FEmitter.Median(frame.FirstSlot, params.size()));
         default:
             return Close(frame.Value);
     }
@@ -180,7 +180,7 @@ void TCalcCompiler::ReceiveParam(TFrame& frame, const TCalcValue& value) {
             frame.Value = index == 0 ? value : FEmitter.Combine(TCalcOp::Max, frame.Value, value);
             break;
         case fuMedian:
-            FEmitter.Narrow(value, frame.Singles + static_cast<std::uint32_t>(index));
+            FEmitter.Gather(value, frame.FirstSlot + static_cast<std::uint32_t>(index));
             break;
         case fuSqrt:
             frame.Value = FEmitter.Sqrt(value);

@@ -37,10 +37,10 @@ private:
         const TFunctionNum* Function;  // none for an expression
         std::size_t FirstOperand;
         std::size_t FirstReduction;
-        std::size_t Next;         // reduction or parameter
-        std::size_t Awaited = 0;  // the operand whose value comes next
-        TCalcValue Value{};       // of a function so far
-        std::uint32_t Singles = 0;
+        std::size_t Next;             // reduction or parameter
+        std::size_t Awaited = 0;      // the operand whose value comes next
+        TCalcValue Value{};           // of a function so far
+        std::uint32_t FirstSlot = 0;  // where a median gathers its values
     };
 
     void OpenExpression(const TCalc& calc);

@@ -32,22 +32,25 @@ public:
     [[nodiscard]] TCalcValue MissingOperand(std::size_t index);
     [[nodiscard]] TCalcValue NoItems();
 
-    /// Singles are the 32-bit values of a median: reserved together, gathered one by one, then used up.
-    [[nodiscard]] std::uint32_t ReserveSingles(std::size_t count);
-    void Narrow(const TCalcValue& value, std::uint32_t single);
-    [[nodiscard]] TCalcValue Median(std::uint32_t firstSingle, std::size_t count);
+    /// A median gathers its values in neighbouring slots: reserved together, filled one by one, then taken at once.
+    [[nodiscard]] std::uint32_t ReserveSlots(std::size_t count);
+    void Gather(const TCalcValue& value, std::uint32_t slot);
+    [[nodiscard]] TCalcValue Median(std::uint32_t firstSlot, std::size_t count);
 
-    /// The program's result. Nothing may be added after it.
+    /// Makes the program's value of it. Nothing may be added after it.
     void Finish(const TCalcValue& result);
 
 private:
     TCalcValue Emit(TCalcStep::TRun run, std::uint32_t left, std::uint32_t right = 0);
+    TCalcValue EmitOnLast(TCalcOp op, const TCalcValue& last, const TCalcValue& other, bool isReversed);
+    void Append(const TCalcStep& step);
+    std::uint32_t NewSlot();
+    [[nodiscard]] bool IsLast(const TCalcValue& value) const;
     std::uint32_t IndexOf(const TCalcValue& value);
     void Release(const TCalcValue& value);
 
     TCalcProgram& FProgram;
     std::vector<std::uint32_t> FFreeSlots;
-    std::size_t FSinglesInUse = 0;
 };
 
 }  // namespace Varnholt

@@ -1,7 +1,9 @@
 #include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
@@ -9,30 +11,34 @@
 namespace Varnholt {
 namespace {
 
-// Calculations with no more values than this work on the stack.
-constexpr std::size_t kStackSlots = 32;
-constexpr std::size_t kStackSingles = 32;
+// No tree ever counts so many changes.
+constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
 template <TCalcOp Op, TSource Left, TSource Right>
-void RunBinary(TCalcRun& run, const TCalcStep& step) {
-    const Extended left = run.Fetch<Left>(step.Left);
-    const Extended right = run.Fetch<Right>(step.Right);
-    run.Slot(step.Target) = Operate(Op, left, right);
+Extended RunBinary(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
+    if constexpr (Left == TSource::Keyword) {
+        const Extended left = program.Fetch<Left>(slots, step.Left);
+        return Operate(Op, left, program.Fetch<Right>(slots, step.Right));
+    } else {  // only the call on the right can be noticed; fetched after it, the left value need not be kept
+        const Extended right = program.Fetch<Right>(slots, step.Right);
+        return Operate(Op, program.Fetch<Left>(slots, step.Left), right);
+    }
 }
 
 template <TSource Source>
-void RunLoad(TCalcRun& run, const TCalcStep& step) {
-    run.Slot(step.Target) = run.Fetch<Source>(step.Left);
+Extended RunLoad(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
+    return program.Fetch<Source>(slots, step.Left);
 }
 
 template <TSource Source>
-void RunSqrt(TCalcRun& run, const TCalcStep& step) {
-    run.Slot(step.Target) = std::sqrt(run.Fetch<Source>(step.Left));
+Extended RunSquare(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
+    const Extended value = program.Fetch<Source>(slots, step.Left);
+    return value * value;
 }
 
 template <TSource Source>
-void RunNarrow(TCalcRun& run, const TCalcStep& step) {
-    *run.Single(step.Target) = static_cast<float>(run.Fetch<Source>(step.Left));
+Extended RunSqrt(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
+    return std::sqrt(program.Fetch<Source>(slots, step.Left));
 }
 
 constexpr std::size_t kOpCount = 7;
@@ -50,10 +56,10 @@ constexpr TBinaryTable kBinarySteps =
     MakeBinaryTable(std::make_index_sequence<kOpCount * kSourceCount * kSourceCount>());
 constexpr TSourceTable kLoadSteps{&RunLoad<TSource::Slot>, &RunLoad<TSource::Constant>,
                                   &RunLoad<TSource::Keyword>};
+constexpr TSourceTable kSquareSteps{&RunSquare<TSource::Slot>, &RunSquare<TSource::Constant>,
+                                    &RunSquare<TSource::Keyword>};
 constexpr TSourceTable kSqrtSteps{&RunSqrt<TSource::Slot>, &RunSqrt<TSource::Constant>,
                                   &RunSqrt<TSource::Keyword>};
-constexpr TSourceTable kNarrowSteps{&RunNarrow<TSource::Slot>, &RunNarrow<TSource::Constant>,
-                                    &RunNarrow<TSource::Keyword>};
 
 constexpr std::size_t IndexOf(TSource source) {
     return static_cast<std::size_t>(source);
@@ -82,89 +88,69 @@ TCalcStep::TRun LoadStep(TSource source) {
     return kLoadSteps[IndexOf(source)];
 }
 
+TCalcStep::TRun SquareStep(TSource source) {
+    return kSquareSteps[IndexOf(source)];
+}
+
 TCalcStep::TRun SqrtStep(TSource source) {
     return kSqrtSteps[IndexOf(source)];
 }
 
-TCalcStep::TRun NarrowStep(TSource source) {
-    return kNarrowSteps[IndexOf(source)];
+Extended MedianStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
+    const std::span<const Extended> values(slots + step.Left, step.Right);
+    float* const singles = program.Singles();
+    std::ranges::transform(values, singles, [](Extended value) { return static_cast<float>(value); });
+    return MedianOf({singles, values.size()});
 }
 
-void MedianStep(TCalcRun& run, const TCalcStep& step) {
-    run.Slot(step.Target) = MedianOf({run.Single(step.Left), step.Right});
+Extended CallStep(const TCalcProgram& program, Extended*, const TCalcStep& step) {
+    return program.CallFunction(step.Left);
 }
 
-void CallStep(TCalcRun& run, const TCalcStep& step) {
-    run.Slot(step.Target) = run.CallFunction(step.Left);
-}
-
-void MissingOperandStep(TCalcRun&, const TCalcStep& step) {
+Extended MissingOperandStep(const TCalcProgram&, Extended*, const TCalcStep& step) {
     throw EListError::IndexOutOfBounds(step.Left);
 }
 
-void NoItemsStep(TCalcRun&, const TCalcStep&) {
+Extended NoItemsStep(const TCalcProgram&, Extended*, const TCalcStep&) {
     throw ECalcException(ceSyntax);
 }
 
-void TCalcProgram::BindKeywords(std::uint64_t stamp) {
-    for (TBinding& binding : FBindings) binding.Keyword = binding.Item->GetKeywordObject();
-    FRegistrationStamp = stamp;
-}
-
-bool TCalcProgram::FitsOnStack() const {
-    return FSlotCount <= kStackSlots && FSingleCount <= kStackSingles;
-}
-
-void TCalcProgram::ReserveMemory() {
-    if (FitsOnStack()) return;
-    FSlots.resize(FSlotCount);
-    FSingles.resize(FSingleCount);
-}
-
-Extended TCalcProgram::Run() {
-    if (FKnownValue) return *FKnownValue;
-    if (FitsOnStack()) {
-        Extended slots[kStackSlots];
-        float singles[kStackSingles];
-        const Extended value = TCalcRun(*this, slots, singles).Execute();
-        if (FCalc.FPure) FKnownValue = value;
-        return value;
-    }
-    if (FInUse) {  // a callback calculates this very evaluator
-        std::vector<Extended> slots(FSlotCount);
-        std::vector<float> singles(FSingleCount);
-        return TCalcRun(*this, slots.data(), singles.data()).Execute();
-    }
-    const TClaim claim(FInUse);
-    const Extended value = TCalcRun(*this, FSlots.data(), FSingles.data()).Execute();
-    if (FCalc.FPure) FKnownValue = value;
-    return value;
-}
-
-TCalcRun::TCalcRun(const TCalcProgram& program, Extended* slots, float* singles)
-    : FProgram(program), FSlots(slots), FConstants(program.FConstants.data()), FSingles(singles) {}
-
-Extended TCalcRun::Execute() {
-    for (const TCalcStep& step : FProgram.FSteps) step.Run(*this, step);
-    switch (FProgram.FResultSource) {
-        case TSource::Constant:
-            return FConstants[FProgram.FResult];
-        case TSource::Keyword:
-            return CallKeyword(FProgram.FResult);
-        case TSource::Slot:
-            break;
-    }
-    return FSlots[FProgram.FResult];
+void TCalcProgram::BindKeywords() {
+    std::ranges::transform(FKeywordItems, FKeywords.begin(), &TKeywordNum::GetKeywordObject);
+    FStamp = FTop.Stamp();
+    const bool hasUnknown = std::ranges::find(FKeywords, nullptr) != FKeywords.end();
+    const bool isPlain = !FCalc.FPure && FSlots.empty() && FTop.GetCalc() == nullptr && !hasUnknown;
+    FReadyChanges = isPlain ? FTop.FChanges : kNever;
 }
 
 // A callback may have registered something since the keywords were bound: then the name is looked up anew.
-Extended TCalcRun::CallKeyword(std::uint32_t index) const {
-    const TCalcProgram::TBinding& binding = FProgram.FBindings[index];
-    if (binding.Keyword != nullptr && FProgram.FCalc.RegistrationStamp() == FProgram.FRegistrationStamp)
-        [[likely]] {
-        return binding.Keyword->Number();
+Extended TCalcProgram::CallKeyword(std::uint32_t index) const {
+    const TKeyword* keyword = FKeywords[index];
+    if (keyword != nullptr && IsBound(FTop.Stamp())) return keyword->Number();
+    return FKeywordItems[index]->Get_Number();
+}
+
+void TCalcProgram::ReserveMemory() {
+    FKeywords.resize(FKeywordItems.size());
+    FSingles.resize(FSingleCount);
+    if (FSlotCount > kStackSlots) FSlots.resize(FSlotCount);
+}
+
+Extended TCalcProgram::Run(Extended* slots) {
+    if (FKnownValue) return *FKnownValue;
+    const bool isPure = FCalc.FPure;
+    const Extended value = FSlots.empty() ? Execute(slots) : RunInOwnMemory();
+    if (isPure) FKnownValue = value;
+    return value;
+}
+
+Extended TCalcProgram::RunInOwnMemory() {
+    if (FInUse) {  // a callback calculates this very evaluator
+        std::vector<Extended> slots(FSlotCount);
+        return Execute(slots.data());
     }
-    return binding.Item->Get_Number();
+    const TClaim claim(FInUse);
+    return Execute(FSlots.data());
 }
 
 }  // namespace Varnholt

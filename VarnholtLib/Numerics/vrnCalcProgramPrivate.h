@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -9,20 +8,24 @@
 
 namespace Varnholt {
 
-class TCalcRun;
-
 /// Where a step finds a value: in a slot of the calculation, among the program's constants, or by calling a keyword.
 enum class TSource : std::uint8_t { Slot, Constant, Keyword };
 inline constexpr std::size_t kSourceCount = 3;
 
-/// One step of a program. Left and Right are indices by the step's kind; the result goes to the slot Target.
+/// One step of a program; it gives a value. A step with a function takes its operands by the indices Left and Right. A
+/// step without one does Op with the value of the step before it and an operand that is no keyword, whose index is
+/// Right; IsReversed puts that operand on the left.
 struct TCalcStep {
-    using TRun = void (*)(TCalcRun& run, const TCalcStep& step);
+    using TRun = Extended (*)(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
 
     TRun Run;
     std::uint32_t Left = 0;
     std::uint32_t Right = 0;
-    std::uint32_t Target = 0;
+    std::uint32_t Target = 0;  // the slot of the value
+    TCalcOp Op = TCalcOp::Add;
+    bool IsReversed = false;
+    bool IsConstant = false;  // the operand Right, of a step without a function
+    bool IsStored = false;    // the value goes to its slot: a later step than the next one takes it
 };
 
 /// An expression as a flat list of steps in the order of the callbacks. Groups and the built-in functions but
@@ -31,83 +34,94 @@ struct TCalcStep {
 /// It refers to the items of the evaluator that it was made from, and lives no longer than they do.
 class TCalcProgram {
 public:
+    /// Programs with no more slots work on the stack.
+    static constexpr std::size_t kStackSlots = 32;
+
     /// Adds the parameters' evaluators of the functions that it calls to `callees`.
     TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees);
 
-    [[nodiscard]] Extended Run();
+    /// Whether the program may be executed as it stands, told by the changes in its tree: nothing was parsed or
+    /// registered since the keywords were bound, and nothing about the program asks for Run.
+    [[nodiscard]] bool IsReady(std::uint64_t changes) const noexcept { return changes == FReadyChanges; }
+    /// The value of a program that is ready. `slots` has room for kStackSlots values.
+    [[nodiscard]] Extended Execute(Extended* slots) const;
 
-    /// Binds the keywords to the registrations of the moment, which the stamp stands for.
-    void BindKeywords(std::uint64_t stamp);
-    [[nodiscard]] std::uint64_t GetRegistrationStamp() const noexcept { return FRegistrationStamp; }
-    /// The parse of the tree that the program was made after.
-    [[nodiscard]] std::uint64_t GetParseStamp() const noexcept { return FParseStamp; }
-
-private:
-    friend class TCalcEmitter;
-    friend class TCalcRun;
-
-    [[nodiscard]] bool FitsOnStack() const;
-    void ReserveMemory();
-
-    struct TBinding {
-        const TKeywordNum* Item;
-        const TKeyword* Keyword;  // none while no such keyword is registered
-    };
-
-    const TCalc& FCalc;
-    std::vector<TCalcStep> FSteps;
-    std::vector<Extended> FConstants;
-    std::vector<TBinding> FBindings;
-    std::vector<const TFunctionNum*> FCalls;
-    TSource FResultSource = TSource::Slot;
-    std::uint32_t FResult = 0;
-    std::size_t FSlotCount = 0;
-    std::size_t FSingleCount = 0;  // 32-bit values that medians gather
-
-    std::uint64_t FParseStamp;
-    std::uint64_t FRegistrationStamp = 0;
-    std::optional<Extended> FKnownValue;  // of a program without callbacks, once calculated
-    std::vector<Extended> FSlots;         // for programs too large for the stack
-    std::vector<float> FSingles;
-    bool FInUse = false;  // FSlots and FSingles serve a calculation under way
-};
-
-/// One calculation of a program.
-class TCalcRun {
-public:
-    TCalcRun(const TCalcProgram& program, Extended* slots, float* singles);
-
-    [[nodiscard]] Extended Execute();
+    /// The value of any program whose keywords are bound.
+    [[nodiscard]] Extended Run(Extended* slots);
+    /// Binds the keywords to the registrations of the moment.
+    void BindKeywords();
+    /// Whether the stamp of the top evaluator is that of the last binding.
+    [[nodiscard]] bool IsBound(std::uint64_t stamp) const noexcept { return stamp == FStamp; }
+    /// The number of parses in the tree when the program was made.
+    [[nodiscard]] std::uint64_t GetParses() const noexcept { return FParses; }
 
     /// The value that a step takes.
     template <TSource Source>
-    [[nodiscard]] Extended Fetch(std::uint32_t index) {
-        if constexpr (Source == TSource::Slot) return FSlots[index];
+    [[nodiscard]] Extended Fetch(const Extended* slots, std::uint32_t index) const {
+        if constexpr (Source == TSource::Slot) return slots[index];
         if constexpr (Source == TSource::Constant) return FConstants[index];
+        if (IsReady(FTop.FChanges)) [[likely]]
+            return FKeywords[index]->Number();
         return CallKeyword(index);
     }
-    [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
-    [[nodiscard]] Extended CallFunction(std::uint32_t index) const {
-        return FProgram.FCalls[index]->Get_Number();
-    }
-    [[nodiscard]] Extended& Slot(std::uint32_t index) { return FSlots[index]; }
-    [[nodiscard]] float* Single(std::uint32_t index) { return FSingles + index; }
+    [[nodiscard]] Extended CallFunction(std::uint32_t index) const { return FCalls[index]->Get_Number(); }
+    /// Room for the 32-bit values of the largest median.
+    [[nodiscard]] float* Singles() const noexcept { return FSingles.data(); }
 
 private:
-    const TCalcProgram& FProgram;
-    Extended* FSlots;
-    const Extended* FConstants;
-    float* FSingles;
+    friend class TCalcEmitter;
+
+    [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
+    [[nodiscard]] Extended RunInOwnMemory();
+    void ReserveMemory();
+
+    const TCalc& FCalc;
+    const TCalc& FTop;
+    std::vector<TCalcStep> FSteps;
+    std::vector<Extended> FConstants;
+    std::vector<const TKeyword*> FKeywords;
+    std::vector<const TKeywordNum*> FKeywordItems;  // the items that name them
+    std::vector<const TFunctionNum*> FCalls;
+    std::size_t FSlotCount = 0;
+    std::size_t FSingleCount = 0;
+    std::uint64_t FParses;
+    std::uint64_t FStamp = 0;
+    std::uint64_t FReadyChanges = 0;
+
+    // Programs without callbacks give their first value again; large programs work in memory of their own.
+    std::optional<Extended> FKnownValue;
+    std::vector<Extended> FSlots;
+    bool FInUse = false;                  // FSlots serves a calculation under way
+    mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back
 };
 
-/// The kinds of step.
+// The value goes from step to step in a register; a function that is called leaves it there.
+inline Extended TCalcProgram::Execute(Extended* slots) const {
+    Extended value = 0;
+    for (const TCalcStep& step : FSteps) {
+        if (step.Run != nullptr) {
+            value = step.Run(*this, slots, step);
+        } else {
+            const Extended other = (step.IsConstant ? FConstants.data() : slots)[step.Right];
+            value = step.IsReversed ? Operate(step.Op, other, value) : Operate(step.Op, value, other);
+        }
+        if (step.IsStored) slots[step.Target] = value;
+    }
+    return value;
+}
+
+/// The kinds of step with a function. Left is the operand, the right one of two is Right.
 [[nodiscard]] TCalcStep::TRun BinaryStep(TCalcOp op, TSource left, TSource right);
-[[nodiscard]] TCalcStep::TRun LoadStep(TSource source);         // Left
-[[nodiscard]] TCalcStep::TRun SqrtStep(TSource source);         // Left
-[[nodiscard]] TCalcStep::TRun NarrowStep(TSource source);       // Left, to the single Target
-void MedianStep(TCalcRun& run, const TCalcStep& step);          // singles from Left, Right of them
-void CallStep(TCalcRun& run, const TCalcStep& step);            // the call Left
-void MissingOperandStep(TCalcRun& run, const TCalcStep& step);  // raises EListError for item Left
-void NoItemsStep(TCalcRun& run, const TCalcStep& step);         // raises ceSyntax
+[[nodiscard]] TCalcStep::TRun LoadStep(TSource source);
+[[nodiscard]] TCalcStep::TRun SquareStep(TSource source);
+[[nodiscard]] TCalcStep::TRun SqrtStep(TSource source);
+/// The median of Right slots from Left on.
+Extended MedianStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
+/// Calls the function Left.
+Extended CallStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
+/// Raises EListError for the item Left.
+Extended MissingOperandStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
+/// Raises ceSyntax.
+Extended NoItemsStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
 
 }  // namespace Varnholt

@@ -1,0 +1,212 @@
+#include <muParser.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "VarnholtLib/Numerics/vrnMath.h"
+
+/// The evaluator beside muParser, in double, and beside hand-written C++ in long double that is called through a
+/// function pointer. All values come through callbacks: for us and for the hand-written code the keyword
+/// callbacks that are registered on the evaluator, for muParser functions without arguments that take user data.
+///
+/// Rounds of the contestants follow one another, many times, so that what else the machine does meets them
+/// all alike; of each contestant's times the lower decile counts.
+namespace {
+
+using Varnholt::Extended;
+using Varnholt::String;
+using Varnholt::StringView;
+using Varnholt::TCalc;
+using Varnholt::TKeyword;
+
+constexpr int kRounds = 200;
+constexpr int kCalculations = 2000;
+constexpr int kParses = 200;
+
+/// The application's data: what the keywords stand for.
+struct TValue {
+    const char* Name;
+    double Number;
+};
+std::array<TValue, 6> values{
+    {{"a", 3.25}, {"b", 1.5}, {"c", 7}, {"tmax", 12.8}, {"tmin", 5}, {"rain", 10.9}}};
+
+std::array<TKeyword*, 6> keywords{};  // of the evaluator under test, in the order of the values
+
+Extended Ask(std::size_t keyword) {
+    return keywords[keyword]->Number();
+}
+Extended A() {
+    return Ask(0);
+}
+Extended B() {
+    return Ask(1);
+}
+Extended C() {
+    return Ask(2);
+}
+Extended TMax() {
+    return Ask(3);
+}
+Extended TMin() {
+    return Ask(4);
+}
+Extended Rain() {
+    return Ask(5);
+}
+Extended Mean() {
+    return (TMax() + TMin()) / 2;
+}
+Extended Scaled() {
+    return 2 * (Rain() + 1.5L);
+}
+Extended Constants() {
+    return 1 + 2 * 3 - 4.0L / 5 + A();
+}
+Extended Polynomial() {
+    const Extended quotient = ((A() + B()) * (A() - B())) / ((C() + 1) * (C() + 2));
+    const Extended a = A();
+    const Extended b = B();
+    return quotient + a * a - b * b;
+}
+Extended SixSum() {
+    return (A() + B() + C() + TMax() + TMin() + Rain()) / 6;
+}
+Extended Choice() {
+    const Extended greatest = std::max(std::min(A(), B()), C());
+    const Extended left = A() * A();
+    return greatest + std::sqrt(left + B() * B());
+}
+
+struct TContest {
+    const char* Name;
+    StringView Ours;
+    const char* MuParser;
+    Extended (*HandWritten)();
+};
+
+const TContest contests[] = {
+    {"(tmax + tmin) / 2", u"($tmax + $tmin) / 2", "(tmax() + tmin()) / 2", Mean},
+    {"2 * (rain + 1.5)", u"2 * ($rain + 1.5)", "2 * (rain() + 1.5)", Scaled},
+    {"1 + 2 * 3 - 4 / 5 + a", u"1 + 2 * 3 - 4 / 5 + $a", "1 + 2 * 3 - 4 / 5 + a()", Constants},
+    {"((a+b)*(a-b))/((c+1)*(c+2)) + a^2 - b^2", u"(($a+$b)*($a-$b))/(($c+1)*($c+2)) + $a^2 - $b^2",
+     "((a()+b())*(a()-b()))/((c()+1)*(c()+2)) + a()^2 - b()^2", Polynomial},
+    {"sum of six / 6", u"($a + $b + $c + $tmax + $tmin + $rain) / 6",
+     "(a() + b() + c() + tmax() + tmin() + rain()) / 6", SixSum},
+    {"max(min(a,b),c) + sqrt(a*a + b*b)", u"@max(@min($a,$b),$c) + @sqrt(($a*$a + $b*$b))",
+     "max(min(a(),b()),c()) + sqrt(a()*a() + b()*b())", Choice},
+};
+
+Extended AskValue(TCalc&, const String&, void* param) {
+    return static_cast<Extended>(static_cast<const TValue*>(param)->Number);
+}
+
+double AskMuParser(void* param) {
+    return static_cast<const TValue*>(param)->Number;
+}
+
+void Register(TCalc& calc) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        calc.RegisterKeyword(Varnholt::FromUtf8(values[i].Name), &values[i], AskValue);
+        keywords[i] = &calc.Get_Keyword(static_cast<int>(i));
+    }
+}
+
+void Register(mu::Parser& parser) {
+    for (TValue& value : values) parser.DefineFunUserData(value.Name, AskMuParser, &value, false);
+}
+
+volatile double sink;
+
+/// Nanoseconds for each call.
+double Time(int times, const std::function<void(int)>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work(times);
+    const std::chrono::duration<double, std::nano> elapsed = std::chrono::steady_clock::now() - start;
+    return elapsed.count() / times;
+}
+
+using TWork = std::function<void(int)>;
+
+/// The lower decile of each contestant's times, round by round in turn.
+std::vector<double> Compare(int times, const std::vector<TWork>& contestants) {
+    std::vector<std::vector<double>> all(contestants.size());
+    for (int round = 0; round < kRounds; ++round) {
+        for (std::size_t i = 0; i < contestants.size(); ++i) all[i].push_back(Time(times, contestants[i]));
+    }
+    std::vector<double> deciles;
+    for (std::vector<double>& samples : all) {
+        std::ranges::sort(samples);
+        deciles.push_back(samples[samples.size() / 10]);
+    }
+    return deciles;
+}
+
+void CompareCalculation(const TContest& contest) {
+    TCalc calc;
+    Register(calc);
+    calc.Set_Exp(contest.Ours);
+    mu::Parser parser;
+    Register(parser);
+    parser.SetExpr(contest.MuParser);
+
+    const auto expected = static_cast<double>(contest.HandWritten());
+    const auto agrees = [&](double value) {
+        return std::abs(value - expected) <= 1e-12 * std::abs(expected);
+    };
+    if (!agrees(static_cast<double>(calc.Calculate())) || !agrees(parser.Eval())) {
+        std::printf("%s: the contestants disagree\n", contest.Name);
+        std::exit(1);
+    }
+    Extended (*volatile handWritten)() = contest.HandWritten;
+    const std::vector<double> times =
+        Compare(kCalculations, {[&](int n) {
+                                    while (n-- > 0) sink = static_cast<double>(calc.Calculate());
+                                },
+                                [&](int n) {
+                                    while (n-- > 0) sink = parser.Eval();
+                                },
+                                [&](int n) {
+                                    while (n-- > 0) sink = static_cast<double>(handWritten());
+                                }});
+    std::printf("| `%s` | %.1f | %.1f | %.1f | %.2f | %.2f |\n", contest.Name, times[0], times[1], times[2],
+                times[0] / times[1], times[0] / times[2]);
+}
+
+void CompareParsing(const TContest& contest) {
+    TCalc calc;
+    Register(calc);
+    mu::Parser parser;
+    Register(parser);
+    const std::string muExpression = contest.MuParser;
+    const std::vector<double> times = Compare(kParses, {[&](int n) {
+                                                            while (n-- > 0) calc.Set_Exp(contest.Ours);
+                                                        },
+                                                        [&](int n) {
+                                                            while (n-- > 0) {
+                                                                parser.SetExpr(muExpression);
+                                                                sink = parser.Eval();
+                                                            }
+                                                        }});
+    std::printf("| `%s` | %.0f | %.0f | %.1f |\n", contest.Name, times[0], times[1], times[1] / times[0]);
+}
+
+}  // namespace
+
+int main() {
+    std::printf("Calculation, ns each\n\n");
+    std::printf("| expression | VarnholtLib | muParser | hand-written | to muParser | to hand-written |\n");
+    std::printf("|---|---|---|---|---|---|\n");
+    for (const TContest& contest : contests) CompareCalculation(contest);
+    std::printf(
+        "\nParsing, ns each (muParser: with the first evaluation, which does most of its parsing)\n\n");
+    std::printf("| expression | VarnholtLib | muParser | times faster |\n|---|---|---|---|\n");
+    for (const TContest& contest : contests) CompareParsing(contest);
+    return 0;
+}
