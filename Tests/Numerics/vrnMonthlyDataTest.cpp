@@ -1,0 +1,35 @@
+#include "VarnholtLib/Numerics/vrnMonthlyData.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace Varnholt {
+namespace {
+
+using THelper = TMonthlyDataHelper;
+
+// 2^24 + 1 has no place in 32 bits and is rounded back, each time.
+const TMonthlyData kSteep{{1, 16777216, 0.5f, 1, 1, 1, 1, 1, 1, 1, 1, -3}};
+
+TEST(vrnMonthlyData, WorksOnTheYearAndOnSelections) {
+    EXPECT_EQ(THelper::Sum(kSteep), 16777213);
+    EXPECT_EQ(THelper::Average(kSteep), 16777213.0f / 12);
+    EXPECT_EQ(THelper::Min(kSteep), -3);
+    EXPECT_EQ(THelper::Max(kSteep), 16777216);
+
+    const TMonthSet winter = MonthSetOf({moDecember, moJanuary, moMarch});
+    EXPECT_THAT(THelper::Extract(kSteep, winter), testing::ElementsAre(1, 0.5f, -3));
+    EXPECT_EQ(THelper::Sum(kSteep, MonthSetOf({moMarch, moFebruary})), 16777216);
+    EXPECT_EQ(THelper::Average(kSteep, MonthSetOf({moJanuary, moMarch})), 0.75f);
+    EXPECT_EQ(THelper::Min(kSteep, winter), -3);
+    EXPECT_EQ(THelper::Max(kSteep, winter), 1);
+
+    EXPECT_EQ(THelper::Sum(kSteep, {}), 0);
+    EXPECT_TRUE(std::isnan(THelper::Average(kSteep, {})));
+    EXPECT_TRUE(std::isnan(THelper::Min(kSteep, {})) && std::isnan(THelper::Max(kSteep, {})));
+}
+
+}  // namespace
+}  // namespace Varnholt
