@@ -1,6 +1,7 @@
 #include "VarnholtLib/vrnPackage.h"
 
 #include "VarnholtLib/LoadTable.h"
+#include "VarnholtLib/Numerics/vrnCurveFit.h"
 
 namespace Varnholt {
 namespace {
@@ -83,7 +84,7 @@ constexpr std::array kModules = {
     TModule{u"vrnNotifyEventList", {}},
     TModule{u"vrnNamedPoint", {}},
     TModule{u"vrnMenuHelpers", {}},
-    TModule{u"vrnCurveFit", {}},
+    TModule{u"vrnCurveFit", kCurveFitWork},
     TModule{u"vrnScaledImageListCollection", {}},
     TModule{u"vrnHiDpi", {}},
     TModule{u"vrnDebugUtils", {}},

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "VarnholtBaseLib/Arrays.h"
+#include "VarnholtLib/Foundation/vrnUseCount.h"
+
+/// Least-squares fits of curves with two parameters A and B, and the registry from which an application lists
+/// them, runs one by name, draws its curve and prints its equation.
+///
+///     for (const auto& entry : TFitFuncs::Items()) menu.Add(entry->Name());
+///     const auto fit = TFitFuncs::Linear();
+///     float a = 0, b = 0;
+///     fit->FitFunc()(x, y, a, b);                    // x = 1, 2, 3 and y = 3, 5, 7
+///     Show(fit->FitFormatEqFunc()(a, b));            // Y=1.000+2.000X
+///     const float middle = fit->FitYFunc()(2.5F, a, b);
+///
+/// The registry begins with "Linear" and "Exponential". It lives from the load of the library to its unload.
+///
+/// Precision: the sums over the points are 32-bit floats, rounded at each addition, and so are A and B; what
+/// lies between is computed in Extended. The sums of RSquaredLinear have 64 bits. Not finite or not
+/// determined, as by one point or by equal X, the results are what IEEE 754 makes of the formulas: NaN or an
+/// infinity, for a single point NaN twice.
+///
+/// Threads: the fits keep no state. The registry has no lock: register entries before other threads read it.
+namespace Varnholt {
+
+/// Fits a curve to the points (X[i], Y[i]) and tells its parameters.
+using TFitFunc = void (*)(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
+/// The y of a curve at x.
+using TFitYFunc = float (*)(float x, float a, float b);
+/// The equation of a curve as a text, numbers with three decimals and the separator of FormatSettings().
+using TFitFormatEqFunc = String (*)(float a, float b);
+/// The coefficient of determination of the fit to the points, 0 to 1.
+using TR2Func = float (*)(const TIntegerArray& x, const TSingleArray& y);
+
+/// What belongs to one family of curves. A function that it lacks is null.
+class VARNHOLT_EXPORT IFitFuncs {
+public:
+    virtual ~IFitFuncs() = default;
+
+    [[nodiscard]] virtual TFitFunc FitFunc() const = 0;
+    [[nodiscard]] virtual TFitYFunc FitYFunc() const = 0;
+    [[nodiscard]] virtual TFitFormatEqFunc FitFormatEqFunc() const = 0;
+    [[nodiscard]] virtual TR2Func R2Func() const = 0;
+    [[nodiscard]] virtual String Name() const = 0;
+};
+
+/// An entry of the registry; its class-level operations are the registry.
+class VARNHOLT_EXPORT TFitFuncs final : public IFitFuncs {
+public:
+    TFitFuncs(StringView name, TFitFunc fit, TFitYFunc y, TFitFormatEqFunc equation, TR2Func r2);
+
+    [[nodiscard]] TFitFunc FitFunc() const override { return FFitFunc; }
+    [[nodiscard]] TFitYFunc FitYFunc() const override { return FFitYFunc; }
+    [[nodiscard]] TFitFormatEqFunc FitFormatEqFunc() const override { return FFitFormatEqFunc; }
+    [[nodiscard]] TR2Func R2Func() const override { return FR2Func; }
+    [[nodiscard]] String Name() const override { return FName; }
+
+    /// The registered entries as they are now, in the order of their registration; none while the library is
+    /// not loaded.
+    [[nodiscard]] static std::vector<std::shared_ptr<IFitFuncs>> Items();
+
+    /// The built-in entries; null while the library is not loaded. "Exponential" has no R2Func.
+    [[nodiscard]] static std::shared_ptr<IFitFuncs> Linear();
+    [[nodiscard]] static std::shared_ptr<IFitFuncs> Exponential();
+
+    /// Appends a new entry to the registry and returns it. A name may occur twice. EInvalidOperation "The
+    /// registry of curve fits is not loaded".
+    static std::shared_ptr<IFitFuncs> RegisterFuncs(StringView name, TFitFunc fit, TFitYFunc y,
+                                                    TFitFormatEqFunc equation, TR2Func r2);
+
+private:
+    friend struct TCurveFitLoad;
+    using TItems = std::vector<std::shared_ptr<IFitFuncs>>;
+
+    // Plain pointers, because they are used before and after all static objects.
+    static TItems* FItems;
+    static std::shared_ptr<IFitFuncs>* FLinear;
+    static std::shared_ptr<IFitFuncs>* FExponential;
+
+    TFitFunc FFitFunc;
+    TFitYFunc FFitYFunc;
+    TFitFormatEqFunc FFitFormatEqFunc;
+    TR2Func FR2Func;
+    String FName;
+};
+
+/// The steps of this module for the load table; nobody else calls them.
+struct TCurveFitLoad {
+    static void CreateItems() noexcept;
+    static void FreeItems() noexcept;
+    static void ReleaseBuiltIns() noexcept;
+};
+inline constexpr TModuleWork kCurveFitWork = {.Initialize = &TCurveFitLoad::CreateItems,
+                                              .Finalize = &TCurveFitLoad::FreeItems,
+                                              .DestructClass = &TCurveFitLoad::ReleaseBuiltIns};
+
+/// The straight line y = A + B * x:
+///
+///     A = (Sxx * Sy - Sx * Sxy) / (n * Sxx - Sx * Sx)
+///     B = (n * Sxy - Sx * Sy) / (n * Sxx - Sx * Sx)
+///
+/// Each x * x is a 32-bit product modulo 2^32, so the result is right for |x| up to 46340 and not beyond.
+/// Raises EArgumentException, with A and B unchanged:
+/// - "Not enough X values specified": X is empty
+/// - "Number of Y values does not match the number of X values"
+VARNHOLT_EXPORT void FitLinear(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
+/// B * x + A
+[[nodiscard]] VARNHOLT_EXPORT float FitLinearY(float x, float a, float b);
+/// "Y=A+BX". A negative B shows its sign behind the plus.
+[[nodiscard]] VARNHOLT_EXPORT String FitLinearFormatEq(float a, float b);
+
+/// The square of Pearson's correlation of X and Y:
+///
+///     r = (n * Sxy - Sx * Sy) / sqrt((n * Sxx - Sx * Sx) * (n * Syy - Sy * Sy))
+///
+/// 0 if X or Y has no variance, and so without points. Y values beyond the length of X do not count.
+/// EArgumentException "Number of Y values is less than the number of X values".
+[[nodiscard]] VARNHOLT_EXPORT float RSquaredLinear(const TIntegerArray& x, const TSingleArray& y);
+
+/// The exponential y = A * e^(B * x), as the straight line through ln y, so that relative errors of y count
+/// alike. With l = ln y as 32-bit floats:
+///
+///     A = e^((Sxx * Sl - Sx * Sxl) / (n * Sxx - Sx * Sx))
+///     B = (n * Sxl - Sx * Sl) / (n * Sxx - Sx * Sx)
+///
+/// A y that is no farther from 0 than 0.000001 counts as 0.000001. About x * x and the EArgumentExceptions
+/// see FitLinear. Any other negative y raises Exception "Dataset does not support Exponential fit"; a NaN
+/// goes on into A and B.
+VARNHOLT_EXPORT void FitExp(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
+/// e^(B * x) * A
+[[nodiscard]] VARNHOLT_EXPORT float FitExpY(float x, float a, float b);
+/// "Y=Ae^BX"
+[[nodiscard]] VARNHOLT_EXPORT String FitExpFormatEq(float a, float b);
+
+}  // namespace Varnholt
