@@ -2,3 +2,5 @@
 
 /// The mathematics module: one header for all of its files.
 #include "VarnholtLib/Numerics/vrnCalc.h"
+#include "VarnholtLib/Numerics/vrnCoordinates.h"
+#include "VarnholtLib/Numerics/vrnSmallMath.h"
