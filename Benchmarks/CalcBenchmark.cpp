@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <vector>
@@ -25,7 +26,7 @@ using Varnholt::StringView;
 using Varnholt::TCalc;
 using Varnholt::TKeyword;
 
-constexpr int kRounds = 200;
+int rounds = 200;  // --rounds N
 constexpr int kCalculations = 2000;
 constexpr int kParses = 200;
 
@@ -137,7 +138,7 @@ using TWork = std::function<void(int)>;
 /// The lower decile of each contestant's times, round by round in turn.
 std::vector<double> Compare(int times, const std::vector<TWork>& contestants) {
     std::vector<std::vector<double>> all(contestants.size());
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         for (std::size_t i = 0; i < contestants.size(); ++i) all[i].push_back(Time(times, contestants[i]));
     }
     std::vector<double> deciles;
@@ -199,7 +200,8 @@ void CompareParsing(const TContest& contest) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    if (argc == 3 && std::string(argv[1]) == "--rounds") rounds = std::max(1, std::atoi(argv[2]));
     std::printf("Calculation, ns each\n\n");
     std::printf("| expression | VarnholtLib | muParser | hand-written | to muParser | to hand-written |\n");
     std::printf("|---|---|---|---|---|---|\n");

@@ -1,6 +1,6 @@
 #include "VarnholtLib/vrnPackage.h"
 
-#include "VarnholtLib/LoadTable.h"
+#include "VarnholtLib/LoadTablePrivate.h"
 #include "VarnholtLib/Numerics/vrnCurveFit.h"
 
 namespace Varnholt {

@@ -21,5 +21,8 @@ install(FILES "${PROJECT_BINARY_DIR}/VarnholtLibConfig.cmake"
               "${PROJECT_BINARY_DIR}/VarnholtLibConfigVersion.cmake"
         DESTINATION "${package_dir}")
 
+# The file finds the rest of the package from where it stands, so an installed tree can be moved.
+file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/varnholtlib.pc.in" "${PROJECT_BINARY_DIR}/varnholtlib.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/varnholtlib.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -1,6 +1,6 @@
 // A shared object with a load table of its own, whose steps tell the program that loads it. See
 // vrnPackageTest.cpp.
-#include "VarnholtLib/LoadTable.h"
+#include "VarnholtLib/LoadTablePrivate.h"
 
 /// Defined by the program.
 extern "C" VARNHOLT_EXPORT void RecordLoadStep(const char* step) noexcept;
