@@ -24,7 +24,7 @@ using Varnholt::Extended;
 using Varnholt::String;
 using Varnholt::StringView;
 using Varnholt::TCalc;
-using Varnholt::TKeyword;
+using Varnholt::TKeywordEvent;
 
 int rounds = 200;  // --rounds N
 constexpr int kCalculations = 2000;
@@ -38,10 +38,22 @@ struct TValue {
 std::array<TValue, 6> values{
     {{"a", 3.25}, {"b", 1.5}, {"c", 7}, {"tmax", 12.8}, {"tmin", 5}, {"rain", 10.9}}};
 
-std::array<TKeyword*, 6> keywords{};  // of the evaluator under test, in the order of the values
+Extended AskValue(TCalc&, const String&, void* param) {
+    return static_cast<Extended>(static_cast<const TValue*>(param)->Number);
+}
 
-Extended Ask(std::size_t keyword) {
-    return keywords[keyword]->Number();
+/// What the hand-written code knows of a keyword: the callback, and what it is called with.
+struct TQuestion {
+    TKeywordEvent Event = AskValue;
+    TCalc* Calc = nullptr;
+    String Name;
+    void* Param = nullptr;
+};
+std::array<TQuestion, 6> questions;  // in the order of the values
+
+Extended Ask(std::size_t index) {
+    const TQuestion& question = questions[index];
+    return question.Event(*question.Calc, question.Name, question.Param);
 }
 Extended A() {
     return Ask(0);
@@ -104,18 +116,16 @@ const TContest contests[] = {
      "max(min(a(),b()),c()) + sqrt(a()*a() + b()*b())", Choice},
 };
 
-Extended AskValue(TCalc&, const String&, void* param) {
-    return static_cast<Extended>(static_cast<const TValue*>(param)->Number);
-}
-
 double AskMuParser(void* param) {
     return static_cast<const TValue*>(param)->Number;
 }
 
 void Register(TCalc& calc) {
     for (std::size_t i = 0; i < values.size(); ++i) {
-        calc.RegisterKeyword(Varnholt::FromUtf8(values[i].Name), &values[i], AskValue);
-        keywords[i] = &calc.Get_Keyword(static_cast<int>(i));
+        questions[i].Calc = &calc;
+        questions[i].Name = Varnholt::FromUtf8(values[i].Name);
+        questions[i].Param = &values[i];
+        calc.RegisterKeyword(questions[i].Name, questions[i].Param, questions[i].Event);
     }
 }
 

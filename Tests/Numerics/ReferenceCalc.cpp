@@ -47,16 +47,6 @@ bool PrecedesBracket(const String& text, std::size_t at) {
     return at + 1 < text.size() && text[at + 1] == u')';
 }
 
-String Clean(String text) {
-    text = Trim(text);
-    text = DropBlanks(text, [&](std::size_t i) { return i + 1 < text.size() && text[i + 1] == u' '; });
-    text = DropBlanks(text, [&](std::size_t i) { return FollowsBracket(text, i); });
-    text = DropBlanks(text, [&](std::size_t i) { return PrecedesBracket(text, i); });
-    for (const Char op : StringView(u"+-*/^")) text = SpaceAround(text, op);
-    return DropBlanks(
-        text, [&](std::size_t i) { return i > 0 && text[i - 1] == u'-' && !EndsOperand(text, i - 1); });
-}
-
 // The position of the bracket that closes the one at `open`, or npos.
 std::size_t Closing(const String& text, std::size_t open) {
     int level = 0;
@@ -95,6 +85,16 @@ TReferenceCalc::TReferenceCalc(String expression, TKeywordValue keywords)
     : FExp(Clean(std::move(expression))), FKeywords(std::move(keywords)) {
     if (FExp.empty()) throw ECalcException(ceSyntax);
     Parse();
+}
+
+String TReferenceCalc::Clean(String text) {
+    text = Trim(text);
+    text = DropBlanks(text, [&](std::size_t i) { return i + 1 < text.size() && text[i + 1] == u' '; });
+    text = DropBlanks(text, [&](std::size_t i) { return FollowsBracket(text, i); });
+    text = DropBlanks(text, [&](std::size_t i) { return PrecedesBracket(text, i); });
+    for (const Char op : StringView(u"+-*/^")) text = SpaceAround(text, op);
+    return DropBlanks(
+        text, [&](std::size_t i) { return i > 0 && text[i - 1] == u'-' && !EndsOperand(text, i - 1); });
 }
 
 void TReferenceCalc::Parse() {

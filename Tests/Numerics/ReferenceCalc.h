@@ -17,7 +17,7 @@ public:
 
     TReferenceCalc(String expression, TKeywordValue keywords);
 
-    [[nodiscard]] const String& GetExp() const { return FExp; }
+    [[nodiscard]] static String Clean(String text);
     [[nodiscard]] Extended Calculate() const;
 
 private:

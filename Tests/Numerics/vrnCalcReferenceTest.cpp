@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <utility>
 
 #include "Tests/Numerics/ReferenceCalc.h"
 
@@ -38,39 +39,40 @@ TOutcome Observe(TRun run) {
     return outcome;
 }
 
+bool SameBits(Extended a, Extended b) {
+    constexpr std::size_t kValueBytes = 10;
+    return std::memcmp(&a, &b, kValueBytes) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
 TOutcome RunReference(const String& expression) {
     return Observe([&](TOutcome& outcome) {
+        outcome.Exp = TReferenceCalc::Clean(expression);
         const TReferenceCalc calc(expression, [&](StringView name) {
             const Extended value = ValueOf(name);
             outcome.Calls.append(name).append(1, u' ');
             return value;
         });
-        outcome.Exp = calc.GetExp();
         outcome.Value = calc.Calculate();
     });
 }
 
 TOutcome RunLibrary(const String& expression) {
-    return Observe([&](TOutcome& outcome) {
-        TCalc calc;
+    TCalc calc;
+    TOutcome outcome = Observe([&](TOutcome& seen) {
         for (const StringView name : {u"a", u"b", u"c", u"rain"}) {
             calc.RegisterKeyword(name, [&](TCalc&, const String& keyword, void*) {
-                outcome.Calls.append(keyword).append(1, u' ');
+                seen.Calls.append(keyword).append(1, u' ');
                 return ValueOf(keyword);
             });
         }
         calc.Set_Exp(expression);
-        outcome.Exp = calc.Get_Exp();
-        outcome.Value = calc.Calculate();
-        outcome.Calls.clear();
-        const Extended again = calc.Calculate();
-        EXPECT_TRUE(again == outcome.Value || std::isnan(again));
+        seen.Value = calc.Calculate();
+        const String firstCalls = std::exchange(seen.Calls, String());
+        EXPECT_TRUE(SameBits(calc.Calculate(), seen.Value)) << ToUtf8(expression) << ", again";
+        EXPECT_EQ(ToUtf8(seen.Calls), ToUtf8(firstCalls)) << ToUtf8(expression) << ", again";
     });
-}
-
-bool SameBits(Extended a, Extended b) {
-    constexpr std::size_t kValueBytes = 10;
-    return std::memcmp(&a, &b, kValueBytes) == 0 || (std::isnan(a) && std::isnan(b));
+    outcome.Exp = calc.Get_Exp();
+    return outcome;
 }
 
 void ExpectSame(const String& expression) {

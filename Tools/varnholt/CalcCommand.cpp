@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
@@ -16,8 +17,8 @@ namespace {
 struct TCalcOptions {
     std::string Expression;
     std::vector<std::string> Settings;
-    std::string CsvFile;
-    std::string OutFile;
+    std::optional<std::string> CsvFile;
+    std::optional<std::string> OutFile;
     bool Summary = false;
     bool Keywords = false;
 };
@@ -52,16 +53,8 @@ void RegisterSettings(TCalc& calc, const std::vector<TSetting>& settings) {
     }
 }
 
-// A file's keywords are told apart by its columns: keywords of --set are no columns.
 void PrintKeywords(const TCalc& calc) {
-    std::vector<TKeyword*> keywords;
-    calc.GetKeywordsUsed(keywords, true, true);
-    std::vector<TKeyword*> printed;
-    for (TKeyword* keyword : keywords) {
-        if (std::ranges::find(printed, keyword) != printed.end()) continue;
-        printed.push_back(keyword);
-        PrintLine(keyword->GetKeyword());
-    }
+    for (const TKeyword* keyword : KeywordsOf(calc)) PrintLine(keyword->GetKeyword());
 }
 
 void PrintSummary(const TRowSummary& summary) {
@@ -74,13 +67,13 @@ void PrintSummary(const TRowSummary& summary) {
 }
 
 void CalculateFile(TCalc& calc, const TCalcOptions& options) {
-    TRowCalculator rows(calc, FromUtf8(options.CsvFile));
+    TRowCalculator rows(calc, FromUtf8(*options.CsvFile));
     calc.Set_Exp(FromUtf8(options.Expression));
     if (options.Keywords) return PrintKeywords(calc);
 
     std::unique_ptr<TRowSink> sink = std::make_unique<TRowSink>();
-    if (!options.OutFile.empty()) {
-        sink = std::make_unique<TCsvRowSink>(FromUtf8(options.OutFile));
+    if (options.OutFile) {
+        sink = std::make_unique<TCsvRowSink>(FromUtf8(*options.OutFile));
     } else if (!options.Summary) {
         sink = std::make_unique<TPrintedRowSink>();
     }
@@ -89,14 +82,15 @@ void CalculateFile(TCalc& calc, const TCalcOptions& options) {
     if (options.Summary) PrintSummary(summary);
     FlushOutput();
     if (summary.DivisionsByZero > 0) {
-        Warn(String(ECalcException::CDivideByZero) + Format(u" in %d rows", {summary.DivisionsByZero}));
+        Warn(Format(u"%s; rows: %d", {ECalcException::CDivideByZero, summary.DivisionsByZero}));
     }
+    if (summary.NotNumbers > 0) Warn(Format(u"The value is no number; rows: %d", {summary.NotNumbers}));
 }
 
 void RunCalc(const TCalcOptions& options) {
     TCalc calc;
     RegisterSettings(calc, ReadSettings(options.Settings));
-    if (!options.CsvFile.empty()) return CalculateFile(calc, options);
+    if (options.CsvFile) return CalculateFile(calc, options);
     calc.Set_Exp(FromUtf8(options.Expression));
     if (options.Keywords) {
         PrintKeywords(calc);

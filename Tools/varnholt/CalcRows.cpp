@@ -1,13 +1,20 @@
 #include "Tools/varnholt/CalcRows.h"
 
 #include <algorithm>
+#include <cmath>
+#include <set>
 
 #include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Guid.h"
 #include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Paths.h"
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::int64_t kRowsBetweenProgress = 4096;
 
@@ -24,18 +31,22 @@ void TPrintedRowSink::TakeRow(const TRow&, Extended value) {
     PrintLine(FloatToStr(value));
 }
 
-TCsvRowSink::TCsvRowSink(String path) : FPath(std::move(path)), FDraft(FPath + u".part") {
-    FWriter = std::make_unique<TStreamWriter>(FDraft);
+TCsvRowSink::TCsvRowSink(String path) : FTarget(ToNativePath(path)) {
+    std::error_code none;
+    FDraft = FTarget;
+    const fs::file_status present = fs::symlink_status(FTarget, none);
+    if (!fs::exists(present) || fs::is_regular_file(present)) {
+        FDraft += ToUtf8(u"." + GuidToString(CreateGuid()) + u".part");
+    }
+    FWriter = std::make_unique<TStreamWriter>(FromNativePath(FDraft.string()));
     FWriter->SetNewLine(u"\n");
 }
 
 TCsvRowSink::~TCsvRowSink() {
     if (!FWriter) return;
     FWriter.reset();
-    try {
-        DeleteFile(FDraft);
-    } catch (const Exception&) {  // the failure that led here is the one to tell
-    }
+    std::error_code none;
+    if (FDraft != FTarget) fs::remove(FDraft, none);
 }
 
 void TCsvRowSink::TakeHeader(const TRow& header) {
@@ -49,6 +60,9 @@ void TCsvRowSink::TakeRow(const TRow& row, Extended value) {
 
 // A short row is filled up, so that the value stands in its column.
 void TCsvRowSink::Write(const TRow& row, StringView last) {
+    if (row.size() > FColumnCount) {
+        throw EConvertError(Format(u"A row has %d cells, the header has %d", {row.size(), FColumnCount}));
+    }
     String line;
     for (const String& cell : row) line.append(CsvField(cell)).append(1, u',');
     if (row.size() < FColumnCount) line.append(FColumnCount - row.size(), u',');
@@ -57,15 +71,45 @@ void TCsvRowSink::Write(const TRow& row, StringView last) {
 
 void TCsvRowSink::Finish() {
     FWriter->Close();
-    RenameFile(FDraft, FPath);
+    if (FDraft != FTarget) {
+        std::error_code none;
+        const fs::file_status former = fs::status(FTarget, none);
+        if (fs::exists(former)) fs::permissions(FDraft, former.permissions(), none);
+        RenameFile(FromNativePath(FDraft.string()), FromNativePath(FTarget.string()));
+    }
     FWriter.reset();
 }
 
+std::vector<TKeyword*> KeywordsOf(const TCalc& calc) {
+    std::vector<const TCalc*> pending{&calc};
+    std::vector<TKeyword*> keywords;
+    while (!pending.empty()) {
+        const TCalc& next = *pending.back();
+        pending.pop_back();
+        for (int i = 0; i < next.Get_Count(); ++i) {
+            const TCalcObj& item = next.GetItems(i);
+            if (const auto* named = dynamic_cast<const TKeywordNum*>(&item)) {
+                if (named->GetKeywordObject() == nullptr)
+                    throw ECalcException(ceKeyword, named->GetKeyword());
+            } else if (const auto* group = dynamic_cast<const TBrackets*>(&item)) {
+                pending.push_back(&group->GetNewCalc());
+            } else if (const auto* call = dynamic_cast<const TFunctionNum*>(&item)) {
+                pending.insert(pending.end(), call->GetParams().begin(), call->GetParams().end());
+            }
+        }
+    }
+    calc.GetKeywordsUsed(keywords, true, true);
+    std::set<const TKeyword*> seen;
+    std::erase_if(keywords, [&](const TKeyword* keyword) { return !seen.insert(keyword).second; });
+    return keywords;
+}
+
 void TRowSummary::Add(double value) {
-    Min = Calculated == 0 ? value : std::min(Min, value);
-    Max = Calculated == 0 ? value : std::max(Max, value);
+    const bool isFirst = Calculated++ == 0;
+    if (std::isnan(value)) ++NotNumbers;
+    Min = isFirst || std::isnan(value) ? value : std::min(Min, value);
+    Max = isFirst || std::isnan(value) ? value : std::max(Max, value);
     Sum += value;
-    ++Calculated;
 }
 
 double TRowSummary::Mean() const {
@@ -86,31 +130,23 @@ TRowCalculator::TRowCalculator(TCalc& calc, StringView path)
 TRowCalculator::~TRowCalculator() = default;
 
 std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
-    std::vector<TKeyword*> keywords;
-    try {
-        FCalc.GetKeywordsUsed(keywords, true, true);
-    } catch (const ECalcException&) {
-        // A keyword is unknown. The message of a calculation also names it.
-        static_cast<void>(FCalc.Calculate());
-        throw;
-    }
     std::vector<TColumn*> used;
-    for (const TKeyword* keyword : keywords) {
-        auto* column = static_cast<TColumn*>(keyword->GetParam());
+    for (const TKeyword* keyword : KeywordsOf(FCalc)) {
+        auto* column = static_cast<TColumn*>(keyword->GetParam());  // a keyword of --set has none
         if (column != nullptr) used.push_back(column);
     }
-    std::ranges::sort(used);
-    used.erase(std::ranges::unique(used).begin(), used.end());
     return used;
 }
 
 TRowSummary TRowCalculator::Run(TRowSink& sink) {
     const std::vector<TColumn*> used = UsedColumns();
-    TProgress progress(FileSize(FPath));
+    TProgress progress;
+    const std::int64_t size = progress.IsVisible() ? FileSize(FPath) : 0;
     TRowSummary summary;
     sink.TakeHeader(FHeader);
     while (FReader.ReadRow(FRow)) {
-        if (summary.Rows++ % kRowsBetweenProgress == 0) progress.Show(FText.GetStream().GetPosition());
+        const bool isTold = summary.Rows++ % kRowsBetweenProgress == 0 && progress.IsVisible();
+        if (isTold) progress.Show(FText.GetStream().GetPosition(), size);
         sink.TakeRow(FRow, Calculate(used, summary));
     }
     return summary;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <limits>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -36,7 +36,8 @@ public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the source and a last one `value`. The file appears, or is replaced, when all rows have come.
+/// The columns of the source and a last one `value`. A file appears, or is replaced, when all rows have come; a link, pipe
+/// or device is written as they come. A row with more cells than the header has raises EConvertError.
 class TCsvRowSink final : public TRowSink {
 public:
     explicit TCsvRowSink(String path);
@@ -49,16 +50,21 @@ public:
 private:
     void Write(const TRow& row, StringView last);
 
-    String FPath;
-    String FDraft;
+    std::filesystem::path FTarget;
+    std::filesystem::path FDraft;  // the target itself where that is no file
     std::unique_ptr<TStreamWriter> FWriter;
     std::size_t FColumnCount = 0;
 };
+
+/// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name of one that is
+/// not registered.
+[[nodiscard]] std::vector<TKeyword*> KeywordsOf(const TCalc& calc);
 
 struct TRowSummary {
     std::int64_t Rows = 0;
     std::int64_t Calculated = 0;
     std::int64_t DivisionsByZero = 0;
+    std::int64_t NotNumbers = 0;  // calculated rows whose value is a NaN; then the figures are NaNs, too
     double Sum = 0;
     double Min = kMissing;  // of the calculated rows; without any the code for no result
     double Max = kMissing;

@@ -1,8 +1,9 @@
 #include <CLI/CLI.hpp>
-#include <iostream>
+#include <cstdio>
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Tools/varnholt/CalcCommand.h"
+#include "Tools/varnholt/Output.h"
 
 /// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of its
 /// own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
@@ -23,10 +24,11 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& usage) {
         return app.exit(usage) == 0 ? 0 : kWrongUsage;
     } catch (const Varnholt::Exception& failure) {
-        std::cout.flush();
-        std::cerr << "varnholt: " << failure.what() << '\n';
-    } catch (const std::bad_alloc&) {
-        std::cerr << "varnholt: Out of memory\n";
+        std::fflush(stdout);
+        Varnholt::Tool::Warn(failure.GetMessage());
+    } catch (const std::exception& failure) {  // such as memory that is short
+        std::fflush(stdout);
+        Varnholt::Tool::Warn(Varnholt::FromUtf8(failure.what()));
     }
     return kFailed;
 }

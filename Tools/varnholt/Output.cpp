@@ -26,18 +26,21 @@ void FlushOutput() {
 }
 
 void Warn(StringView message) {
-    std::fprintf(stderr, "varnholt: %s\n", ToUtf8(message).c_str());
+    String line(message);
+    std::ranges::replace_if(
+        line, [](Char c) { return c < u' '; }, u' ');
+    std::fprintf(stderr, "varnholt: %s\n", ToUtf8(line).c_str());
 }
 
-TProgress::TProgress(std::int64_t whole)
-    : FWhole(std::max<std::int64_t>(whole, 1)), FVisible(isatty(STDERR_FILENO) == 1) {}
+TProgress::TProgress() : FVisible(isatty(STDERR_FILENO) == 1) {}
 
 TProgress::~TProgress() {
     if (FShown >= 0) std::fputs("\r      \r", stderr);
 }
 
-void TProgress::Show(std::int64_t done) {
-    const std::int64_t percent = std::clamp<std::int64_t>(done * 100 / FWhole, 0, 100);
+void TProgress::Show(std::int64_t done, std::int64_t whole) {
+    const std::int64_t percent =
+        std::clamp<std::int64_t>(done * 100 / std::max<std::int64_t>(whole, 1), 0, 100);
     if (!FVisible || percent == FShown) return;
     FShown = percent;
     std::fprintf(stderr, "\r%3d %%", static_cast<int>(percent));

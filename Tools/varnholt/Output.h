@@ -12,22 +12,22 @@ void PrintLine(StringView line);
 /// Hands everything printed so far to the system; raises as PrintLine does.
 void FlushOutput();
 
-/// Prints a line "varnholt: MESSAGE" on standard error.
+/// Prints a line "varnholt: MESSAGE" on standard error; control characters in the message become blanks.
 void Warn(StringView message);
 
 /// How far long work has come, on a terminal's standard error; silent anywhere else.
 class TProgress {
 public:
-    /// The size of the whole work, in any unit.
-    explicit TProgress(std::int64_t whole);
+    TProgress();
     ~TProgress();
     TProgress(const TProgress&) = delete;
     TProgress& operator=(const TProgress&) = delete;
 
-    void Show(std::int64_t done);
+    [[nodiscard]] bool IsVisible() const { return FVisible; }
+    /// How much is done, and the size of the whole work, in any unit.
+    void Show(std::int64_t done, std::int64_t whole);
 
 private:
-    std::int64_t FWhole;
     bool FVisible;
     std::int64_t FShown = -1;  // percent
 };

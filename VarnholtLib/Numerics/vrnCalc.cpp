@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <utility>
 
 #include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
 #include "VarnholtLib/Numerics/vrnCalcCleanupPrivate.h"
 #include "VarnholtLib/Numerics/vrnCalcParserPrivate.h"
 #include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/vrnCalcRunScopePrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -38,52 +38,8 @@ private:
 }  // namespace
 
 struct TCalc::TRegistrations {
-    TNameList<TKeyword> Keywords;
     TNameList<const TFunction> Functions;
-};
-
-struct TCalc::TRetired {
-    TItemList Items;
-    std::vector<std::unique_ptr<TCalcProgram>> Programs;
-};
-
-/// Counts a calculation as under way in its tree; what callbacks replaced is freed when the last one ends.
-class TCalc::TRunScope {
-public:
-    explicit TRunScope(TCalc& top) : FScopeTop(&top) {
-        if (top.FRunDepth >= kMaxCallDepth) throw Exception(u"Function calls are nested too deeply");
-        ++top.FRunDepth;
-    }
-    ~TRunScope() {
-        if (FScopeTop != nullptr) Leave(0);
-    }
-    /// Ends the calculation and hands its value on, which so stays in its register.
-    Extended Leave(Extended value) {
-        TCalc& top = *std::exchange(FScopeTop, nullptr);
-        if (--top.FRunDepth == 0 && top.FRetired) [[unlikely]]
-            return FreeRetired(top, value);
-        return value;
-    }
-    TRunScope(const TRunScope&) = delete;
-    TRunScope& operator=(const TRunScope&) = delete;
-
-    /// Frees items level by level: an item first hands over the items of the evaluators that it owns.
-    static void FreeItems(TItemList& items) {
-        while (!items.empty()) {
-            const std::unique_ptr<TCalcObj> item = std::move(items.back());
-            items.pop_back();
-            item->SurrenderItems(items);
-        }
-    }
-
-private:
-    [[gnu::noinline]] static Extended FreeRetired(TCalc& top, Extended value) {
-        FreeItems(top.FRetired->Items);
-        top.FRetired.reset();
-        return value;
-    }
-
-    TCalc* FScopeTop;
+    TNameList<TKeyword> Keywords;  // freed first
 };
 
 TCalc::TCalc() : TCalc(nullptr) {}
@@ -142,16 +98,11 @@ void TCalc::ParseText(String text) {
     SetText(std::move(text));
     ++FTop->FChanges;
     FPure = true;
+    // The evaluators above may become impure by this parse; whether they stay pure is not worth finding out.
+    for (TCalc* calc = this; calc->FOwnedByItem; calc = calc->FCalc) calc->FCalc->FPure = false;
     if (FExp.Length == 0) throw ECalcException(ceSyntax);
     TCalcParser(*this).Run();
-    SpreadImpurity();
     PreparePrograms();
-}
-
-// A parse below the top can make the evaluators above impure; that they became pure again is not worth finding out.
-void TCalc::SpreadImpurity() {
-    if (FPure) return;
-    for (TCalc* calc = this; calc->FOwnedByItem; calc = calc->FCalc) calc->FCalc->FPure = false;
 }
 
 template <typename TPass>
@@ -209,23 +160,24 @@ TCalcObj& TCalc::GetItems(int index) const {
 Extended TCalc::Calculate() {
     Extended slots[TCalcProgram::kStackSlots];
     if (!FProgram || !FProgram->IsReady(FTop->FChanges)) return CalculateAnew(slots);
-    TRunScope scope(*FTop);
+    TRunScope scope(*this);
     return scope.Leave(FProgram->Execute(slots));
 }
 
 // The way of a program that is not ready: it may have to be made or bound first.
 Extended TCalc::CalculateAnew(Extended* slots) {
     if (!FProgram || !FProgram->IsBound(FTop->Stamp())) RefreshProgram();
-    TRunScope scope(*FTop);
+    TRunScope scope(*this);
     return scope.Leave(FProgram->Run(slots));
 }
 
 // Makes a program of the items as they are, or binds the keywords of the present one to the registrations as they are.
 void TCalc::RefreshProgram() {
-    if (!FProgram || FProgram->GetParses() != ParsesInTree()) {
+    if (FProgram && FProgram->GetParses() == ParsesInTree()) {
+        FProgram->BindKeywords();
+    } else {
         PreparePrograms();
     }
-    FProgram->BindKeywords();
 }
 
 // Also prepares the parameters that callbacks will calculate, so that a later Calculate finds all done.

@@ -28,7 +28,7 @@
 /// "^" included: 2 ^ 3 ^ 2 is 64. A minus belongs to a number that follows it wherever no operand stands before it,
 /// so -2 ^ 2 is 4. A signed exponent such as 1e-5 is cut at its minus and refused. A parameter that contains an
 /// operator stands in a bracket of its own: @sum((1+2),3). Behind the ")" of a group or a function call comes the
-/// end of the text or white space; anything else is a syntax error.
+/// end of the text, a blank, a tab or a line end; anything else is a syntax error.
 ///
 /// Functions of every evaluator:
 ///
@@ -58,8 +58,8 @@ class TCalcProgram;
 
 class VARNHOLT_EXPORT TCalc final : public TCalcObj {
 public:
-    /// Calls nest no deeper than this in one calculation; beyond it Calculate raises Exception
-    /// with "Function calls are nested too deeply".
+    /// Calls nest no deeper than this on one evaluator and those of its expression; beyond it Calculate raises
+    /// Exception with "Function calls are nested too deeply".
     static constexpr int kMaxCallDepth = 500;
 
     TCalc();
@@ -159,6 +159,8 @@ public:
 
 private:
     friend class TBrackets;
+    friend class TKeyword;
+    friend class TKeywordNum;
     friend class TFunctionNum;
     friend class TCalcParser;
     friend class TCalcCompiler;
@@ -175,7 +177,6 @@ private:
     void ParseText(String text);
     template <typename TPass>
     void CleanText(TPass pass);
-    void SpreadImpurity();
     TRegistrations& OwnRegistrations();
     void CountRegistration();
     [[nodiscard]] const TCalc* NextInChain() const noexcept;

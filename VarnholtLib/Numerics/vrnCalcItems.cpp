@@ -5,6 +5,7 @@
 #include "Platform/Runtime/Numbers.h"
 #include "VarnholtLib/Numerics/vrnCalc.h"
 #include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/vrnCalcRunScopePrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -28,6 +29,12 @@ void TCalcObj::SurrenderItems(std::vector<std::unique_ptr<TCalcObj>>&) {}
 TKeyword::TKeyword(TCalc& calc, StringView keyword, void* param, TKeywordEvent event)
     : TCalcObj(&calc, TCalcKind::Keyword), FKeyword(keyword), FParam(param), FEvent(std::move(event)) {
     if (!FEvent) throw EArgumentNilException(u"A keyword needs a callback: " + FKeyword);
+}
+
+// What the callback replaces lives on until it returns.
+Extended TKeyword::Number() const {
+    TCalc::TRunScope scope(*GetCalc());
+    return scope.Leave(Ask());
 }
 
 TFunction::TFunction(StringView name, int minParams, int maxParams, TFunctionEvent event, TBuiltIn builtIn)
@@ -73,15 +80,25 @@ TKeyword* TKeywordNum::GetKeywordObject() const {
 }
 
 Extended TKeywordNum::Get_Number() const {
+    TCalc::TRunScope scope(*GetCalc());
+    return scope.Leave(Ask());
+}
+
+Extended TKeywordNum::Ask() const {
     const TKeyword* keyword = GetKeywordObject();
     if (keyword == nullptr) throw ECalcException(ceKeyword, FKeyword);
-    return keyword->Number();
+    return keyword->Ask();
 }
 
 TFunctionNum::TFunctionNum(TCalc& calc, const TFunction& function, TCalcText exp) noexcept
     : TBaseNum(&calc, TCalcKind::FunctionNum), FFunction(function), FExp(std::move(exp)) {}
 
 TFunctionNum::~TFunctionNum() = default;
+
+Extended TFunctionNum::Get_Number() const {
+    TCalc::TRunScope scope(*GetCalc());
+    return scope.Leave(FFunction.Execute(FParams));
+}
 
 void TFunctionNum::SurrenderItems(std::vector<std::unique_ptr<TCalcObj>>& heirs) {
     for (const auto& param : FOwnedParams) param->SurrenderItems(heirs);

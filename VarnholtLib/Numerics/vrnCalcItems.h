@@ -86,9 +86,15 @@ public:
     /// The pointer given at registration, or none.
     [[nodiscard]] void* GetParam() const noexcept { return FParam; }
     /// Asks the application for the value.
-    [[nodiscard]] Extended Number() const { return FEvent(*GetCalc(), FKeyword, FParam); }
+    [[nodiscard]] Extended Number() const;
 
 private:
+    friend class TCalcProgram;
+    friend class TKeywordNum;
+
+    /// Number, inside a calculation of the evaluator's tree.
+    [[nodiscard]] Extended Ask() const { return FEvent(*GetCalc(), FKeyword, FParam); }
+
     String FKeyword;
     void* FParam;
     TKeywordEvent FEvent;
@@ -188,6 +194,11 @@ public:
     [[nodiscard]] Extended Get_Number() const override;
 
 private:
+    friend class TCalcProgram;
+
+    /// Get_Number, inside a calculation of the evaluator's tree.
+    [[nodiscard]] Extended Ask() const;
+
     String FKeyword;
 };
 
@@ -203,7 +214,7 @@ public:
     [[nodiscard]] String GetExp() const { return String(FExp.View()); }
     /// One evaluator for each parameter, in order; the call owns them.
     [[nodiscard]] const TCalcList& GetParams() const noexcept { return FParams; }
-    [[nodiscard]] Extended Get_Number() const override { return FFunction.Execute(FParams); }
+    [[nodiscard]] Extended Get_Number() const override;
 
 private:
     friend class TCalcParser;

@@ -126,8 +126,8 @@ void TCalcProgram::BindKeywords() {
 // A callback may have registered something since the keywords were bound: then the name is looked up anew.
 Extended TCalcProgram::CallKeyword(std::uint32_t index) const {
     const TKeyword* keyword = FKeywords[index];
-    if (keyword != nullptr && IsBound(FTop.Stamp())) return keyword->Number();
-    return FKeywordItems[index]->Get_Number();
+    if (keyword != nullptr && IsBound(FTop.Stamp())) return keyword->Ask();
+    return FKeywordItems[index]->Ask();
 }
 
 void TCalcProgram::ReserveMemory() {

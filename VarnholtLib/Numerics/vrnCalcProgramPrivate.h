@@ -61,10 +61,12 @@ public:
         if constexpr (Source == TSource::Slot) return slots[index];
         if constexpr (Source == TSource::Constant) return FConstants[index];
         if (IsReady(FTop.FChanges)) [[likely]]
-            return FKeywords[index]->Number();
+            return FKeywords[index]->Ask();
         return CallKeyword(index);
     }
-    [[nodiscard]] Extended CallFunction(std::uint32_t index) const { return FCalls[index]->Get_Number(); }
+    [[nodiscard]] Extended CallFunction(std::uint32_t index) const {
+        return FCalls[index]->GetFunction().Execute(FCalls[index]->GetParams());
+    }
     /// Room for the 32-bit values of the largest median.
     [[nodiscard]] float* Singles() const noexcept { return FSingles.data(); }
 
