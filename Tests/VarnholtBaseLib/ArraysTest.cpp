@@ -6,14 +6,12 @@
 #include <functional>
 #include <list>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
 
 namespace Varnholt {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 TEST(ArraysTest, HoldersShareElementsUntilALengthChanges) {
     TStringArray first = {u"a", u"b", u"c"};
@@ -86,47 +84,33 @@ TEST(ArraysTest, RefusesPlacesAndLengthsOutOfRange) {
     TDoubleArray empty;
     TDoubleArray two = {1.0, 2.0};
     const std::int64_t huge = std::int64_t{1} << 32;
-    const struct {
-        std::function<void()> action;
-        const char* message;
-    } cases[] = {
-        {[&] { (void)empty[0]; }, "Array index out of bounds (0)"},
-        {[&] { two[2] = 1; }, "Array index out of bounds (2)"},
-        {[&] { two[-1] = 1; }, "Array index out of bounds (-1)"},
-        {[&] { (void)std::as_const(two)[huge]; }, "Array index out of bounds (4294967296)"},
-        {[&] { two.SetLength(-1); }, "Array length out of range (-1)"},
-        {[&] { two.SetLength(huge); }, "Array length out of range (4294967296)"},
-        {[&] { (void)TDoubleArray::WithLength(-5); }, "Array length out of range (-5)"},
+    const std::pair<std::function<void()>, StringView> cases[] = {
+        {[&] { (void)empty[0]; }, u"Array index out of bounds (0)"},
+        {[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
+        {[&] { two[-1] = 1; }, u"Array index out of bounds (-1)"},
+        {[&] { (void)std::as_const(two)[huge]; }, u"Array index out of bounds (4294967296)"},
+        {[&] { two.SetLength(-1); }, u"Array length out of range (-1)"},
+        {[&] { two.SetLength(huge); }, u"Array length out of range (4294967296)"},
+        {[&] { (void)TDoubleArray::WithLength(-5); }, u"Array length out of range (-5)"},
     };
-    for (const auto& c : cases) {
-        try {
-            c.action();
-            ADD_FAILURE() << "accepted; expected " << c.message;
-        } catch (const ERangeError& error) {
-            EXPECT_STREQ(error.what(), c.message);
-        }
-    }
+    for (const auto& [action, message] : cases) EXPECT_EQ(Raised<ERangeError>(action), message);
     EXPECT_THAT(two, ElementsAre(1.0, 2.0));
 }
 
-TEST(ArraysTest, FindsTheExtremes) {
-    const float infinity = std::numeric_limits<float>::infinity();
-    const struct {
-        TSingleArray values;
-        float min, max;
-    } cases[] = {
-        {{3.0F, -1.5F, 2.0F}, -1.5F, 3.0F}, {{kNaN, 2.0F, kNaN, 1.0F}, 1.0F, 2.0F},
-        {{infinity}, infinity, infinity},   {{}, kNaN, kNaN},
-        {{kNaN, kNaN}, kNaN, kNaN},
+TEST(ArraysTest, FindsTheExtremesAndNarrowsVariants) {
+    constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    // clang-format off
+    const struct { TSingleArray values; float min, max; } cases[] = {
+        {{3, -1.5F, 2}, -1.5F, 3}, {{kNaN, 2, kNaN, 1}, 1, 2}, {{kInfinity}, kInfinity, kInfinity},
+        {{}, kNaN, kNaN}, {{kNaN, kNaN}, kNaN, kNaN},
     };
+    // clang-format on
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.values));
         EXPECT_THAT(MinOf(c.values), testing::NanSensitiveFloatEq(c.min));
         EXPECT_THAT(MaxOf(c.values), testing::NanSensitiveFloatEq(c.max));
     }
-}
-
-TEST(ArraysTest, NarrowsVariantsToSingles) {
     EXPECT_EQ(ToSingleArray({0.1, u"2.5", true, Variant(), 16777217}),
               (TSingleArray{0.1F, 2.5F, -1, 0, 16777216}));
     EXPECT_THROW((void)ToSingleArray({1, u"x"}), EVariantError);

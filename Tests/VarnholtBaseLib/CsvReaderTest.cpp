@@ -3,14 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
+#include <random>
 
-#include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/Paths.h"
+#include "Platform/Runtime/Files.h"
+#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
 namespace {
@@ -31,26 +29,19 @@ TCSVRowReader::TSource Chunks(StringView text, std::size_t size) {
 constexpr std::size_t kChunkSizes[] = {1, 2, 3, 5, 1000};
 
 TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
-    const struct {
-        const Char* text;
-        TRows rows;
-        std::vector<std::int64_t> lines;
-    } cases[] = {
-        {u"", {}, {}},
-        {u"\xFEFF", {}, {}},
-        {u"\r\n\n\r\r\n", {}, {}},
-        {u"\xFEFFn\xFEFF,b", {{u"n\xFEFF", u"b"}}, {1}},
+    // clang-format off
+    const struct { const Char* text; TRows rows; std::vector<std::int64_t> lines; } cases[] = {
+        {u"", {}, {}}, {u"\xFEFF", {}, {}}, {u"\r\n\n\r\r\n", {}, {}},
+        {u"\xFEFFn\xFEFF,b", {{u"n\xFEFF", u"b"}}, {1}}, {u"\n\r\na\r\r\n\nb\n", {{u"a"}, {u"b"}}, {3, 6}},
         {u"a,b\r\nc,d\ne,f\rg,h", {{u"a", u"b"}, {u"c", u"d"}, {u"e", u"f"}, {u"g", u"h"}}, {1, 2, 3, 4}},
-        {u"\n\r\na\r\r\n\nb\n", {{u"a"}, {u"b"}}, {3, 6}},
         {u"a,\n,\n,b,c\n\"\"\n \n",
-         {{u"a", u""}, {u"", u""}, {u"", u"b", u"c"}, {u""}, {u" "}},
-         {1, 2, 3, 4, 5}},
+         {{u"a", u""}, {u"", u""}, {u"", u"b", u"c"}, {u""}, {u" "}}, {1, 2, 3, 4, 5}},
         {u"\"a,b\",\"c\"\"d\"\r\n\"\"\"\",x", {{u"a,b", u"c\"d"}, {u"\"", u"x"}}, {1, 2}},
         {u"\"a\r\nb\nc\rd\r\",1\r\n\"\n\"\nz", {{u"a\r\nb\nc\rd\r", u"1"}, {u"\n"}, {u"z"}}, {1, 6, 8}},
         {u"\"a\" b\"c\",d\"e\"\n \"f\",\"g\"h", {{u"a b\"c\"", u"d\"e\""}, {u" \"f\"", u"gh"}}, {1, 2}},
-        {u"a,b,", {{u"a", u"b", u""}}, {1}},
-        {u"\"a\",\"\"", {{u"a", u""}}, {1}},
+        {u"a,b,", {{u"a", u"b", u""}}, {1}}, {u"\"a\",\"\"", {{u"a", u""}}, {1}},
     };
+    // clang-format on
     for (const auto& c : cases) {
         for (const std::size_t size : kChunkSizes) {
             TCSVRowReader reader(Chunks(c.text, size));
@@ -70,24 +61,18 @@ TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
 }
 
 TEST(CsvReaderTest, NamesTheLineOfAQuoteThatStaysOpen) {
-    const struct {
-        const Char* text;
-        const char* message;
-    } cases[] = {
-        {u"\"", "The quote opened in line 1 is never closed"},
-        {u"a,b\r\n\r\nc,\"d\n\ne,f\n", "The quote opened in line 3 is never closed"},
-        {u"\"a\n\",\"b\"\"", "The quote opened in line 2 is never closed"},
-    };
-    for (const auto& c : cases) {
+    const std::pair<StringView, Char> cases[] = {
+        {u"\"", u'1'}, {u"a,b\r\n\r\nc,\"d\n\ne,f\n", u'3'}, {u"\"a\n\",\"b\"\"", u'2'}};
+    for (const auto& [text, line] : cases) {
         for (const std::size_t size : kChunkSizes) {
-            TCSVRowReader reader(Chunks(c.text, size));
+            TCSVRowReader reader(Chunks(text, size));
             std::vector<String> row;
-            try {
+            const auto readAll = [&] {
                 while (reader.ReadRow(row)) continue;
-                ADD_FAILURE() << "accepted " << ToUtf8(c.text);
-            } catch (const EConvertError& error) {
-                EXPECT_STREQ(error.what(), c.message);
-            }
+            };
+            EXPECT_EQ(Raised<EConvertError>(readAll),
+                      u"The quote opened in line " + String(1, line) + u" is never closed")
+                << ToUtf8(text);
             EXPECT_FALSE(reader.ReadRow(row));
         }
     }
@@ -97,9 +82,8 @@ TEST(CsvReaderTest, TakesAnySeparatorButQuotesAndLineEnds) {
     std::vector<String> row;
     TCSVRowReader(Chunks(u"a,b\t\"c\td\"", 100), u'\t').ReadRow(row);
     EXPECT_THAT(row, ElementsAre(u"a,b", u"c\td"));
-    for (const Char separator : {u'"', u'\r', u'\n'}) {
+    for (const Char separator : {u'"', u'\r', u'\n'})
         EXPECT_THROW(TCSVRowReader(Chunks(u"", 1), separator), EArgumentException);
-    }
 }
 
 // Any text survives the way through CsvField and back.
@@ -107,17 +91,12 @@ TEST(CsvReaderTest, ReadsBackWhatCsvFieldWrote) {
     EXPECT_EQ(CsvField(u"plain; text "), u"plain; text ");
     EXPECT_EQ(CsvField(u"a;b", u';'), u"\"a;b\"");
     EXPECT_EQ(CsvField(u"say \"x\""), u"\"say \"\"x\"\"\"");
-    const Char alphabet[] = {u'"', u',', u'\r', u'\n', u'a', u' '};
-    std::uint32_t state = 1;
+    std::minstd_rand random(1);
     TRows rows(2000, std::vector<String>(2));
     String text;
     for (std::vector<String>& row : rows) {
-        for (String& field : row) {
-            for (int i = 0; i < 5; ++i) {
-                state = state * 1664525 + 1013904223;
-                field += alphabet[(state >> 16) % std::size(alphabet)];
-            }
-        }
+        for (String& field : row)
+            for (int i = 0; i < 5; ++i) field += u"\",\r\na "[random() / 1000 % 6];
         text += CsvField(row[0]) + u"," + CsvField(row[1]) + u"\r\n";
     }
     TCSVRowReader reader(Chunks(text, 7));
@@ -129,54 +108,32 @@ TEST(CsvReaderTest, ReadsBackWhatCsvFieldWrote) {
     EXPECT_FALSE(reader.ReadRow(row));
 }
 
-class CsvFileTest : public testing::Test {
-protected:
-    CsvFileTest() {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        FFile = std::filesystem::temp_directory_path() /
-                ("varnholt-csv-" + std::string(test->name()) + "-" + std::to_string(::getpid()));
-    }
-    ~CsvFileTest() override { std::filesystem::remove(FFile); }
-
-    String Write(std::string_view bytes) const {
-        std::ofstream(FFile, std::ios::binary) << bytes;
-        return FromNativePath(FFile.string());
-    }
-
-    std::filesystem::path FFile;
-};
-
-TEST_F(CsvFileTest, LoadsATableAndFindsItsColumns) {
-    const TCSVReader table = TCSVReader::FromFile(
-        Write("\xEF\xBB\xBFLAT,ID,NAME,name,NAME\r\n\r\n-36.85,\"1\",\"Z\xC3\xBCrich, See\"\r\n"), u',');
+TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
+    const Tests::TTemporaryFolder folder;
+    const String path = folder.GetPath(u"a.csv");
+    WriteFileInOneGo(path,
+                     "\xEF\xBB\xBFLAT,ID,NAME,name,NAME\r\n\r\n-36.85,\"1\",\"Z\xC3\xBCrich, See\"\r\n");
+    const TCSVReader table = TCSVReader::FromFile(path, u',');
     ASSERT_EQ(table.GetRows().size(), 2U);
     EXPECT_THAT(table.GetRows()[1], ElementsAre(u"-36.85", u"1", u"Z\xFCrich, See"));
 
     TIntegerArray columns = {7};
     const TIntegerArray before = columns;
-    try {
-        table.GetColumnIndexes({u"LAT", u"Id"}, columns);
-        ADD_FAILURE() << "found";
-    } catch (const EArgumentException& error) {
-        EXPECT_STREQ(error.what(), "Column \"Id\" not found");
-    }
+    EXPECT_EQ(Raised<EArgumentException>([&] {
+                  table.GetColumnIndexes({u"LAT", u"Id"}, columns);
+              }),
+              u"Column \"Id\" not found");
     EXPECT_THAT(columns, ElementsAre(7));
     table.GetColumnIndexes({u"NAME", u"LAT", u"name", u"NAME"}, columns);
     EXPECT_THAT(columns, ElementsAre(2, 0, 3, 2));
     EXPECT_THAT(before, ElementsAre(7));
-}
 
-TEST_F(CsvFileTest, NamesTheFileThatItCannotRead) {
-    const String path = Write("a,b\n1,\"2\n");
-    try {
-        (void)TCSVReader::FromFile(path, u',');
-        ADD_FAILURE() << "accepted";
-    } catch (const EConvertError& error) {
-        EXPECT_EQ(error.GetMessage(), path + u": The quote opened in line 2 is never closed");
-    }
+    WriteFileInOneGo(path, "a,b\n1,\"2\n");
+    EXPECT_EQ(Raised<EConvertError>([&] { (void)TCSVReader::FromFile(path, u','); }),
+              path + u": The quote opened in line 2 is never closed");
     EXPECT_THROW((void)TCSVReader::FromFile(path + u".none", u','), EFOpenError);
-    TIntegerArray columns;
-    EXPECT_THROW(TCSVReader::FromFile(Write(""), u',').GetColumnIndexes({u"a"}, columns), EArgumentException);
+    WriteFileInOneGo(path, "");
+    EXPECT_THROW(TCSVReader::FromFile(path, u',').GetColumnIndexes({u"a"}, columns), EArgumentException);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
 
 namespace Varnholt {
 namespace {
@@ -21,34 +21,30 @@ std::string KindsOf(T character) {
 }
 
 TEST(Characters, KindsOfCharacters) {
-    const std::pair<char32_t, const char*> cases[] = {
-        {U'A', "LU"},    {U'z', "Ll"},   {U'0', "D"},    {U'_', ""},     {U' ', "W"},    {U'\t', "W"},
-        {0x85, "W"},     {0xA0, "W"},    {0x200B, ""},   {0x3000, "W"},  {0x1C, ""},     {0xDF, "Ll"},
-        {0x0416, "LU"},  {0x01C5, "L"},  {0x4E2D, "L"},  {0x0663, "D"},  {0xFF15, "D"},  {0xB2, ""},
-        {0xBD, ""},      {0x2167, ""},   {0xD800, ""},   {0xDFFF, ""},   {0xFFFF, ""},   {0x10400, "LU"},
-        {0x10428, "Ll"}, {0x1D7D8, "D"}, {0x20000, "L"}, {0x10FFFF, ""}, {0x110000, ""}, {0xFFFFFFFF, ""},
+    // clang-format off
+    const std::pair<std::u32string_view, const char*> cases[] = {
+        {U"A\u0416\U00010400", "LU"}, {U"z\u00DF\U00010428", "Ll"}, {U"\u01C5\u4E2D\U00020000", "L"},
+        {U"0\u0663\uFF15\U0001D7D8", "D"}, {U" \t\u0085\u00A0\u3000", "W"},
+        {U"_\x1C\u00B2\u00BD\u200B\u2167\uFFFF\xD800\xDFFF\U0010FFFF\x110000\xFFFFFFFF", ""},
     };
-    for (const auto& [character, kinds] : cases) {
-        EXPECT_EQ(KindsOf(character), kinds) << std::hex << static_cast<std::uint32_t>(character);
-        if (character > 0xFFFF) continue;
-        EXPECT_EQ(KindsOf(static_cast<Char>(character)), kinds)
-            << std::hex << static_cast<std::uint32_t>(character);
-    }
+    // clang-format on
+    for (const auto& [characters, kinds] : cases)
+        for (const char32_t character : characters) {
+            SCOPED_TRACE(static_cast<std::uint32_t>(character));
+            EXPECT_EQ(KindsOf(character), kinds);
+            EXPECT_EQ(character > 0xFFFF ? kinds : KindsOf(static_cast<Char>(character)), kinds);
+        }
 }
 
 TEST(Characters, CaseMappingOfWholeTexts) {
-    struct {
-        StringView text, upper, lower;
-    } const cases[] = {
-        {u"", u"", u""},
-        {u"Abc 1", u"ABC 1", u"abc 1"},
-        {u"stra\u00DFe", u"STRASSE", u"stra\u00DFe"},
-        {u"iI", u"II", u"ii"},
+    // clang-format off
+    const StringView cases[][3] = {  // text, upper case, lower case
+        {u"", u"", u""}, {u"iI", u"II", u"ii"}, {u"stra\u00DFe 1", u"STRASSE 1", u"stra\u00DFe 1"},
         {u"\u0390\u0390", u"\u0399\u0308\u0301\u0399\u0308\u0301", u"\u0390\u0390"},  // three units for one
         {u"\u039F\u03A3", u"\u039F\u03A3", u"\u03BF\u03C2"},                          // final sigma
-        {u"\xD801\xDC28", u"\xD801\xDC00", u"\xD801\xDC28"},
-        {u"\xD801z", u"\xD801Z", u"\xD801z"},  // a lone surrogate stays
+        {u"\xD801\xDC28", u"\xD801\xDC00", u"\xD801\xDC28"}, {u"\xD801z", u"\xD801Z", u"\xD801z"},
     };
+    // clang-format on
     for (const auto& [text, upper, lower] : cases) {
         EXPECT_EQ(ToUpper(text), upper) << ToUtf8(text);
         EXPECT_EQ(ToLower(text), lower) << ToUtf8(text);
@@ -57,22 +53,12 @@ TEST(Characters, CaseMappingOfWholeTexts) {
 
 TEST(Characters, WalksByWholeCharacter) {
     const String text = u"a\xD83D\xDE00\xDE00\xD83Dz\xD83D";
-    const std::pair<std::size_t, char32_t> expected[] = {{0, U'a'},   {1, 0x1F600}, {3, 0xDE00},
-                                                         {4, 0xD83D}, {5, U'z'},    {6, 0xD83D}};
-    std::size_t at = 0;
-    for (const auto& [position, character] : expected) {
-        EXPECT_EQ(at, position);
-        EXPECT_EQ(CharacterAt(text, position), character) << position;
-        at += CharacterLength(CharacterAt(text, position));
-    }
-    EXPECT_EQ(at, text.size());
+    std::u32string walked;
+    for (std::size_t at = 0; at < text.size(); at += CharacterLength(walked.back()))
+        walked += CharacterAt(text, at);
+    EXPECT_EQ(walked, U"a\U0001F600\xDE00\xD83Dz\xD83D");
     EXPECT_EQ(CharacterAt(u"\xD83D\xDE00", 1), 0xDE00u);
-    try {
-        static_cast<void>(CharacterAt(text, 7));
-        FAIL();
-    } catch (const ERangeError& error) {
-        EXPECT_STREQ(error.what(), "Position 7 is outside the text");
-    }
+    EXPECT_EQ(Raised<ERangeError>([&] { (void)CharacterAt(text, 7); }), u"Position 7 is outside the text");
 }
 
 }  // namespace

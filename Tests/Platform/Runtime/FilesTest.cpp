@@ -1,19 +1,15 @@
 #include "Platform/Runtime/Files.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>
 
+#include "Tests/Foundation/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
 namespace {
-
-using testing::StrEq;
-using testing::ThrowsMessage;
-using Tests::TTemporaryFolder;
 
 class FilesTest : public testing::Test {
 protected:
@@ -22,44 +18,20 @@ protected:
         WriteFileInOneGo(u"D:\\file", "abc");
         ForceDirectories(u"D:\\folder");
     }
-
-    const TTemporaryFolder FFolder;
-
-private:
+    const Tests::TTemporaryFolder FFolder;
     const TDriveTableScope FScope;
 };
 
-std::size_t OpenDescriptors() {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
-}
-
-TEST_F(FilesTest, QuestionsTellFilesFromFolders) {
-    struct TCase {
-        StringView path;
-        bool isFile, isFolder;
-    };
-    using namespace std::string_view_literals;
-    const TCase cases[] = {
-        {u"D:\\file", true, false},
-        {u"D:\\folder", false, true},
-        {u"D:\\folder\\", false, true},
-        {u"D:", false, true},
-        {u"D:\\FILE", false, false},
-        {u"D:\\file\\x", false, false},
-        {u"/dev/null", true, false},
-        {u"Q:\\x", false, false},
-        {u"\\\\server\\x", false, false},
-        {u"D:\\file\0"sv, false, false},
-        {u"", false, false},
-    };
-    for (const TCase& c : cases) {
-        EXPECT_EQ(FileExists(c.path), c.isFile) << ToUtf8(c.path);
-        EXPECT_EQ(DirectoryExists(c.path), c.isFolder) << ToUtf8(c.path);
-    }
-}
-
 TEST_F(FilesTest, FilesAndFoldersComeAndGo) {
+    using namespace std::string_view_literals;
+    const StringView files[] = {u"D:\\file", u"/dev/null"},
+                     folders[] = {u"D:\\folder", u"D:\\folder\\", u"D:"};
+    const StringView neither[] = {u"D:\\FILE",      u"D:\\file\\x",  u"Q:\\x",
+                                  u"\\\\server\\x", u"D:\\file\0"sv, u""};
+    for (StringView path : files) EXPECT_TRUE(FileExists(path) && !DirectoryExists(path)) << ToUtf8(path);
+    for (StringView path : folders) EXPECT_TRUE(!FileExists(path) && DirectoryExists(path)) << ToUtf8(path);
+    for (StringView path : neither) EXPECT_FALSE(FileExists(path) || DirectoryExists(path)) << ToUtf8(path);
+
     ForceDirectories(u"D:\\a\\b\\c\\");
     ForceDirectories(u"D:\\a\\b");
     WriteFileInOneGo(u"D:\\a\\b\\c\\x.csv", "1,2");
@@ -74,14 +46,14 @@ TEST_F(FilesTest, FilesAndFoldersComeAndGo) {
 }
 
 TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
+    // clang-format off
     const std::pair<std::function<void()>, StringView> cases[] = {
         {[] { DeleteFile(u"D:\\no"); }, u"Cannot delete file \"D:\\no\": No such file or directory"},
         {[] { DeleteFile(u"D:\\folder"); }, u"Cannot delete file \"D:\\folder\": Is a directory"},
         {[] { DeleteFile(u"Q:\\x"); }, u"Cannot delete file \"Q:\\x\": Drive Q: is not known"},
-        {[] { static_cast<void>(FileSize(u"D:\\no")); },
+        {[] { (void)FileSize(u"D:\\no"); },
          u"Cannot read size of file \"D:\\no\": No such file or directory"},
-        {[] { static_cast<void>(FileSize(u"D:\\folder")); },
-         u"Cannot read size of file \"D:\\folder\": Is a directory"},
+        {[] { (void)FileSize(u"D:\\folder"); }, u"Cannot read size of file \"D:\\folder\": Is a directory"},
         {[] { RenameFile(u"D:\\no", u"D:\\x"); },
          u"Cannot rename \"D:\\no\" to \"D:\\x\": No such file or directory"},
         {[] { RenameFile(u"D:\\file", u"D:\\folder"); },
@@ -92,31 +64,32 @@ TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
         {[] { RemoveDirectory(u"D:\\"); }, u"Cannot delete folder \"D:\\\": Directory not empty"},
         {[] { RemoveDirectory(u"D:\\file"); }, u"Cannot delete folder \"D:\\file\": Not a directory"},
     };
-    for (const auto& [action, message] : cases)
-        EXPECT_THAT(action, (ThrowsMessage<EInOutError>(StrEq(ToUtf8(message)))));
+    // clang-format on
+    for (const auto& [action, message] : cases) EXPECT_EQ(Raised<EInOutError>(action), message);
     EXPECT_THROW(ForceDirectories(u""), EInOutError);
 }
 
 TEST_F(FilesTest, WritingInOneGoReplacesTheWholeContent) {
     for (const std::string& bytes :
-         {std::string("longer than before"), std::string("a\0\r\n\xFF", 5), std::string()}) {
+         {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
         WriteFileInOneGo(u"D:\\file", bytes);
-        EXPECT_EQ(ReadWholeFile(u"D:\\file"), bytes);
+        EXPECT_TRUE(ReadWholeFile(u"D:\\file") == bytes) << bytes.size();
     }
-    const std::string large(300'000, 'x');
-    WriteFileInOneGo(u"D:\\file", large);
-    EXPECT_TRUE(ReadWholeFile(u"D:\\file") == large);
     EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
 }
 
 TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
-    const std::size_t before = OpenDescriptors();
+    const auto countOpen = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    const auto before = countOpen();
     EXPECT_THROW(WriteFileInOneGo(u"/dev/full", "x"), EWriteError);
     EXPECT_THROW(WriteFileInOneGo(u"D:\\folder", "x"), EFCreateError);
     EXPECT_THROW(WriteFileInOneGo(u"D:\\file\\x", "x"), EFCreateError);
-    EXPECT_THROW(static_cast<void>(ReadWholeFile(u"D:\\folder")), EFOpenError);
-    EXPECT_THROW(static_cast<void>(ReadWholeFile(u"D:\\no")), EFOpenError);
-    EXPECT_EQ(OpenDescriptors(), before);
+    EXPECT_THROW((void)ReadWholeFile(u"D:\\folder"), EFOpenError);
+    EXPECT_THROW((void)ReadWholeFile(u"D:\\no"), EFOpenError);
+    EXPECT_EQ(countOpen(), before);
     EXPECT_EQ(ReadWholeFile(u"D:\\file"), "abc");
 }
 

@@ -4,33 +4,23 @@
 
 #include <set>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
 
 namespace Varnholt {
 namespace {
 
 constexpr TGuid kGuid = TGuid::FromText(u"{01234567-89ab-CDEF-fedc-ba9876543210}");
-static_assert(kGuid.Bytes[0] == 0x01 && kGuid.Bytes[7] == 0xEF && kGuid.Bytes[8] == 0xFE &&
-              kGuid.Bytes[15] == 0x10);
+static_assert(kGuid.Bytes[0] == 0x01 && kGuid.Bytes[7] == 0xEF && kGuid.Bytes[15] == 0x10);
 
 TEST(Guid, TextsAcceptedAndRejected) {
     EXPECT_EQ(GuidToString(kGuid), u"{01234567-89AB-CDEF-FEDC-BA9876543210}");
     EXPECT_EQ(StringToGuid(u"01234567-89AB-CDEF-FEDC-BA9876543210"), kGuid);
     EXPECT_LT(kGuid, StringToGuid(u"{11234567-0000-0000-0000-000000000000}"));
-    const StringView rejected[] = {
-        u"",
-        u"{01234567-89AB-CDEF-FEDC-BA9876543210",
-        u"{01234567-89AB-CDEF-FEDC-BA987654321G}",
-        u"{0123456789ABC-DEF-FEDC-BA9876543210--}",
-        u"0123456-789AB-CDEF-FEDC-BA9876543210",
-    };
-    for (const StringView text : rejected) {
-        try {
-            ADD_FAILURE() << ToUtf8(text) << " gave " << ToUtf8(GuidToString(StringToGuid(text)));
-        } catch (const EConvertError& error) {
-            EXPECT_EQ(error.what(), "'" + ToUtf8(text) + "' is not a valid GUID");
-        }
-    }
+    for (StringView text :
+         {u"", u"{01234567-89AB-CDEF-FEDC-BA9876543210", u"0123456-789AB-CDEF-FEDC-BA9876543210",
+          u"{01234567-89AB-CDEF-FEDC-BA987654321G}", u"{0123456789ABC-DEF-FEDC-BA9876543210--}"})
+        EXPECT_EQ(Raised<EConvertError>([&] { (void)StringToGuid(text); }),
+                  u"'" + String(text) + u"' is not a valid GUID");
 }
 
 TEST(Guid, NewOnesAreRandomVersion4AndDiffer) {
@@ -39,8 +29,7 @@ TEST(Guid, NewOnesAreRandomVersion4AndDiffer) {
         const TGuid guid = CreateGuid();
         const String text = GuidToString(guid);
         EXPECT_EQ(StringToGuid(text), guid);
-        EXPECT_EQ(text[15], u'4') << ToUtf8(text);
-        EXPECT_NE(StringView(u"89AB").find(text[20]), StringView::npos) << ToUtf8(text);
+        EXPECT_TRUE(text[15] == u'4' && text[20] >= u'8' && text[20] <= u'B') << ToUtf8(text);
         EXPECT_TRUE(seen.insert(guid).second) << ToUtf8(text);
     }
 }

@@ -7,68 +7,56 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <random>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
 namespace {
 
-template <typename T>
-void ExpectRejected(StringView text, T (*convert)(StringView), const char* kind) {
-    try {
-        ADD_FAILURE() << ToUtf8(text) << " gave " << convert(text);
-    } catch (const EConvertError& error) {
-        EXPECT_EQ(error.what(),
-                  std::string("'").append(ToUtf8(text)).append("' is not a valid ").append(kind));
-    }
-}
-
-TEST(Numbers, IntegersAccepted) {
-    constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
+TEST(Numbers, Integers) {
     // clang-format off
-    const std::pair<StringView, int> cases[] = {
+    const std::pair<StringView, int> accepted[] = {
         {u"-0", 0}, {u"+7", 7}, {u" \t12\r\n", 12}, {u"000000000042", 42}, {u"2147483647", 2147483647},
-        {u"-2147483648", kMin}, {u"$ff", 255}, {u"-$Ff", -255}, {u"0x10", 16}, {u" -0X1 ", -1},
-        {u"$7FFFFFFF", 2147483647}, {u"$80000000", kMin}, {u"-$80000000", kMin}, {u"0x00FFFFFFFF", -1},
+        {u"-2147483648", INT32_MIN}, {u"$ff", 255}, {u"-$Ff", -255}, {u"0x10", 16}, {u" -0X1 ", -1},
+        {u"$7FFFFFFF", 2147483647}, {u"$80000000", INT32_MIN}, {u"-$80000000", INT32_MIN},
+        {u"0x00FFFFFFFF", -1},
+    };
+    const StringView rejected[] = {
+        u"", u" ", u"+", u"-", u"--1", u"- 1", u"1 2", u"1.0", u"1e3", u"12a", u"$", u"0x", u"$-1", u"$G",
+        u"x1F", u"$0x1", u"2147483648", u"-2147483649", u"1-5", u"$100000000", u"-$80000001", u"\u0663",
+        u"\uFF11", u"1\u00A0", u"00x1", u"99999999999", u"4294967297",
     };
     // clang-format on
-    for (const auto& [text, expected] : cases) {
+    for (const auto& [text, expected] : accepted) {
         EXPECT_EQ(StrToInt(text), expected) << ToUtf8(text);
         EXPECT_EQ(StrToIntDef(text, 99), expected) << ToUtf8(text);
     }
-}
-
-TEST(Numbers, IntegersRejected) {
-    const StringView cases[] = {
-        u"",       u" ",      u"+",          u"-",           u"--1",         u"- 1",        u"1 2",
-        u"1.0",    u"1e3",    u"12a",        u"$",           u"0x",          u"$-1",        u"$G",
-        u"x1F",    u"$0x1",   u"2147483648", u"-2147483649", u"1-5",         u"$100000000", u"-$80000001",
-        u"\u0663", u"\uFF11", u"1\u00A0",    u"00x1",        u"99999999999", u"4294967297"};
-    for (const StringView text : cases) {
+    for (const StringView text : rejected) {
         std::int32_t value = 17;
-        EXPECT_FALSE(TryStrToInt(text, value)) << ToUtf8(text);
-        EXPECT_EQ(value, 17) << ToUtf8(text);
+        EXPECT_TRUE(!TryStrToInt(text, value) && value == 17) << ToUtf8(text);
         EXPECT_EQ(StrToIntDef(text, -3), -3) << ToUtf8(text);
-        ExpectRejected(text, StrToInt, "integer value");
+        EXPECT_EQ(Raised<EConvertError>([&] { (void)StrToInt(text); }),
+                  u"'" + String(text) + u"' is not a valid integer value");
     }
 }
 
 TEST(Numbers, FloatsRejected) {
+    // clang-format off
     const StringView cases[] = {
-        u"",       u" ",       u".",           u"-",           u"+.",     u"e5",    u".e5",   u"1e",
-        u"1e+",    u"1e5.0",   u"1 e5",        u"- 1",         u"--1",    u"1.2.3", u"1,5",   u"1,000.5",
-        u"inf",    u"INF",     u"nan",         u"NaN",         u"0x1p3",  u"$10",   u"1_000", u"1\u00A0",
-        u"1e4933", u"-1e4933", u"1.1898e4932", u"1e999999999", u"\u0661", u"1f",    u"1d0"};
+        u"", u" ", u".", u"-", u"+.", u"e5", u".e5", u"1e", u"1e+", u"1e5.0", u"1 e5", u"- 1", u"--1",
+        u"1.2.3", u"1,5", u"1,000.5", u"inf", u"INF", u"nan", u"NaN", u"0x1p3", u"$10", u"1_000", u"1\u00A0",
+        u"1e4933", u"-1e4933", u"1.1898e4932", u"1e999999999", u"\u0661", u"1f", u"1d0",
+    };
+    // clang-format on
     for (const StringView text : cases) {
         Extended extended = 17;
         double narrow = 17;
-        EXPECT_FALSE(TryStrToFloat(text, extended)) << ToUtf8(text);
-        EXPECT_FALSE(TryStrToFloat(text, narrow)) << ToUtf8(text);
+        EXPECT_FALSE(TryStrToFloat(text, extended) || TryStrToFloat(text, narrow)) << ToUtf8(text);
         EXPECT_TRUE(extended == 17 && narrow == 17) << ToUtf8(text);
-        ExpectRejected(
-            text, +[](StringView t) { return StrToFloat(t); }, "floating point value");
+        EXPECT_EQ(Raised<EConvertError>([&] { (void)StrToFloat(text); }),
+                  u"'" + String(text) + u"' is not a valid floating point value");
     }
 }
 
@@ -87,43 +75,17 @@ void ExpectAsCLibrary(const std::string& text) {
 
 TEST(Numbers, FloatsAgreeWithTheCLibrary) {
     EXPECT_EQ(StrToFloat(u" \t-12.5e1\r\n"), -125);
+    // clang-format off
     const char* cases[] = {
-        "0",
-        "-0",
-        "+.5",
-        "5.",
-        "-1.e-3",
-        "1E5",
-        "1e+05",
-        "0.1",
-        "1e22",
-        "1e23",
-        "1e27",
-        "1e28",
-        "0e99999999999",
-        "18446744073709551615e-27",
-        "18446744073709551616",
-        "3.14159265358979323846264338327950288",
-        "1e308",
-        "1.8e308",
-        "-2e308",
-        "2.2250738585072011e-308",
-        "5e-324",
-        "3e-324",
-        "2e-324",
-        "1e-5000",
-        "1e4932",
-        "1.18973149535723176502e4932",
-        "3.3621e-4932",
-        "1e-4945",
-        "-1e-4951",
-        "1e-99999999999",
+        "0", "-0", "+.5", "5.", "-1.e-3", "1E5", "1e+05", "0.1", "1e22", "1e23", "1e27", "1e28",
+        "0e99999999999", "18446744073709551615e-27", "18446744073709551616",
+        "3.14159265358979323846264338327950288", "1e308", "1.8e308", "-2e308", "2.2250738585072011e-308",
+        "5e-324", "3e-324", "2e-324", "1e-5000", "1e4932", "1.18973149535723176502e4932", "3.3621e-4932",
+        "1e-4945", "-1e-4951", "1e-99999999999",
         // at and beside a tie of double; the neighbours of the second tie are one value as Extended
-        "9007199254740993",
-        "9007199254740993.00000000000000000001",
-        "1.00000000000000011102230246251565404",
-        "1.00000000000000011102230246251565405",
+        "9007199254740993", "9007199254740993.00000000000000000001", "1.00000000000000011102230246251565404",
     };
+    // clang-format on
     for (const char* text : cases) ExpectAsCLibrary(text);
 
     std::mt19937 random(20240607);
@@ -162,8 +124,8 @@ TEST(Numbers, FloatTexts) {
     // clang-format off
     const std::pair<Extended, const char*> cases[] = {
         {0.0L, "0"}, {-0.0L, "0"}, {5, "5"}, {-1250000, "-1250000"}, {0.1L, "0.1"}, {0.0001L, "0.0001"},
-        {0.00001L, "1E-5"}, {1.5e-7L, "1.5E-7"}, {1e15L, "1E15"}, {-1e20L, "-1E20"},
-        {1.25e300L, "1.25E300"}, {1 / 0.0L, "INF"}, {-1 / 0.0L, "-INF"}, {NAN, "NAN"}, {-NAN, "NAN"},
+        {0.00001L, "1E-5"}, {1.5e-7L, "1.5E-7"}, {1e15L, "1E15"}, {-1e20L, "-1E20"}, {1.25e300L, "1.25E300"},
+        {1 / 0.0L, "INF"}, {-1 / 0.0L, "-INF"}, {NAN, "NAN"}, {-NAN, "NAN"},
     };
     // clang-format on
     for (const auto& [value, expected] : cases) EXPECT_EQ(ToUtf8(FloatToStr(value)), expected);
@@ -177,18 +139,16 @@ void ExpectAsPrintf(Extended value) {
     std::array<char, 64> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.15Lg", value);
     std::string expected = buffer.data();
-    if (const std::size_t e = expected.find('e'); e != std::string::npos) {
+    if (const std::size_t e = expected.find('e'); e != std::string::npos)
         expected = expected.substr(0, e) + 'E' + std::to_string(std::stoi(expected.substr(e + 1)));
-    }
     EXPECT_EQ(ToUtf8(FloatToStr(value)), expected == "-0" ? "0" : expected);
 }
 
 TEST(Numbers, FloatTextsAgreeWithPrintf) {
     for (const Extended value :
          {1 / 3.0L, -2 / 3.0L, 0.00009999999999999999L, 123456789012345.678L, 999999999999999.0L,
-          999999999999999.5L, 3.6451995318824746e-4951L, 1.18973149535723176502e4932L}) {
+          999999999999999.5L, 3.6451995318824746e-4951L, 1.18973149535723176502e4932L})
         ExpectAsPrintf(value);
-    }
     std::mt19937_64 random(7);
     std::uniform_real_distribution<Extended> logarithm(-25, 25);
     for (int round = 0; round < 20000 && !testing::Test::HasFailure(); ++round) {
@@ -201,10 +161,9 @@ TEST(Numbers, FloatTextsAgreeWithPrintf) {
 
 /// Puts the C locale on one with a decimal comma, made in the folder if the machine has none; false without
 /// success.
-bool SetCommaLocale(const std::filesystem::path& folder) {
+bool SetCommaLocale(const std::string& folder) {
     if (std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr) return true;
-    const std::string command =
-        "localedef -i de_DE -f UTF-8 '" + (folder / "de_DE.UTF-8").string() + "' >/dev/null 2>&1";
+    const std::string command = "localedef -i de_DE -f UTF-8 '" + folder + "/de_DE.UTF-8' >/dev/null 2>&1";
     if (std::system(command.c_str()) != 0) return false;
     ::setenv("LOCPATH", folder.c_str(), 1);
     return std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
@@ -212,10 +171,8 @@ bool SetCommaLocale(const std::filesystem::path& folder) {
 
 TEST(Numbers, ConversionsFollowTheSettingsAndNeverTheLocale) {
     ASSERT_EQ(FormatSettings(), TFormatSettings::Invariant());
-    std::string folder = std::filesystem::temp_directory_path() / "locale-XXXXXX";
-    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-    const bool isSet = SetCommaLocale(folder);
-    std::filesystem::remove_all(folder);
+    const Tests::TTemporaryFolder folder;
+    const bool isSet = SetCommaLocale(folder.GetNativePath());
     if (!isSet) GTEST_SKIP() << "no locale with a decimal comma on this machine";
     ASSERT_EQ(std::localeconv()->decimal_point, std::string(","));
 

@@ -1,20 +1,16 @@
 #include "Platform/Runtime/TextStreams.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
 #include "Platform/Runtime/Files.h"
+#include "Tests/Foundation/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
 namespace {
 
-using testing::ElementsAreArray;
-using testing::StrEq;
-using testing::ThrowsMessage;
-using Tests::TTemporaryFolder;
 using namespace std::string_view_literals;
 
 using TLines = std::vector<String>;
@@ -31,19 +27,17 @@ TLines ReadLines(TStreamReader& reader) {
 TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
     const TLines expected = {u"a\u20AC\U0001F30D", u"", u"\U0001F30D\U00010000", u"b", u"", u"c", u"last"};
     const String text = u"a\u20AC\U0001F30D\r\n\r\n\U0001F30D\U00010000\rb\n\nc\r\nlast";
-    const std::pair<StringView, StringView> ends[] = {
-        {u"", u"last"}, {u"\r", u"last"}, {u"\n", u"last"}, {u"\r\n", u"last"}, {u"\r\r\n", u""}};
     for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
-        for (const auto& [end, lastLine] : ends) {
+        for (const StringView end : {u"", u"\r", u"\n", u"\r\n", u"\r\r\n"}) {
             const String whole = text + String(end);
             const std::string bytes = std::string(encoding->GetPreamble()) + encoding->GetBytes(whole);
             TLines lines = expected;
-            if (lastLine.empty()) lines.emplace_back();
+            if (end.size() == 3) lines.emplace_back();
             for (std::size_t size = 1; size <= bytes.size() + 1; ++size) {
                 SCOPED_TRACE(ToUtf8(encoding->GetName()) + ", chunks of " + std::to_string(size));
                 TMemoryStream stream(BytesOf(bytes));
                 TStreamReader byLine(stream, TEncoding::Default(), true, size);
-                EXPECT_THAT(ReadLines(byLine), ElementsAreArray(lines));
+                EXPECT_EQ(ReadLines(byLine), lines);
                 stream.SetPosition(0);
                 EXPECT_EQ(TStreamReader(stream, *encoding, false, size).ReadToEnd(), whole);
                 stream.SetPosition(0);
@@ -57,29 +51,19 @@ TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
 }
 
 TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
-    struct TCase {
-        std::string_view bytes;
-        const TEncoding& given;
-        bool detect;
-        const TEncoding& used;
-        StringView text;
-    };
     const TEncoding &utf8 = TEncoding::Utf8(), &utf16 = TEncoding::Utf16LE(), &ansi = TEncoding::Default();
-    const TCase cases[] = {
-        {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
+    // clang-format off
+    const struct { std::string_view bytes; const TEncoding& given; bool detect; const TEncoding& used;
+        StringView text; } cases[] = { {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
         {"\xEF\xBB\xBF\xC3\xBC", ansi, false, ansi, u"\u00EF\u00BB\u00BF\u00C3\u00BC"},
-        {"\xEF\xBB\xBF\xC3\xBC", utf8, false, utf8, u"\u00FC"},
-        {"\xEF\xBB\xBF", ansi, true, utf8, u""},
-        {"\xEF\xBB", ansi, true, ansi, u"\u00EF\u00BB"},
-        {"\xFF\xFE\xFC\0"sv, utf8, true, utf16, u"\u00FC"},
-        {"\xFF\xFE", utf8, true, utf16, u""},
-        {"\xFF", utf8, true, utf8, u"\uFFFD"},
-        {"\xC3\xBC", utf8, true, utf8, u"\u00FC"},
-        {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
-        {"a\0\xFC"sv, utf16, true, utf16, u"a\uFFFD"},
-        {"", ansi, true, ansi, u""},
+        {"\xEF\xBB\xBF\xC3\xBC", utf8, false, utf8, u"\u00FC"}, {"\xEF\xBB\xBF", ansi, true, utf8, u""},
+        {"\xEF\xBB", ansi, true, ansi, u"\u00EF\u00BB"}, {"\xFF\xFE\xFC\0"sv, utf8, true, utf16, u"\u00FC"},
+        {"\xFF\xFE", utf8, true, utf16, u""}, {"\xFF", utf8, true, utf8, u"\uFFFD"},
+        {"\xC3\xBC", utf8, true, utf8, u"\u00FC"}, {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
+        {"a\0\xFC"sv, utf16, true, utf16, u"a\uFFFD"}, {"", ansi, true, ansi, u""},
     };
-    for (const TCase& c : cases) {
+    // clang-format on
+    for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.bytes));
         TMemoryStream stream(BytesOf(c.bytes));
         TStreamReader reader(stream, c.given, c.detect, 1);
@@ -104,7 +88,7 @@ TEST(TextReaderTest, MixedReadingLosesNothing) {
 }
 
 TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
-    const TTemporaryFolder folder;
+    const Tests::TTemporaryFolder folder;
     const String path = folder.GetPath(u"out.txt");
     for (const std::size_t size : {0u, 1u, 3u, 7u, 4096u}) {
         TStreamWriter writer(path, TEncoding::Utf8(), size);
@@ -143,9 +127,8 @@ TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
     EXPECT_THROW(writer.Flush(), EWriteError);
     EXPECT_NO_THROW(writer.Flush());
     writer.Write(u"x");
-    EXPECT_THAT(
-        [&] { writer.Close(); },
-        ThrowsMessage<EWriteError>(StrEq("Cannot write file \"/dev/full\": No space left on device")));
+    EXPECT_EQ(Raised<EWriteError>([&] { writer.Close(); }),
+              u"Cannot write file \"/dev/full\": No space left on device");
     EXPECT_NO_THROW(writer.Close());
     EXPECT_THROW(writer.Write(u"x"), EInvalidOperation);
     EXPECT_THROW(writer.Flush(), EInvalidOperation);
