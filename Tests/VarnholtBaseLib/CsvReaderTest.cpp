@@ -67,12 +67,10 @@ TEST(CsvReaderTest, NamesTheLineOfAQuoteThatStaysOpen) {
         for (const std::size_t size : kChunkSizes) {
             TCSVRowReader reader(Chunks(text, size));
             std::vector<String> row;
-            const auto readAll = [&] {
+            const String told = Raised<EConvertError>([&] {
                 while (reader.ReadRow(row)) continue;
-            };
-            EXPECT_EQ(Raised<EConvertError>(readAll),
-                      u"The quote opened in line " + String(1, line) + u" is never closed")
-                << ToUtf8(text);
+            });
+            EXPECT_EQ(told, u"The quote opened in line " + String(1, line) + u" is never closed");
             EXPECT_FALSE(reader.ReadRow(row));
         }
     }
@@ -119,10 +117,8 @@ TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
 
     TIntegerArray columns = {7};
     const TIntegerArray before = columns;
-    EXPECT_EQ(Raised<EArgumentException>([&] {
-                  table.GetColumnIndexes({u"LAT", u"Id"}, columns);
-              }),
-              u"Column \"Id\" not found");
+    const auto find = [&] { table.GetColumnIndexes({u"LAT", u"Id"}, columns); };
+    EXPECT_EQ(Raised<EArgumentException>(find), u"Column \"Id\" not found");
     EXPECT_THAT(columns, ElementsAre(7));
     table.GetColumnIndexes({u"NAME", u"LAT", u"name", u"NAME"}, columns);
     EXPECT_THAT(columns, ElementsAre(2, 0, 3, 2));

@@ -52,9 +52,11 @@ TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
 
 TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
     const TEncoding &utf8 = TEncoding::Utf8(), &utf16 = TEncoding::Utf16LE(), &ansi = TEncoding::Default();
+    using TBytes = std::string_view;
+    using TCode = const TEncoding&;
     // clang-format off
-    const struct { std::string_view bytes; const TEncoding& given; bool detect; const TEncoding& used;
-        StringView text; } cases[] = { {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
+    const struct { TBytes bytes; TCode given; bool detect; TCode used; StringView text; } cases[] = {
+        {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
         {"\xEF\xBB\xBF\xC3\xBC", ansi, false, ansi, u"\u00EF\u00BB\u00BF\u00C3\u00BC"},
         {"\xEF\xBB\xBF\xC3\xBC", utf8, false, utf8, u"\u00FC"}, {"\xEF\xBB\xBF", ansi, true, utf8, u""},
         {"\xEF\xBB", ansi, true, ansi, u"\u00EF\u00BB"}, {"\xFF\xFE\xFC\0"sv, utf8, true, utf16, u"\u00FC"},

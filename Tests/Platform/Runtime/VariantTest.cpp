@@ -33,7 +33,7 @@ bool Same(const Variant& a, const Variant& b) {  // type and value
 
 TEST(VariantTest, ConvertsAnyValueToEachKind) {
     // clang-format off
-    const struct { Variant value; double number; std::int64_t whole; const Char* text; bool flag; } cases[] = {
+    const struct { Variant value; double number; std::int64_t whole; StringView text; bool flag; } cases[] = {
         {Variant(), 0, 0, u"", false}, {std::int16_t{-32768}, -32768, -32768, u"-32768", true},
         {2147483647, 2147483647, 2147483647, u"2147483647", true},
         {0.1F, 0.100000001490116119384765625, 0, u"0.100000001490116", true}, {2.5, 2.5, 2, u"2.5", true},
