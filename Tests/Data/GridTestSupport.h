@@ -1,19 +1,21 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
-#include <initializer_list>
-#include <string>
-#include <type_traits>
+#include <functional>
 #include <typeinfo>
-#include <utility>
 
 #include "VarnholtLib/Data/vrnGrid.h"
 
 namespace Varnholt {
 
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+
 /// The message of the exception of just that class which `call` raises; another one fails the test.
-template <typename TException = EGridException, typename TCall>
-std::string MessageOf(TCall call) {
+template <typename TException = EGridException>
+std::string MessageOf(const std::function<void()>& call) {
     try {
         call();
     } catch (const TException& failure) {
@@ -22,11 +24,9 @@ std::string MessageOf(TCall call) {
     return "nothing raised";
 }
 
-template <typename TArray>
-using TCellOf = std::remove_cvref_t<decltype(std::declval<TArray>().GetBuffer()[0])>;
-
 template <typename TArray = TFloatArray>
-TArray ArrayOf(std::initializer_list<TCellOf<TArray>> values, std::int32_t base = 1) {
+TArray ArrayOf(std::initializer_list<std::remove_cvref_t<decltype(TArray(1).GetBuffer()[0])>> values,
+               std::int32_t base = 1) {
     TArray array(static_cast<std::int32_t>(values.size()));
     std::ranges::copy(values, array.GetBuffer().begin());
     array.SetBase(base);

@@ -4,48 +4,28 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdint>
-#include <limits>
+#include <cmath>
 #include <random>
-#include <vector>
+#include <span>
 
 namespace Varnholt {
 namespace {
 
 using TFloats = std::vector<float>;
 
-struct TPlaced {
-    float value;
-    float position;
-};
-
-// The heap sort in its textbook steps, for elements at the indices 1 to n.
-void TextbookHeapSort(std::vector<TPlaced>& a) {
+// The heap sort in its textbook steps, for elements at the indices 1 to n: values with their positions.
+void TextbookHeapSort(std::vector<std::pair<float, float>>& a) {
     std::size_t ir = a.size() - 1;
-    std::size_t l = ir / 2 + 1;
-    while (true) {
-        TPlaced key{};
-        if (l > 1) {
-            key = a[--l];
-        } else {
-            key = a[ir];
-            a[ir] = a[1];
-            if (--ir == 1) {
-                a[1] = key;
-                return;
-            }
-        }
+    for (std::size_t l = ir / 2 + 1; true;) {
+        const bool isHeap = l == 1;
+        const auto key = isHeap ? std::exchange(a[ir], a[1]) : a[--l];
+        if (isHeap && --ir == 1) return void(a[1] = key);
         std::size_t i = l;
-        std::size_t j = 2 * l;
-        while (j <= ir) {
-            if (j < ir && a[j].value < a[j + 1].value) ++j;
-            if (key.value < a[j].value) {
-                a[i] = a[j];
-                i = j;
-                j = 2 * i;
-            } else {
-                j = ir + 1;
-            }
+        for (std::size_t j = 2 * l; j <= ir; j = 2 * i) {
+            if (j < ir && a[j].first < a[j + 1].first) ++j;
+            if (!(key.first < a[j].first)) break;
+            a[i] = a[j];
+            i = j;
         }
         a[i] = key;
     }
@@ -58,49 +38,40 @@ std::vector<std::uint32_t> Bits(const TFloats& values) {
 }
 
 void CheckEverySort(const TFloats& values) {
-    std::vector<TPlaced> placed(1);
-    for (const float value : values) placed.push_back({value, static_cast<float>(placed.size())});
+    std::vector<std::pair<float, float>> placed(1);
+    for (const float value : values) placed.emplace_back(value, static_cast<float>(placed.size()));
     TextbookHeapSort(placed);
-    TFloats heaped(values.size());
-    TFloats places(values.size());
-    std::ranges::transform(placed.begin() + 1, placed.end(), heaped.begin(), &TPlaced::value);
-    std::ranges::transform(placed.begin() + 1, placed.end(), places.begin(), &TPlaced::position);
-
-    TFloats sorted = values;
+    TFloats heaped, places, sorted = values, indexed = values, positions = values, small = values;
+    for (const auto& [value, place] : std::span(placed).subspan(1)) {
+        heaped.push_back(value);
+        places.push_back(place);
+    }
     HeapSortFloats(sorted);
     ASSERT_EQ(Bits(sorted), Bits(heaped)) << "HeapSortFloats";
-    sorted = values;
-    TFloats positions(values.size());
-    IndexSortFloats(sorted, positions);
-    ASSERT_EQ(Bits(sorted), Bits(heaped)) << "IndexSortFloats";
+    IndexSortFloats(indexed, positions);
+    ASSERT_EQ(Bits(indexed), Bits(heaped)) << "IndexSortFloats";
     ASSERT_EQ(positions, places);
-
-    TFloats inserted = values;
-    if (values.size() <= 200) InsertionSortFloats(inserted);
     if (values.size() <= 50) {
+        InsertionSortFloats(small);
         TFloats stable = values;
         std::ranges::stable_sort(stable);
         const bool hasNan = std::ranges::any_of(values, [](float value) { return value != value; });
-        ASSERT_TRUE(hasNan || Bits(inserted) == Bits(stable)) << "InsertionSortFloats";
-        ASSERT_TRUE(std::ranges::is_permutation(Bits(inserted), Bits(values))) << "InsertionSortFloats";
+        ASSERT_TRUE(hasNan || Bits(small) == Bits(stable)) << "InsertionSortFloats";
+        ASSERT_TRUE(std::ranges::is_permutation(Bits(small), Bits(values))) << "InsertionSortFloats";
     }
     sorted = values;
     SortFloats(sorted);
-    ASSERT_EQ(Bits(sorted), Bits(values.size() <= 50 ? inserted : heaped)) << "SortFloats";
+    ASSERT_EQ(Bits(sorted), Bits(values.size() <= 50 ? small : heaped)) << "SortFloats";
 }
 
 TEST(FloatSort, KeepsTheBitsOfTheTextbookSteps) {
-    const float infinity = std::numeric_limits<float>::infinity();
-    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = INFINITY, nan = NAN, tiny = std::numeric_limits<float>::denorm_min();
     const float otherNan = std::bit_cast<float>(0xFFC01234U);
-    const float tiny = std::numeric_limits<float>::denorm_min();
+    // clang-format off
     const TFloats pools[] = {{},  // any finite value
-                             {1, 2, 3, -4},
-                             {0.0F, 1, -1, tiny, -tiny},
-                             {-0.0F, 1, -1, infinity, -infinity},
-                             {-0.0F, 0.0F, 1, -1},
-                             {nan, 1, 2, 3, 4, 5, -infinity},
-                             {nan, otherNan, -0.0F, 0.0F, infinity, -infinity, tiny, 1, 2, 3}};
+        {1, 2, 3, -4}, {0.0F, 1, -1, tiny, -tiny}, {-0.0F, 1, -1, infinity, -infinity}, {-0.0F, 0.0F, 1, -1},
+        {nan, 1, 2, 3, 4, 5, -infinity}, {nan, otherNan, -0.0F, 0.0F, infinity, -infinity, tiny, 1, 2, 3}};
+    // clang-format on
     std::vector<std::size_t> sizes = {999, 1000, 1001, 5000, 70'000};
     for (std::size_t size = 2; size <= 200; ++size) sizes.push_back(size);
     std::mt19937 random(31);

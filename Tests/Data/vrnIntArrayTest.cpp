@@ -1,8 +1,5 @@
 #include "VarnholtLib/Data/vrnIntArray.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "Tests/Data/GridTestSupport.h"
 
 namespace Varnholt {
@@ -10,23 +7,15 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(IntArray, MayBeEmptyFromTheStart) {
-    TIntArray array(-1);
-    EXPECT_EQ(array.GetCount(), 0);
-    EXPECT_EQ(array.GetLast(), 0);
-    EXPECT_EQ(array.Clean(0, 0).GetCount(), 0);
-    EXPECT_EQ(MessageOf([&] { return array.GetInt(1); }),
-              "Index out of bounds in TIntArray.GetInt\rIndex = 1");
-    EXPECT_EQ(MessageOf([&] { array.WriteInt(0, 0); }),
-              "Index out of bounds in TIntArray.WriteInt\rIndex = 0");
-    EXPECT_EQ(MessageOf([&] { array.SetSize(1, 3, true); }),
-              "Can't resize and copy an uninitialised TIntArray");
-}
-
-TEST(IntArray, SortsTheDestination) {
+TEST(IntArray, MayBeEmptyAndSortsTheDestination) {
+    TIntArray none(-1), shorter(2), longer = ArrayOf<TIntArray>({0, 0, 0, 0, -2});
+    EXPECT_TRUE(none.GetCount() == 0 && none.GetLast() == 0 && none.Clean(0, 0).GetCount() == 0);
+    const std::pair<std::function<void()>, const char*> refused[] = {
+        {[&] { (void)none.GetInt(1); }, "Index out of bounds in TIntArray.GetInt\rIndex = 1"},
+        {[&] { none.WriteInt(0, 0); }, "Index out of bounds in TIntArray.WriteInt\rIndex = 0"},
+        {[&] { none.SetSize(1, 3, true); }, "Can't resize and copy an uninitialised TIntArray"}};
+    for (const auto& [call, message] : refused) EXPECT_EQ(MessageOf(call), message);
     const auto array = ArrayOf<TIntArray>({3, -1, 2, -5}, 4);
-    auto shorter = TIntArray(2);
-    auto longer = ArrayOf<TIntArray>({0, 0, 0, 0, -2});
     auto itself = array;
     array.Sort(shorter);
     array.Sort(longer);
@@ -38,8 +27,8 @@ TEST(IntArray, SortsTheDestination) {
 }
 
 TEST(IntArray, CleanTakesTheBaseFromTheFirstKeptValue) {
-    const std::pair<int, int> bases[] = {{1, 2}, {-1, 0}, {65'534, 65'535}, {65'535, 0}, {-3, 65'534}};
-    for (const auto& [base, resultBase] : bases) {
+    for (const auto& [base, resultBase] :
+         {std::pair{1, 2}, {-1, 0}, {65'534, 65'535}, {65'535, 0}, {-3, 65'534}}) {
         const auto kept = ArrayOf<TIntArray>({-999, 8, -1000, 9}, base).Clean(-1000, -999);
         EXPECT_EQ(kept.GetBase(), resultBase) << base;
         EXPECT_THAT(kept.GetBuffer(), ElementsAre(8, 9)) << base;

@@ -9,12 +9,8 @@
 namespace Varnholt {
 namespace {
 
-TEST(vrnEscape, EscapesTheSevenCharacters) {
-    EXPECT_EQ(CStyleEscape(u"a\\'\"\t\n\r?\b"), u"a\\\\\\'\\\"\\t\\n\\r\\?\b");
-    EXPECT_EQ(CStyleEscape(u""), u"");
-}
-
 TEST(vrnEscape, UnescapeIsTheInverse) {
+    EXPECT_EQ(CStyleEscape(u"a\\'\"\t\n\r?\b"), u"a\\\\\\'\\\"\\t\\n\\r\\?\b");
     constexpr StringView alphabet = u"\\\\'\"\t\n\r?tnra\xD83C\xDF27";
     std::mt19937 random(3);
     for (int round = 0; round < 1000; ++round) {
@@ -22,45 +18,37 @@ TEST(vrnEscape, UnescapeIsTheInverse) {
         for (Char& unit : text) unit = alphabet[random() % alphabet.size()];
         EXPECT_EQ(CStyleUnescape(CStyleEscape(text)), text);
     }
-}
-
-TEST(vrnEscape, RefusesDamagedEscapes) {
-    for (const StringView text : {u"a\\", u"\\\\\\"}) {
-        EXPECT_EQ(Raised<Exception>([&] { (void)CStyleUnescape(text); }), u"Unexpected end of string")
-            << ToUtf8(text);
-    }
-    for (const StringView text : {u"\\a", u"\\\t", u"\\T"}) {
-        EXPECT_EQ(Raised<Exception>([&] { (void)CStyleUnescape(text); }), u"Unknown unescape char")
-            << ToUtf8(text);
+    constexpr StringView end = u"Unexpected end of string", unknown = u"Unknown unescape char";
+    for (const auto& [text, message] : {std::pair<StringView, StringView>{u"a\\", end},
+                                        {u"\\\\\\", end},
+                                        {u"\\a", unknown},
+                                        {u"\\\t", unknown},
+                                        {u"\\T", unknown}}) {
+        EXPECT_EQ(Raised<Exception>([&, t = text] { (void)CStyleUnescape(t); }), message) << ToUtf8(text);
     }
 }
 
-TEST(vrnEscape, FindsTheClosingQuote) {
-    EXPECT_EQ(CStyleEscapedGetLength(u"\"a\\\"b\"", 1), 6);
-    EXPECT_EQ(CStyleEscapedGetEndIndex(u"x \"\" \"", 3), 4);
-    EXPECT_EQ(CStyleEscapedGetEndIndex(u"x\"\\\\\"\"", 2), 5);
-    EXPECT_EQ(CStyleEscapedGetLength(u"x\"ab\"y", 2), 4);
-}
-
-TEST(vrnEscape, RefusesWhatIsNotQuoted) {
-    const struct {
-        StringView Text;
-        std::int32_t Start;
-        StringView Message;
-    } cases[] = {
-        {u"", 1, u"StartIndex is set at (or beyond) the end of the given string"},
-        {u"ab\"", 3, u"StartIndex is set at (or beyond) the end of the given string"},
-        {u"\"\"", 2147483647, u"StartIndex is set at (or beyond) the end of the given string"},
-        {u"\"a\"", 2, u"Specified StartIndex must point to a quote"},
-        {u"\"a\"", 0, u"Specified StartIndex must point to a quote"},
-        {u"\"a\"", -2147483647 - 1, u"Specified StartIndex must point to a quote"},
-        {u"\"abc", 1, u"End of string reached without finding closing quote"},
-        {u"\"a\\\"", 1, u"End of string reached without finding closing quote"},
-        {u"\"a\\", 1, u"End of string reached without finding closing quote"},
-    };
-    for (const auto& [text, start, message] : cases) {
-        const auto scan = [text = text, start = start] { (void)CStyleEscapedGetLength(text, start); };
+TEST(vrnEscape, FindsTheClosingQuoteOrRefuses) {
+    constexpr StringView found = u"(nothing raised)";
+    constexpr StringView beyond = u"StartIndex is set at (or beyond) the end of the given string";
+    constexpr StringView noQuote = u"Specified StartIndex must point to a quote";
+    constexpr StringView open = u"End of string reached without finding closing quote";
+    const std::tuple<StringView, std::int32_t, std::int32_t, StringView> cases[] = {
+        // clang-format off
+        {u"\"a\\\"b\"", 1, 6, found}, {u"x \"\" \"", 3, 2, found}, {u"x\"\\\\\"\"", 2, 4, found},
+        {u"x\"ab\"y", 2, 4, found}, {u"", 1, 0, beyond}, {u"ab\"", 3, 0, beyond},
+        {u"\"\"", 2147483647, 0, beyond}, {u"\"a\"", 2, 0, noQuote}, {u"\"a\"", 0, 0, noQuote},
+        {u"\"a\"", -2147483647 - 1, 0, noQuote}, {u"\"abc", 1, 0, open}, {u"\"a\\\"", 1, 0, open},
+        {u"\"a\\", 1, 0, open}};
+    // clang-format on
+    for (const auto& [text, start, expected, message] : cases) {
+        std::int32_t length = 0;
+        const auto scan = [&, t = text, s = start] {
+            length = CStyleEscapedGetLength(t, s);
+            EXPECT_EQ(CStyleEscapedGetEndIndex(t, s), s + length - 1);
+        };
         EXPECT_EQ(Raised<Exception>(scan), message) << ToUtf8(text) << " from " << start;
+        EXPECT_EQ(length, expected) << ToUtf8(text) << " from " << start;
     }
 }
 
