@@ -11,17 +11,19 @@ namespace {
 
 TEST(vrnString, TestsOfNumberTextsAndCharacters) {
     const struct {
+        const char* Name;
         bool (*Test)(StringView);
         std::vector<StringView> Accepted, Rejected;
-    } cases[] = {// clang-format off
-        {IsNumber, {u"1E.+", u"-12.5E3", u".", u"\u0663"}, {u"", u"1e5", u"1 2", u"1,5"}},
-        {IsIntNumber, {u"12", u"+-", u"\u0663"}, {u"", u"1.5", u"x"}},
-        {IsDigitString, {u"-1.5", u"1+2", u".", u"-.", u"\u0663"},
-                        {u"", u"-", u"1-", u"--1", u"1.2.3", u"1E5", u" 1"}}};
+    } cases[] = {
+        // clang-format off
+        {"IsNumber", IsNumber, {u"1E.+", u"-12.5E3", u".", u"\u0663"}, {u"", u"1e5", u"1 2", u"1,5"}},
+        {"IsIntNumber", IsIntNumber, {u"12", u"+-", u"\u0663"}, {u"", u"1.5", u"x"}},
+        {"IsDigitString", IsDigitString, {u"-1.5", u"1+2", u".", u"-.", u"\u0663"},
+         {u"", u"-", u"1-", u"--1", u"1.2.3", u"1E5", u" 1"}}};
     // clang-format on
-    for (const auto& [test, accepted, rejected] : cases) {
-        for (const StringView text : accepted) EXPECT_TRUE(test(text)) << ToUtf8(text);
-        for (const StringView text : rejected) EXPECT_FALSE(test(text)) << ToUtf8(text);
+    for (const auto& [name, test, accepted, rejected] : cases) {
+        for (const StringView text : accepted) EXPECT_TRUE(test(text)) << name << ToUtf8(text);
+        for (const StringView text : rejected) EXPECT_FALSE(test(text)) << name << ToUtf8(text);
     }
     for (const Char yes : StringView(u"0+-\u0663")) EXPECT_TRUE(IsDigit(yes)) << int{yes};
     for (const Char no : StringView(u".Ea\u00B2\xD835")) EXPECT_FALSE(IsDigit(no)) << int{no};
