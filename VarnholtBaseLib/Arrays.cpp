@@ -4,12 +4,13 @@
 #include <functional>
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Numbers.h"
 
 namespace Varnholt {
 namespace {
 
 String WithNumber(StringView text, std::int64_t number) {
-    return String(text) + u" (" + FromUtf8(std::to_string(number)) + u")";
+    return String(text) + u" (" + IntToStr(number) + u")";
 }
 
 template <typename TBetter>

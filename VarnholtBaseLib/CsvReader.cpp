@@ -5,6 +5,7 @@
 
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/TextStreams.h"
 
 namespace Varnholt {
@@ -87,8 +88,7 @@ void TCSVRowReader::ReadQuoted(String& field) {
         field += kQuote;
         ++FPosition;
     }
-    throw EConvertError(u"The quote opened in line " + FromUtf8(std::to_string(openedIn)) +
-                        u" is never closed");
+    throw EConvertError(u"The quote opened in line " + IntToStr(openedIn) + u" is never closed");
 }
 
 /// Reads a field with the separator or line end behind it. True if a separator promises a further field.

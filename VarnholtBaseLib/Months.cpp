@@ -1,11 +1,12 @@
 #include "VarnholtBaseLib/Months.h"
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Numbers.h"
 
 namespace Varnholt {
 
 void RaiseMonthOutOfRange(std::int64_t month) {
-    throw ERangeError(u"Month out of range (" + FromUtf8(std::to_string(month)) + u")");
+    throw ERangeError(u"Month out of range (" + IntToStr(month) + u")");
 }
 
 TMonthSet MonthSetOf(std::initializer_list<TMonth> months) {

@@ -5,6 +5,7 @@
 #include <unicode/utf16.h>
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Numbers.h"
 
 namespace Varnholt {
 namespace {
@@ -89,7 +90,7 @@ String ToLower(StringView text) {
 
 char32_t CharacterAt(StringView text, std::size_t position) {
     if (position >= text.size()) {
-        throw ERangeError(u"Position " + FromUtf8(std::to_string(position)) + u" is outside the text");
+        throw ERangeError(u"Position " + IntToStr(position) + u" is outside the text");
     }
     const Char first = text[position];
     if (!U16_IS_LEAD(first) || position + 1 == text.size()) return first;

@@ -1,4 +1,5 @@
 #include "Platform/Runtime/Encoding.h"
+#include "Platform/Runtime/Immortal.h"
 
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
@@ -145,11 +146,11 @@ const TEncoding& TEncoding::ForName(StringView name) {
     for (const TEncoding* known : {&Utf8(), &Utf16LE(), &Utf16BE(), &Ascii(), &Windows1252()})
         if (canonical == CanonicalName(FromUtf8(known->FName))) return *known;
 
-    static std::mutex lock;
-    static std::list<TNamed> table;  // a list keeps its entries in place
-    const std::lock_guard guard(lock);
-    const auto found = std::ranges::find(table, canonical, &TNamed::name);
-    return found != table.end() ? found->encoding : table.emplace_back(canonical).encoding;
+    static TImmortal<std::mutex> lock;
+    static TImmortal<std::list<TNamed>> table;  // a list keeps its entries in place
+    const std::lock_guard guard(*lock);
+    const auto found = std::ranges::find(*table, canonical, &TNamed::name);
+    return found != table->end() ? found->encoding : table->emplace_back(canonical).encoding;
 }
 
 const TEncoding* TEncoding::DetectByPreamble(std::string_view bytes) noexcept {

@@ -84,6 +84,10 @@ std::int32_t RoundToInt(Extended value) {
     return static_cast<std::int32_t>(*rounded);
 }
 
+std::optional<std::int64_t> TryRoundToInt64(Extended value) {
+    return RoundEven(value);
+}
+
 std::int64_t RoundToInt64(Extended value) {
     const std::optional<std::int64_t> rounded = RoundEven(value);
     if (!rounded) throw DoesNotFit(value, u"64-bit");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "Platform/Runtime/Types.h"
 
 /// Floating-point operations whose rules the C++ library leaves open: equality within a tolerance, powers,
@@ -30,8 +32,7 @@ namespace Varnholt {
 ///   negative exponent: its reciprocal) fits in the 64 bits of the mantissa, else off by |exponent| units in
 ///   the last place at most;
 /// - all else is the pow of the C library: a negative base with a fractional exponent gives NaN, the special
-/// values
-///   follow IEEE 754.
+///   values follow IEEE 754.
 [[nodiscard]] VARNHOLT_EXPORT Extended Power(Extended base, Extended exponent);
 
 /// The nearest integer, of two equally near ones the even one, whatever the rounding mode of the thread.
@@ -39,5 +40,7 @@ namespace Varnholt {
 /// outside the range once it is rounded.
 [[nodiscard]] VARNHOLT_EXPORT std::int32_t RoundToInt(Extended value);
 [[nodiscard]] VARNHOLT_EXPORT std::int64_t RoundToInt64(Extended value);
+/// The same, or nothing where it does not fit.
+[[nodiscard]] VARNHOLT_EXPORT std::optional<std::int64_t> TryRoundToInt64(Extended value);
 
 }  // namespace Varnholt

@@ -17,14 +17,12 @@
 /// A placeholder is "%", an optional "-", an optional width, an optional "." with a precision, and a letter:
 ///
 ///     %d   an integer in decimal digits; precision: the least number of digits, filled up with zeros
-///     %x   an integer in upper-case hexadecimal digits, a negative one as the two's complement in the width
-///     of its
-///          own type (std::int8_t -1 gives FF); precision as for %d
+///     %x   an integer in upper-case hexadecimal digits, a negative one as the two's complement in the width of
+///          its own type (std::int8_t -1 gives FF); precision as for %d
 ///     %s   a text; precision: the greatest number of code units (a surrogate pair is not cut in two)
 ///     %f   a float with as many decimal places as the precision says, 2 without one, correctly rounded (to
-///     nearest),
-///          the decimal separator that of FormatSettings(). What rounds to zero has no sign. The special
-///          values are NAN, INF and -INF.
+///          nearest), the decimal separator that of FormatSettings(). What rounds to zero has no sign. The
+///          special values are NAN, INF and -INF.
 ///     %%   a percent sign; takes no argument, width or precision
 ///
 /// The width is the least number of code units: blanks fill up in front, or behind with "-". Width and

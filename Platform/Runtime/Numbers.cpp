@@ -171,7 +171,8 @@ std::optional<T> ExactMagnitude(const TDecimal& decimal) {
     constexpr int kMantissaBits = std::min(std::numeric_limits<T>::digits, 64);
     static_assert(FLT_EVAL_METHOD == 0 || sizeof(T) > sizeof(double),
                   "double arithmetic must round to double");
-    static constexpr auto kPowers = PowersOfTen < kMantissaBits == 64 ? 28 : 23, T > ();
+    constexpr std::size_t kExactPowers = kMantissaBits == 64 ? 28 : 23;
+    static constexpr auto kPowers = PowersOfTen<kExactPowers, T>();
     if (!decimal.fits || (decimal.mantissa >> (kMantissaBits - 1)) > 1) return std::nullopt;
     const T mantissa = static_cast<T>(decimal.mantissa);
     if (decimal.mantissa == 0) return mantissa;

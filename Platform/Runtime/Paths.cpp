@@ -6,6 +6,8 @@
 #include <mutex>
 #include <shared_mutex>
 
+#include "Platform/Runtime/Immortal.h"
+
 namespace Varnholt {
 namespace {
 
@@ -23,8 +25,8 @@ struct TDrives {
 };
 
 TDrives& Drives() {
-    static TDrives drives;
-    return drives;
+    static TImmortal<TDrives> drives;
+    return *drives;
 }
 
 std::optional<std::size_t> DriveIndex(Char letter) {

@@ -145,7 +145,11 @@ std::size_t TMemoryStream::Write(std::span<const std::byte> bytes) {
     if (FPosition > kMaxMemorySize || bytes.size() > static_cast<std::size_t>(kMaxMemorySize - FPosition))
         throw EWriteError(u"Memory stream is full");
     const std::size_t position = static_cast<std::size_t>(FPosition);
-    if (position + bytes.size() > FBytes.size()) SetSize(static_cast<std::int64_t>(position + bytes.size()));
+    try {
+        if (position + bytes.size() > FBytes.size()) FBytes.resize(position + bytes.size());
+    } catch (const std::bad_alloc&) {
+        throw EWriteError(u"Out of memory for a memory stream");
+    }
     std::ranges::copy(bytes, FBytes.begin() + FPosition);
     FPosition += static_cast<std::int64_t>(bytes.size());
     return bytes.size();

@@ -171,11 +171,24 @@ void TStreamWriter::Flush() {
     Empty();
 }
 
+// Behind another failure, which is the one to tell.
+void TStreamWriter::CloseQuietly() noexcept {
+    try {
+        if (FOwned) FOwned->Close();
+    } catch (const Exception&) {
+    }
+}
+
 void TStreamWriter::Close() {
     if (FClosed) return;
     FClosed = true;
-    FEncoder.Encode({}, true, FBytes);
-    Empty();
+    try {
+        FEncoder.Encode({}, true, FBytes);
+        Empty();
+    } catch (...) {
+        CloseQuietly();
+        throw;
+    }
     if (FOwned) FOwned->Close();
 }
 

@@ -117,6 +117,7 @@ public:
 private:
     void CheckOpen() const;
     void Empty();
+    void CloseQuietly() noexcept;
 
     std::unique_ptr<TFileStream> FOwned;
     TStream* FStream;

@@ -1,5 +1,6 @@
 #include "Platform/Runtime/Variant.h"
 
+#include <utility>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -7,6 +8,7 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/FormatSettings.h"
+#include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
 
@@ -139,16 +141,16 @@ struct Variant::TRules {
 
     template <typename T>
     static T ToInteger(const Variant& v, TVarType type) {
-        const Extended rounded = std::nearbyint(Number(v, type));
-        if (!Fits<T>(rounded)) RaiseOutOfRange(v, type);
-        return static_cast<T>(rounded);
+        const std::optional<std::int64_t> rounded = TryRoundToInt64(Number(v, type));
+        if (!rounded || !std::in_range<T>(*rounded)) RaiseOutOfRange(v, type);
+        return static_cast<T>(*rounded);
     }
 
     static TCurrency ToCurrency(const Variant& v) {
         if (IsCurrency(v)) return std::get<TCurrency>(v.FValue);
-        const Extended units = std::nearbyint(Number(v, varCurrency) * kCurrencyScale);
-        if (!Fits<std::int64_t>(units)) RaiseOutOfRange(v, varCurrency);
-        return TCurrency{static_cast<std::int64_t>(units)};
+        const std::optional<std::int64_t> units = TryRoundToInt64(Number(v, varCurrency) * kCurrencyScale);
+        if (!units) RaiseOutOfRange(v, varCurrency);
+        return TCurrency{*units};
     }
 
     /// An operand of an addition: what is neither number nor empty becomes an integer or a 64-bit float.

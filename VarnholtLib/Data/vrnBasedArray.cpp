@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Platform/Runtime/Numbers.h"
+#include "VarnholtBaseLib/Ascii.h"
 
 namespace Varnholt {
 namespace {
@@ -21,8 +22,8 @@ template <typename T>
 void CheckIndexRange(std::int32_t base, std::int64_t count) {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     if (base == std::numeric_limits<std::int32_t>::min() || base + count - 1 > kMost) {
-        throw EGridException(u"Index range of " + ClassName<T>() + u" exceeds 32 bits\rBase = " +
-                             IntToStr(base));
+        throw EGridException(u"Index range of " + ClassName<T>() + u" exceeds 32 bits" + ASCII_CR +
+                             u"Base = " + IntToStr(base));
     }
 }
 
@@ -90,7 +91,8 @@ void TBasedArray<T>::GetMinAndMax(T& min, T& max) const {
 
 template <typename T>
 void TBasedArray<T>::RaiseIndexError(const Char* operation, std::int64_t index) {
-    throw EGridException(u"Index out of bounds in " + String(operation) + u"\rIndex = " + IntToStr(index));
+    throw EGridException(u"Index out of bounds in " + String(operation) + ASCII_CR + u"Index = " +
+                         IntToStr(index));
 }
 
 template <typename T>

@@ -56,10 +56,8 @@ public:
 
     /// Copies source[sStart] and on to the 0-based position dStart and on, `count` values; `source` may be a
     /// part of this array. Raises a plain Exception, with nothing changed:
-    /// - "Size error in source buffer": sStart + count - 1 is beyond the source, or one of the two is
-    /// negative
-    /// - "Size error is destination buffer", CR LF, the last position, "/", dStart + count - 1: that is
-    /// beyond
+    /// - "Size error in source buffer": sStart + count - 1 is beyond the source, or one of the two is negative
+    /// - "Size error is destination buffer", CR LF, the last position, "/", dStart + count - 1: that is beyond
     ///   this array, or dStart is negative
     void CopyFrom(std::span<const float> source, std::int32_t sStart, std::int32_t dStart,
                   std::int32_t count);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Platform/Runtime/Numbers.h"
+#include "VarnholtBaseLib/Ascii.h"
 
 namespace Varnholt {
 
@@ -68,7 +69,7 @@ TFloatArray TFloatGrid::RowToFloatArray(std::int32_t row) const {
 }
 
 void TFloatGrid::RaiseOutside(std::int32_t x, std::int32_t y, const Char* operation) {
-    throw EGridException(u"Index out of bounds in " + String(operation) + u"\rX = " + IntToStr(x) +
+    throw EGridException(u"Index out of bounds in " + String(operation) + ASCII_CR + u"X = " + IntToStr(x) +
                          u", Y = " + IntToStr(y));
 }
 

@@ -22,8 +22,8 @@ public:
         return FBuffer[Position(index, u"TIntArray.GetInt")];
     }
     [[nodiscard]] std::int32_t operator[](std::int32_t index) const { return GetInt(index); }
-    /// Sets the value at an index. EGridException "Index out of bounds in TIntArray.WriteInt", CR, "Index =
-    /// ", the index.
+    /// Sets the value at an index. EGridException "Index out of bounds in TIntArray.WriteInt", CR,
+    /// "Index = ", the index.
     void WriteInt(std::int32_t index, std::int32_t value) {
         FBuffer[Position(index, u"TIntArray.WriteInt")] = value;
     }

@@ -19,9 +19,12 @@ StringView WithoutTrailingSlash(StringView path) {
     return path;
 }
 
-/// Position from 0 at which the file-name part begins. No separator gives npos, and npos + 1 is 0.
+/// Position from 0 at which the file-name part begins: behind the last separator, else behind a drive.
 std::size_t FileNameStart(StringView path) {
-    return path.rfind(kSeparator) + 1;
+    const std::size_t separator = path.rfind(kSeparator);
+    if (separator != StringView::npos) return separator + 1;
+    const bool hasDrive = path.size() > 1 && path[1] == u':' && IsUnicodeLetter(path[0]);
+    return hasDrive ? 2 : 0;
 }
 
 /// Position from 0 of the extension in a file name; its length where it has none.

@@ -224,7 +224,7 @@ String GetOrdinalIndicator(std::int32_t number) {
 }
 
 String EnsureStringLeading(StringView leading, StringView text, bool ignoreCase) {
-    const bool isLed = ignoreCase ? StartsText(leading, text) : text.starts_with(leading);
+    const bool isLed = ignoreCase ? ToLower(text).starts_with(ToLower(leading)) : text.starts_with(leading);
     return isLed ? String(text) : String(leading).append(text);
 }
 

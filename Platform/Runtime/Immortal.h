@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace Varnholt {
+
+/// A process-wide object that is made at its first use and never destroyed, so that destructors of static objects, and the
+/// library's own unloading after them, can still use it:
+///
+///     static TImmortal<TTable> table;
+///     table->Add(...);
+template <typename T>
+class TImmortal {
+public:
+    template <typename... TArgs>
+    explicit TImmortal(TArgs&&... args) {
+        std::construct_at(&FObject, std::forward<TArgs>(args)...);
+    }
+    ~TImmortal() {}  // leaves the object alone
+    TImmortal(const TImmortal&) = delete;
+    TImmortal& operator=(const TImmortal&) = delete;
+
+    [[nodiscard]] T& operator*() noexcept { return FObject; }
+    [[nodiscard]] T* operator->() noexcept { return &FObject; }
+
+private:
+    union {
+        T FObject;
+    };
+};
+
+}  // namespace Varnholt
