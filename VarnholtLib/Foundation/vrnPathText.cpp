@@ -19,12 +19,15 @@ StringView WithoutTrailingSlash(StringView path) {
     return path;
 }
 
+/// Position from 0 behind the last separator. No separator gives npos, and npos + 1 is 0.
+std::size_t LastElementStart(StringView path) {
+    return path.rfind(kSeparator) + 1;
+}
+
 /// Position from 0 at which the file-name part begins: behind the last separator, else behind a drive.
 std::size_t FileNameStart(StringView path) {
-    const std::size_t separator = path.rfind(kSeparator);
-    if (separator != StringView::npos) return separator + 1;
     const bool hasDrive = path.size() > 1 && path[1] == u':' && IsUnicodeLetter(path[0]);
-    return hasDrive ? 2 : 0;
+    return std::max<std::size_t>(LastElementStart(path), hasDrive ? 2 : 0);
 }
 
 /// Position from 0 of the extension in a file name; its length where it has none.
@@ -69,7 +72,7 @@ String StripFileName(StringView path) {
 
 String ExtractFinalPathElement(StringView path) {
     const StringView trimmed = WithoutTrailingSlash(path);
-    return String(trimmed.substr(FileNameStart(trimmed)));
+    return String(trimmed.substr(LastElementStart(trimmed)));
 }
 
 String AddFilenamePostfix(StringView path, StringView postfix) {
@@ -80,7 +83,7 @@ String AddFilenamePostfix(StringView path, StringView postfix) {
 
 String ParentPath(StringView path) {
     const StringView trimmed = WithoutTrailingSlash(path);
-    return String(trimmed.substr(0, FileNameStart(trimmed)));
+    return String(trimmed.substr(0, LastElementStart(trimmed)));
 }
 
 bool FileExtIs(StringView extension, StringView fileName) {
