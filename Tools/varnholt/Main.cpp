@@ -4,6 +4,7 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Tools/varnholt/CalcCommand.h"
 #include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/ReportCommand.h"
 
 /// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of its
 /// own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     CLI::App app("Climate-data analysis with VarnholtLib", "varnholt");
     app.require_subcommand(1);
     Varnholt::Tool::AddCalcCommand(app);
+    Varnholt::Tool::AddReportCommand(app);
     try {
         app.parse(argc, argv);
         return 0;

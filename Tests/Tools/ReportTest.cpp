@@ -1,0 +1,253 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+#include "Platform/Runtime/Files.h"
+#include "Tests/Support/TemporaryFolder.h"
+#include "VarnholtLib/Numerics/vrnStatistics.h"
+
+namespace Varnholt::Tests {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ContainsRegex;
+using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+constexpr const char* kHeader = "date,temp_max,temp_min,precipitation\n";
+constexpr const char* kSunshine = " --sunshine 70,109,178,207,254,268,312,281,222,143,73,53";
+
+const std::vector<std::string> kQuantities = {"quantity",
+                                              "rows",
+                                              "missing_tmax",
+                                              "missing_tmin",
+                                              "missing_precipitation",
+                                              "first_date",
+                                              "last_date",
+                                              "latitude",
+                                              "tmax_mean",
+                                              "tmax_sd",
+                                              "tmax_min",
+                                              "tmax_max",
+                                              "tmin_mean",
+                                              "tmin_sd",
+                                              "precipitation_mean",
+                                              "precipitation_sd",
+                                              "precipitation_max",
+                                              "corr_tmax_tmin",
+                                              "tmax_ppcc",
+                                              "tmax_ks",
+                                              "monthly_precipitation_gamma_alpha",
+                                              "monthly_precipitation_gamma_beta",
+                                              "monthly_precipitation_p10",
+                                              "monthly_precipitation_p50",
+                                              "monthly_precipitation_p90",
+                                              "yearly_tmean_slope",
+                                              "yearly_tmean_intercept",
+                                              "monthly_tmean_slope",
+                                              "halves_t",
+                                              "halves_t_prob",
+                                              "halves_f",
+                                              "halves_f_prob",
+                                              "annual_pet"};
+
+struct TRun {
+    int Status = -1;
+    std::string Out, Err;
+};
+
+class ReportTest : public ::testing::Test {
+protected:
+    /// Runs the program on a file of that content.
+    TRun Report(const std::string& content, const std::string& arguments = "--latitude 47.6") {
+        WriteFileInOneGo(Folder.GetPath(u"station.csv"), content);
+        return Run("station.csv " + arguments);
+    }
+
+    TRun Run(const std::string& arguments) {
+        const std::string command = "cd '" + Folder.GetNativePath() + "' && '" VARNHOLT_PROGRAM "' report " +
+                                    arguments + " >printed 2>told";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadWholeFile(Folder.GetPath(u"printed")),
+                ReadWholeFile(Folder.GetPath(u"told"))};
+    }
+
+    /// The rows of a written file, each cut at its first comma.
+    std::map<std::string, std::string> Written(StringView name, std::vector<std::string>* order = nullptr) {
+        std::istringstream text(ReadWholeFile(Folder.GetPath(name)));
+        std::map<std::string, std::string> rows;
+        for (std::string line; std::getline(text, line);) {
+            const std::string key = line.substr(0, line.find(','));
+            rows[key] = line.substr(line.find(',') + 1);
+            if (order != nullptr) order->push_back(key);
+        }
+        return rows;
+    }
+
+    TTemporaryFolder Folder;
+};
+
+/// Days from 2022 to 2024: half a degree warmer each year; the 1st of a month has ten times its number in mm,
+/// the 2nd 1 mm, the 3rd 0.9 mm.
+std::string ThreeYears() {
+    using namespace std::chrono;
+    std::ostringstream text;
+    text << kHeader;
+    for (sys_days day = 2022y / 1 / 1; day <= sys_days(2024y / 12 / 31); day += days(1)) {
+        const year_month_day date(day);
+        const unsigned number = static_cast<unsigned>(date.day()),
+                       month = static_cast<unsigned>(date.month());
+        const double warmth = (static_cast<int>(date.year()) - 2022) * 0.5;
+        const double rain = number == 1 ? 10 * month : number == 2 ? 1 : number == 3 ? 0.9 : 0;
+        text << static_cast<int>(date.year()) * 10000 + static_cast<int>(month * 100 + number) << ','
+             << 20 + warmth << ',' << 10 + warmth << ',' << rain << '\n';
+    }
+    return text.str();
+}
+
+TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
+    const TRun run =
+        Report(ThreeYears(), "--latitude '47 DEG 36 MIN N' --out new/out" + std::string(kSunshine));
+    ASSERT_EQ(run.Status, 0) << run.Err;
+    std::vector<std::string> order;
+    auto rows = Written(u"new/out/summary.csv", &order);
+    EXPECT_THAT(order, ElementsAreArray(kQuantities));
+    const std::map<std::string, std::string> exact = {
+        {"quantity", "value"},
+        {"rows", "1096"},
+        {"missing_tmax", "0"},
+        {"first_date", "2022-01-01"},
+        {"last_date", "2024-12-31"},
+        {"latitude", "47.6"},
+        {"tmax_mean", "20.50046"},  // 20 + 0.5 (365 + 2 * 366) / 1096
+        {"tmax_min", "20"},
+        {"tmax_max", "21"},
+        {"tmin_mean", "10.50046"},
+        {"precipitation_max", "120"},
+        {"corr_tmax_tmin", "1"},
+        {"yearly_tmean_slope", "0.5"},
+        {"yearly_tmean_intercept", "14.5"}};
+    for (const auto& [name, value] : exact) EXPECT_EQ(rows[name], value) << name;
+
+    const auto number = [&](const std::string& name) { return std::stof(rows[name]); };
+    const float alpha = number("monthly_precipitation_gamma_alpha");
+    const float beta = number("monthly_precipitation_gamma_beta");
+    EXPECT_NEAR(alpha * beta, 66.9, 0.001);  // the mean of the totals
+    for (const auto& [name, p] : {std::pair("p10", 0.1), {"p50", 0.5}, {"p90", 0.9}}) {
+        EXPECT_NEAR(gammp(alpha, number("monthly_precipitation_" + std::string(name)) / beta), p, 0.001)
+            << name;
+    }
+    EXPECT_LT(number("halves_t"), -3);
+    EXPECT_LT(number("halves_t_prob"), 0.01);
+    EXPECT_THAT(run.Out, HasSubstr("  evidence that the mean temperature differs"));
+
+    float pet = 0;
+    for (const auto& [month, cells] : Written(u"new/out/monthly.csv")) {
+        if (month == "month") continue;
+        pet += std::stof(cells.substr(cells.rfind(',') + 1));
+        const std::string rain = std::to_string(std::stoi(month) * 10 + 1) + ".9,2,";
+        EXPECT_THAT(cells, HasSubstr("," + rain)) << month;  // total, days of 1 mm or more
+    }
+    EXPECT_NEAR(number("annual_pet"), pet, 0.01);
+    EXPECT_EQ(Written(u"new/out/yearly.csv")["2024"], "366,16,802.8");
+}
+
+TEST_F(ReportTest, GapsAndWordsAreMissing) {
+    std::string text = ThreeYears();
+    const auto replace = [&](const std::string& from, const std::string& to) {
+        const std::size_t place = text.find(from);
+        ASSERT_NE(place, std::string::npos) << from;
+        text.replace(place, from.size(), to);
+    };
+    replace("\n20220110,20,10,0\n", "\n");                         // no row: January and 2022 are not full
+    replace("20220205,20,10,0", "20220205,wet, 10 ,");             // February neither
+    replace("20230301,20.5,10.5,30", "20230301,-999.5,NA,-1000");  // missing codes; March and 2023
+    replace("20240401,21,11,40", "20240401,1e39");                 // beyond a float, and a short row
+    const TRun run = Report(text, "--latitude 33.5S --out .");
+    ASSERT_EQ(run.Status, 0) << run.Err;
+    EXPECT_EQ(
+        run.Err,
+        "varnholt: station.csv: no number in 3 cells, which count as missing; the first is \"wet\" in row "
+        "36, column temp_max\n");
+    EXPECT_THAT(run.Out, HasSubstr("1095 rows, 1 days without a row\nLatitude  -33.5000\n"
+                                   "Missing   3 maxima, 2 minima, 3 precipitation values\n"));
+    EXPECT_THAT(run.Out, HasSubstr("shape of the distribution of 32 monthly totals"));
+    EXPECT_THAT(run.Out, ContainsRegex("yearly_tmean_slope +-999  not worked out: it needs the mean"));
+    EXPECT_THAT(run.Out, HasSubstr("a month over 36 months"));
+    EXPECT_THAT(run.Out, HasSubstr("left out: they need the hours of sunshine"));
+    auto rows = Written(u"summary.csv");
+    EXPECT_EQ(rows["missing_tmin"], "2");
+    EXPECT_EQ(rows["annual_pet"], "-999");
+    EXPECT_EQ(Written(u"yearly.csv")["2022"], "364,-999,-999");
+    EXPECT_THAT(Written(u"monthly.csv")["1"], AllOf(HasSubstr(",11.9,2,"), HasSubstr(",-999,-999")));
+}
+
+TEST_F(ReportTest, LittleDataGivesReasonsAndNoNaN) {
+    const std::string dry = "2024-02-28,5,5,0\n2024-02-29,5,5,0\n2024-03-01,5,5,0\n";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"2024-02-29,5,1,0\n", "tmax_sd +-999  not worked out: there is only one value"},
+        {"2024-02-29,,,\n", "tmax_mean +-999  not worked out: there are no values"},
+        {dry, "tmax_ppcc +-999  not worked out: all values are equal"},
+        {dry, "corr_tmax_tmin +-999  not worked out: all values of a column are equal"},
+        {"2024-02-29,1e38,-1e38,1e38\n2024-03-01,-1e38,1e38,0\n",
+         "corr_tmax_tmin +-999  not worked out: it needs three days"},
+    };
+    for (const auto& [days, line] : cases) {
+        const TRun run = Report(kHeader + days, "--latitude 90 --out ." + std::string(kSunshine));
+        EXPECT_EQ(run.Status, 0) << days << run.Err;
+        EXPECT_THAT(run.Out, ContainsRegex(line)) << days;
+        std::vector<std::string> order;
+        Written(u"summary.csv", &order);
+        EXPECT_THAT(order, ElementsAreArray(kQuantities)) << days;
+        for (const StringView file : {u"printed", u"summary.csv", u"monthly.csv", u"yearly.csv"}) {
+            const std::string written = ReadWholeFile(Folder.GetPath(file));
+            EXPECT_THAT(written, Not(ContainsRegex("[ ,-]([nN][aA][nN]|[iI][nN][fF])([ \n,]|$)"))) << days;
+        }
+    }
+}
+
+TEST_F(ReportTest, BadInputIsTold) {
+    struct TCase {
+        std::string Content, Arguments;
+        int Status;
+        std::string Message;
+    };
+    const std::string header = kHeader, latitude = "--latitude 47.6";
+    const std::vector<TCase> cases = {
+        {"", latitude, 1, "station.csv is empty"},
+        {header, latitude, 1, "station.csv has a header and no rows"},
+        {"date,tmax\n", latitude, 1, "station.csv: Column \"temp_max\" not found"},
+        {"d,temp_max\n", latitude + " --columns date=d,tmin=low", 1, "Column \"low\" not found"},
+        {header + "\n2023-02-29,1,0,0\n", latitude, 1, "station.csv, row 3: \"2023-02-29\" is not a date"},
+        {header + "19000229,1,0,0\n", latitude, 1, "row 2: \"19000229\" is not a date"},
+        {header + "2024-2-9,1,0,0\n", latitude, 1, "row 2: \"2024-2-9\" is not a date"},
+        {header + "00000101,1,0,0\n", latitude, 1, "row 2: \"00000101\" is not a date"},
+        {header + "20240102,1,0,0\n2024-01-02,1,0,0\n", latitude, 1, "row 3: 2024-01-02 is there twice"},
+        {header + "20240102,1,0,0\n20240101,1,0,0\n", latitude, 1,
+         "row 3: 2024-01-01 comes after 2024-01-02; rows must be in the order of their dates"},
+        {header + "20240102,\"1,0,0\n", latitude, 1,
+         "station.csv: The quote opened in line 2 is never closed"},
+        {header, "--latitude north", 1, "varnholt: Problem parsing the string: 'NORTH' is not a valid"},
+        {header, "--latitude 90.5", 1, "Latitude \"90.5\" is not within -90 to 90"},
+        {header, "", 2, "--latitude"},
+        {header, latitude + " --columns tmean=x", 2, "tmean=x is not date=, tmax=, tmin= or precipitation="},
+        {header, latitude + " --sunshine 1,2,3", 2, "takes 12 numbers, not 3"},
+        {header, latitude + kSunshine + " --angstrom 0.2,x", 2, "x is not a number of 0 or more"},
+        {header + "20240102,1,0,0\n", latitude + " --out station.csv", 1, "station.csv"},
+    };
+    for (const TCase& tested : cases) {
+        const TRun run = Report(tested.Content, tested.Arguments);
+        EXPECT_EQ(run.Status, tested.Status) << tested.Message;
+        EXPECT_THAT(run.Err, HasSubstr(tested.Message));
+    }
+    EXPECT_THAT(Run("none.csv --latitude 0").Err, HasSubstr("Cannot open file \"none.csv\""));
+}
+
+}  // namespace
+}  // namespace Varnholt::Tests

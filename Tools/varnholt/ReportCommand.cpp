@@ -1,0 +1,138 @@
+#include "Tools/varnholt/ReportCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Paths.h"
+#include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/ReportOutput.h"
+#include "Tools/varnholt/StationFile.h"
+#include "Tools/varnholt/StationSummary.h"
+#include "VarnholtLib/Numerics/vrnCoordinates.h"
+
+namespace Varnholt::Tool {
+namespace {
+
+struct TReportOptions {
+    std::string File;
+    std::string Latitude;
+    std::string Columns;
+    std::string Sunshine;
+    std::string Angstrom;
+    std::string OutFolder;
+};
+
+std::vector<String> SplitAtCommas(const std::string& text) {
+    std::vector<String> parts;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        parts.push_back(FromUtf8(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+TStationColumns ReadColumns(const std::string& text) {
+    TStationColumns columns;
+    if (text.empty()) return columns;
+    for (const String& part : SplitAtCommas(text)) {
+        const std::size_t equals = std::min(part.find(u'='), part.size());
+        const StringView role = StringView(part).substr(0, equals);
+        String* name = role == u"date"            ? &columns.Date
+                       : role == u"tmax"          ? &columns.TMax
+                       : role == u"tmin"          ? &columns.TMin
+                       : role == u"precipitation" ? &columns.Precipitation
+                                                  : nullptr;
+        if (name == nullptr || equals + 1 >= part.size()) {
+            throw CLI::ValidationError("--columns", ToUtf8(part) + " is not date=, tmax=, tmin= or " +
+                                                        "precipitation= with the name of a column");
+        }
+        *name = part.substr(equals + 1);
+    }
+    return columns;
+}
+
+// Exactly `count` numbers, none below 0.
+std::vector<float> ReadNumbers(const std::string& option, const std::string& text, std::size_t count) {
+    std::vector<float> numbers;
+    for (const String& part : SplitAtCommas(text)) {
+        double value = 0;
+        const bool isNumber = TryStrToFloat(part, value, TFormatSettings::Invariant());
+        numbers.push_back(static_cast<float>(value));
+        if (!isNumber || value < 0 || !std::isfinite(numbers.back())) {
+            throw CLI::ValidationError(option, ToUtf8(part) + " is not a number of 0 or more");
+        }
+    }
+    if (numbers.size() != count) {
+        throw CLI::ValidationError(
+            option, "takes " + std::to_string(count) + " numbers, not " + std::to_string(numbers.size()));
+    }
+    return numbers;
+}
+
+float ReadLatitude(const std::string& text) {
+    const float latitude = GetLatitudeValue(FromUtf8(text));
+    if (!(latitude >= -90 && latitude <= 90)) {
+        throw EArgumentException(Format(u"Latitude \"%s\" is not within -90 to 90", {FromUtf8(text)}));
+    }
+    return latitude;
+}
+
+TSite ReadSite(const TReportOptions& options) {
+    TSite site;
+    site.Latitude = ReadLatitude(options.Latitude);
+    if (!options.Sunshine.empty()) {
+        const std::vector<float> hours = ReadNumbers("--sunshine", options.Sunshine, kMonths.size());
+        std::ranges::copy(hours, site.Sunshine.emplace().begin());
+    }
+    if (!options.Angstrom.empty()) {
+        const std::vector<float> constants = ReadNumbers("--angstrom", options.Angstrom, 2);
+        site.AngstromA = constants[0];
+        site.AngstromB = constants[1];
+    }
+    return site;
+}
+
+void RunReport(const TReportOptions& options) {
+    const TStationColumns columns = ReadColumns(options.Columns);
+    const TSite site = ReadSite(options);
+    const String path = FromUtf8(options.File);
+    const TStation station = ReadStation(path, columns);
+    if (station.WordCount > 0) {
+        Warn(Format(u"%s: no number in %d cells, which count as missing; the first is %s",
+                    {path, station.WordCount, station.FirstWord}));
+    }
+    const TStationSummary summary = Summarise(station, site);
+    PrintReport(ExtractFileName(path), summary);
+    FlushOutput();
+    if (!options.OutFolder.empty()) WriteReportFiles(FromUtf8(options.OutFolder), summary);
+}
+
+}  // namespace
+
+void AddReportCommand(CLI::App& app) {
+    const auto options = std::make_shared<TReportOptions>();
+    CLI::App* report = app.add_subcommand("report", "Report on the climate of a station");
+    report->add_option("file", options->File, "CSV file with a row for each day")->required();
+    report->add_option("--latitude", options->Latitude, "For example '47 DEG 36 MIN N', 33.5S or 47.6")
+        ->required();
+    report->add_option("--columns", options->Columns,
+                       "Names of columns, by default "
+                       "date=date,tmax=temp_max,tmin=temp_min,precipitation=precipitation");
+    CLI::Option* sunshine =
+        report->add_option("--sunshine", options->Sunshine,
+                           "Hours of sunshine in each month, twelve numbers with commas between");
+    report
+        ->add_option("--angstrom", options->Angstrom, "Constants of Angstrom's formula, by default 0.25,0.5")
+        ->needs(sunshine);
+    report->add_option("--out", options->OutFolder,
+                       "Folder to write monthly.csv, yearly.csv and summary.csv to");
+    report->callback([options] { RunReport(*options); });
+}
+
+}  // namespace Varnholt::Tool
