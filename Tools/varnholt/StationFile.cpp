@@ -116,9 +116,11 @@ float TStationReader::NumberCell(std::size_t index) {
 }
 
 TStation TStationReader::Read() {
-    TProgress progress(FileSize(FPath));
+    TProgress progress;
+    const std::int64_t size = progress.IsVisible() ? FileSize(FPath) : 0;
     while (NextRow()) {
-        if (FStation.Days.size() % kRowsBetweenProgress == 0) progress.Show(FText.GetStream().GetPosition());
+        const bool isTold = FStation.Days.size() % kRowsBetweenProgress == 0 && progress.IsVisible();
+        if (isTold) progress.Show(FText.GetStream().GetPosition(), size);
         TStationDay day;
         day.Date = DateCell();
         day.TMax = NumberCell(FTMax);
