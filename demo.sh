@@ -8,3 +8,11 @@ scripts/build.sh release varnholt
 
 echo '$ varnholt calc "($temp_max + $temp_min) / 2" --csv Examples/data/seattle-weather.csv --summary'
 build/release/bin/varnholt calc '($temp_max + $temp_min) / 2' --csv Examples/data/seattle-weather.csv --summary
+
+out=build/demo
+echo
+echo '$ varnholt report Examples/data/seattle-weather.csv --latitude "47 DEG 36 MIN N" --sunshine 69.8,... --out '"$out"
+build/release/bin/varnholt report Examples/data/seattle-weather.csv --latitude '47 DEG 36 MIN N' \
+    --sunshine 69.8,108.8,178.4,207.3,253.7,268.4,312.0,281.4,221.7,142.6,72.7,52.9 --out "$out"
+echo
+echo "The tables are in $out: $(cd "$out" && echo *.csv)"
