@@ -1,14 +1,14 @@
 #include "Platform/Runtime/Variant.h"
 
-#include <utility>
 #include <array>
 #include <cmath>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
 #include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/FormatSettings.h"
 #include "Platform/Runtime/FloatMath.h"
+#include "Platform/Runtime/FormatSettings.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
 
