@@ -19,7 +19,8 @@ function(varnholt_private_settings target)
     endif()
     if(VARNHOLT_SANITIZE)
         target_compile_options(${target} PRIVATE
-            -fsanitize=${VARNHOLT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+            -fsanitize=${VARNHOLT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+            -Wno-maybe-uninitialized)  # g++ warns falsely about instrumented code, in the standard library above all
         target_link_options(${target} PRIVATE -fsanitize=${VARNHOLT_SANITIZE})
     endif()
 endfunction()
