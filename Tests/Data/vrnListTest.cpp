@@ -1,0 +1,318 @@
+#include "VarnholtLib/Data/vrnList.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <stdexcept>
+
+#include "Tests/Foundation/Raised.h"
+#include "VarnholtLib/Data/vrnNotifyEventList.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+template <typename T>
+T ItemOf(int number) {
+    if constexpr (std::is_same_v<T, String>) {
+        return FromUtf8(std::to_string(number));
+    } else {
+        return T(number);
+    }
+}
+
+template <typename T>
+class ListModel : public testing::Test {};
+
+// Lists that the library has compiled, and one that is compiled here.
+using TItemTypes = testing::Types<String, Variant, std::int32_t>;
+TYPED_TEST_SUITE(ListModel, TItemTypes);
+
+String OutOfBounds(std::int32_t index) {
+    return u"List index out of bounds (" + FromUtf8(std::to_string(index)) + u")";
+}
+
+// One random operation on the list and on the vector that stands for it.
+template <typename T>
+void Change(IList<T>& list, std::vector<T>& model, std::mt19937& random) {
+    const auto count = static_cast<std::int32_t>(model.size());
+    const T item = ItemOf<T>(static_cast<int>(random() % 8));
+    const std::int32_t index = static_cast<std::int32_t>(random() % (model.size() + 4)) - 2;
+    const bool isItem = index >= 0 && index < count;
+    const auto place = model.begin() + std::clamp(index, 0, count);
+    const auto changes = [&](bool isFit, const std::function<void()>& call) {
+        EXPECT_EQ(Raised<EListError>(call), isFit ? u"(nothing raised)" : OutOfBounds(index));
+        return isFit;
+    };
+    switch (random() % 12) {
+        case 0:
+            list.Prepend(item);
+            model.insert(model.begin(), item);
+            break;
+        case 1:
+            if (changes(isItem || index == count, [&] { list.Insert(index, item); }))
+                model.insert(place, item);
+            break;
+        case 2:
+        case 3:
+            if (changes(isItem, [&] { list.Delete(index); })) model.erase(place);
+            break;
+        case 4: {
+            const auto found = std::ranges::find(model, item);
+            EXPECT_EQ(list.Remove(item), found == model.end() ? -1 : found - model.begin());
+            if (found != model.end()) model.erase(found);
+            break;
+        }
+        case 5:
+            if (changes(isItem, [&] { list.SetItem(index, item); })) *place = item;
+            break;
+        case 6:
+            list.AddArray(std::vector<T>{item, item});
+            model.insert(model.end(), 2, item);
+            break;
+        case 7:
+            if (count > 20) break;
+            list.AddRange(list);
+            model.reserve(2 * model.size());
+            std::copy_n(model.begin(), count, std::back_inserter(model));
+            break;
+        case 8:
+            if (random() % 10 != 0) break;
+            list.Clear();
+            model.clear();
+            break;
+        case 9:
+            if (random() % 4 != 0) break;
+            list.Sort([](const T& a, const T& b) { return a < b ? -1 : b < a ? 1 : 0; });
+            std::ranges::sort(model, [](const T& a, const T& b) { return a < b; });
+            break;
+        default:
+            EXPECT_EQ(list.Add(item), count);
+            model.push_back(item);
+    }
+}
+
+template <typename T>
+void ExpectSame(const IList<T>& list, const std::vector<T>& model, const T& wanted, std::int32_t num) {
+    const auto count = static_cast<std::int32_t>(model.size());
+    const auto matches = [&](const T& item) { return item == wanted; };
+    const auto found = std::ranges::find(model, wanted);
+    const bool isFound = found != model.end();
+    const auto index = isFound ? static_cast<std::int32_t>(found - model.begin()) : -1;
+    const auto number = static_cast<std::int32_t>(std::ranges::count(model, wanted));
+    ASSERT_EQ(list.ToArray(), model);
+    EXPECT_TRUE(list.Count() == count && list.GetIsEmpty() == model.empty());
+    EXPECT_TRUE(list.IndexOf(wanted) == index && list.IndexOfMatch(matches) == index);
+    EXPECT_TRUE(list.Contains(wanted) == isFound && list.Any(matches) == isFound);
+    EXPECT_TRUE(list.Count(matches) == number && list.All(matches) == (number == count));
+    EXPECT_EQ(list.Where(matches)->ToArray(), std::vector<T>(static_cast<std::size_t>(number), wanted));
+    EXPECT_EQ(list.FirstOrDefault(matches, ItemOf<T>(-1)), isFound ? wanted : ItemOf<T>(-1));
+    EXPECT_EQ(list.FirstOrDefault(ItemOf<T>(-1)), model.empty() ? ItemOf<T>(-1) : model.front());
+    if (model.empty()) {
+        EXPECT_EQ(Raised<EInvalidOperation>([&] { (void)list.First(); }), u"The list is empty");
+        EXPECT_EQ(Raised<EInvalidOperation>([&] { (void)list.Last(); }), u"The list is empty");
+    } else {
+        EXPECT_TRUE(list.First() == model.front() && list.Last() == model.back());
+    }
+    std::vector<T> walked;
+    for (const T& item : list) walked.push_back(item);
+    list.Each([&](const T& item) { walked.push_back(item); });
+    EXPECT_TRUE(std::equal(model.begin(), model.end(), walked.begin()));
+    EXPECT_TRUE(std::equal(model.begin(), model.end(), walked.begin() + count, walked.end()));
+
+    const auto cut = model.begin() + std::clamp(num, 0, count);
+    if (num > count) {
+        EXPECT_EQ(Raised<EListError>([&] { (void)list.Take(num); }), OutOfBounds(count));
+    } else {
+        EXPECT_EQ(list.Take(num)->ToArray(), std::vector<T>(model.begin(), cut));
+    }
+    if (num < 0) {
+        EXPECT_EQ(Raised<EListError>([&] { (void)list.Skip(num); }), OutOfBounds(num));
+    } else {
+        EXPECT_EQ(list.Skip(num)->ToArray(), std::vector<T>(cut, model.end()));
+    }
+}
+
+TYPED_TEST(ListModel, BehavesAsAVectorDoes) {
+    std::mt19937 random(1);
+    const std::shared_ptr<IList<TypeParam>> list = TInterfacedList<TypeParam>::CreateFromArray(
+        {ItemOf<TypeParam>(1), ItemOf<TypeParam>(0), ItemOf<TypeParam>(1)});
+    std::vector<TypeParam> model = list->ToArray();
+    for (int i = 0; i < 2000 && !this->HasFailure(); ++i) {
+        SCOPED_TRACE(i);
+        Change(*list, model, random);
+        ExpectSame(*list, model, ItemOf<TypeParam>(static_cast<int>(random() % 8)),
+                   static_cast<std::int32_t>(random() % (model.size() + 4)) - 2);
+    }
+}
+
+TEST(List, WalksReadTheListAnewAtEachStep) {
+    const auto walk = [](const std::function<void(IList<String>&, const String&)>& change) {
+        const auto list = TInterfacedList<String>::CreateFromArray({u"a", u"b", u"c"});
+        String walked;
+        list->Each([&](const String& item) {
+            change(*list, item);
+            walked += item;  // alive, whatever has become of its place
+        });
+        return walked;
+    };
+    EXPECT_EQ(walk([](auto& list, auto& item) {
+                  if (item.size() == 1 && item < u"c") list.Add(item + u"+");
+              }),
+              u"abca+b+");
+    EXPECT_EQ(walk([](auto& list, auto&) { list.Clear(); }), u"a");
+    EXPECT_EQ(walk([](auto& list, auto& item) { list.Remove(item); }), u"ac");
+
+    const auto list = TInterfacedList<std::int32_t>::CreateFromArray({1, 2});
+    int steps = 0;
+    for (const std::int32_t item : *list) {
+        if (++steps < 5) list->Add(item);
+    }
+    EXPECT_THAT(list->ToArray(), ElementsAre(1, 2, 1, 2, 1, 2));
+    const auto kept = list->Where([&](std::int32_t item) { return list->Clear(), item == 1; });
+    EXPECT_THAT(kept->ToArray(), ElementsAre(1));
+
+    const auto enumerator = kept->GetEnumerator();
+    EXPECT_EQ(Raised<EListError>([&] { (void)enumerator->GetCurrent(); }), OutOfBounds(-1));
+    EXPECT_TRUE(enumerator->MoveNext() && enumerator->GetCurrent() == 1 && !enumerator->MoveNext());
+    EXPECT_EQ(Raised<EListError>([&] { (void)enumerator->GetCurrent(); }), OutOfBounds(1));
+    enumerator->Reset();
+    EXPECT_TRUE(enumerator->MoveNext());
+}
+
+TEST(List, AnyComparisonSortsToAPermutation) {
+    using TList = TInterfacedList<std::int32_t>;
+    std::mt19937 random(2);
+    for (const std::size_t count : {0U, 1U, 2U, 15U, 16U, 17U, 33U, 100U, 1000U}) {
+        SCOPED_TRACE(count);
+        std::vector<std::int32_t> items(count);
+        for (std::int32_t& item : items) item = static_cast<std::int32_t>(random() % 50);
+        std::vector<std::int32_t> sorted = items;
+        std::ranges::sort(sorted);
+        const auto list = TList::CreateFromArray(items);
+        EXPECT_EQ(list->OrderBy(std::minus<>())->ToArray(), sorted);
+        EXPECT_EQ(list->OrderBy(std::minus<>())->OrderBy(std::minus<>())->ToArray(), sorted);
+        const TListSortFunc<std::int32_t> contradictions[] = {
+            [](auto, auto) { return -1; }, [](auto, auto) { return 1; },
+            [&](auto, auto) { return static_cast<std::int32_t>(random() % 3) - 1; },
+            [&](auto a, auto b) { return list->Clear(), a - b; }};
+        for (const auto& sortFunc : contradictions) {
+            list->Sort(sortFunc);
+            EXPECT_THAT(list->ToArray(), testing::UnorderedElementsAreArray(items));
+        }
+        for (std::size_t calls = 1; calls < count; calls *= 3) {
+            const auto before = list->ToArray();
+            std::size_t left = calls;
+            const auto raise = [&](auto a, auto b) {
+                return --left == 0 ? throw std::runtime_error("stop") : b - a;
+            };
+            EXPECT_THROW(list->Sort(raise), std::runtime_error);
+            EXPECT_EQ(list->ToArray(), before) << calls;
+        }
+    }
+}
+
+TEST(List, EmptyCallbacksAreRefusedByName) {
+    const TInterfacedList<String> list;
+    TInterfacedList<String> target;
+    const std::pair<std::function<void()>, StringView> cases[] = {
+        {[&] { (void)list.Count(nullptr); }, u"func"},
+        {[&] { list.Each(nullptr); }, u"eachFunc"},
+        {[&] { (void)list.IndexOfMatch(nullptr); }, u"matchFunc"},
+        {[&] { (void)list.Where(nullptr); }, u"matchFunc"},
+        {[&] { (void)list.All(nullptr); }, u"matchFunc"},
+        {[&] { (void)list.Any(nullptr); }, u"matchFunc"},
+        {[&] { (void)list.FirstOrDefault(nullptr, u""); }, u"matchFunc"},
+        {[&] { target.Sort(nullptr); }, u"sortFunc"},
+        {[&] { (void)list.OrderBy(nullptr); }, u"sortFunc"}};
+    for (const auto& [call, name] : cases) EXPECT_EQ(Raised<EArgumentNilException>(call), name);
+}
+
+// As the library's own collections do: an interface that extends the list's, and a class that joins the two.
+class INamedTexts : public virtual IList<String> {
+public:
+    [[nodiscard]] virtual String GetName() const = 0;
+};
+
+class TNamedTexts : public TInterfacedList<String>, public virtual INamedTexts {
+public:
+    [[nodiscard]] String GetName() const override { return u"texts"; }
+    std::int32_t Add(String item) override { return TInterfacedList::Add(item + u"!"); }
+    [[nodiscard]] String GetItem(std::int32_t index) const override {
+        return u"<" + TInterfacedList::GetItem(index) + u">";
+    }
+};
+
+TEST(List, DerivedClassesReplaceWhatTheLibraryCalls) {
+    const std::shared_ptr<INamedTexts> texts = std::make_shared<TNamedTexts>();
+    texts->AddArray(std::vector<String>{u"a", u"b"});
+    texts->AddRange(*texts->Take(1));
+    EXPECT_EQ(texts->GetName(), u"texts");
+    EXPECT_THAT(texts->ToArray(), ElementsAre(u"a!", u"b!", u"<a!>!"));
+    const std::shared_ptr<IReadOnlyList<String>> found =
+        texts->Where([](const String& t) { return t[1] == u'b'; });
+    EXPECT_THAT(found->ToArray(), ElementsAre(u"<b!>"));
+    EXPECT_TRUE(std::dynamic_pointer_cast<TNamedTexts>(std::shared_ptr<IReadOnlyList<String>>(texts)));
+    // Made in the library, known here.
+    const auto plain = std::dynamic_pointer_cast<TInterfacedList<String>>(found);
+    ASSERT_TRUE(plain != nullptr);
+    EXPECT_EQ(typeid(*plain), typeid(TInterfacedList<String>));
+}
+
+TEST(List, ItemsThatGoFindTheListWhole) {
+    TInterfacedList<std::shared_ptr<int>> list;
+    std::vector<std::int32_t> counts;
+    const auto add = [&] {
+        list.Add(std::shared_ptr<int>(new int(0), [&](const int* number) {
+            counts.push_back(list.Count());
+            delete number;
+        }));
+    };
+    for (int i = 0; i < 4; ++i) add();
+    list.Delete(1);
+    list.SetItem(0, nullptr);
+    list.Clear();
+    EXPECT_THAT(counts, ElementsAre(3, 3, 0, 0));
+}
+
+class TClock final : public INotifySender {};
+
+TEST(NotifyEventList, SendsToAllWhateverTheyRaise) {
+    TNotifyEventList list;
+    TClock clock;
+    String called;
+    const auto event = [&](
+                           Char name, const std::function<void()>& action = [] {}) {
+        return MakeNotifyEvent([&called, &clock, name, action](INotifySender* sender) {
+            EXPECT_EQ(sender, &clock);
+            called += name;
+            action();
+        });
+    };
+    const auto send = [&] {
+        called.clear();
+        list.Send(&clock);
+        return called;
+    };
+    const TNotifyEvent b = event(u'b', [] { throw std::runtime_error("b"); });
+    const TNotifyEvent e = event(u'e');
+    list.AddArray(std::vector{event(u'a'), b, event(u'c', [] { throw 5; }), TNotifyEvent(),
+                              MakeNotifyEvent({}), event(u'd')});
+    EXPECT_EQ(send(), u"abcd");
+
+    list.Add(event(u'r', [&] { list.Remove(b), list.Remove(e), list.Add(event(u'n')); }));
+    list.Add(e);
+    list.Add(event(u'z'));
+    EXPECT_EQ(send(), u"abcdrz");  // e is gone before its turn, n comes with the next round
+    EXPECT_EQ(send(), u"acdrzn");
+    list.Prepend(event(u'x', [&] { list.Clear(); }));
+    EXPECT_EQ(send(), u"x");
+    EXPECT_EQ(send(), u"");
+}
+
+}  // namespace
+}  // namespace Varnholt
