@@ -44,55 +44,36 @@ void Change(IList<T>& list, std::vector<T>& model, std::mt19937& random) {
     const std::int32_t index = static_cast<std::int32_t>(random() % (model.size() + 4)) - 2;
     const bool isItem = index >= 0 && index < count;
     const auto place = model.begin() + std::clamp(index, 0, count);
-    const auto changes = [&](bool isFit, const std::function<void()>& call) {
+    const auto found = std::ranges::find(model, item);
+    const auto succeeds = [&](bool isFit, const std::function<void()>& call) {
         EXPECT_EQ(Raised<EListError>(call), isFit ? u"(nothing raised)" : OutOfBounds(index));
         return isFit;
     };
-    switch (random() % 12) {
-        case 0:
-            list.Prepend(item);
-            model.insert(model.begin(), item);
-            break;
-        case 1:
-            if (changes(isItem || index == count, [&] { list.Insert(index, item); }))
-                model.insert(place, item);
-            break;
-        case 2:
-        case 3:
-            if (changes(isItem, [&] { list.Delete(index); })) model.erase(place);
-            break;
-        case 4: {
-            const auto found = std::ranges::find(model, item);
-            EXPECT_EQ(list.Remove(item), found == model.end() ? -1 : found - model.begin());
-            if (found != model.end()) model.erase(found);
-            break;
-        }
-        case 5:
-            if (changes(isItem, [&] { list.SetItem(index, item); })) *place = item;
-            break;
-        case 6:
-            list.AddArray(std::vector<T>{item, item});
-            model.insert(model.end(), 2, item);
-            break;
-        case 7:
-            if (count > 20) break;
-            list.AddRange(list);
-            model.reserve(2 * model.size());
-            std::copy_n(model.begin(), count, std::back_inserter(model));
-            break;
-        case 8:
-            if (random() % 10 != 0) break;
-            list.Clear();
-            model.clear();
-            break;
-        case 9:
-            if (random() % 4 != 0) break;
-            list.Sort([](const T& a, const T& b) { return a < b ? -1 : b < a ? 1 : 0; });
-            std::ranges::sort(model, [](const T& a, const T& b) { return a < b; });
-            break;
-        default:
-            EXPECT_EQ(list.Add(item), count);
-            model.push_back(item);
+    const auto operation = random() % 40;
+    if (operation < 10) {
+        EXPECT_EQ(list.Add(item), count);
+        model.push_back(item);
+    } else if (operation < 15) {
+        list.Prepend(item);
+        model.insert(model.begin(), item);
+    } else if (operation < 20) {
+        if (succeeds(isItem || index == count, [&] { list.Insert(index, item); })) model.insert(place, item);
+    } else if (operation < 25) {
+        if (succeeds(isItem, [&] { list.Delete(index); })) model.erase(place);
+    } else if (operation < 30) {
+        if (succeeds(isItem, [&] { list.SetItem(index, item); })) *place = item;
+    } else if (operation < 36) {
+        EXPECT_EQ(list.Remove(item), found == model.end() ? -1 : found - model.begin());
+        if (found != model.end()) model.erase(found);
+    } else if (operation < 38) {
+        list.Sort([](const T& a, const T& b) { return a < b ? -1 : b < a ? 1 : 0; });
+        std::ranges::sort(model, [](const T& a, const T& b) { return a < b; });
+    } else if (operation == 38 && count < 20) {
+        list.AddRange(list);
+        for (std::size_t i = 0; std::cmp_less(i, count); ++i) model.push_back(T(model[i]));
+    } else if (random() % 5 == 0) {
+        list.Clear();
+        model.clear();
     }
 }
 
@@ -125,16 +106,12 @@ void ExpectSame(const IList<T>& list, const std::vector<T>& model, const T& want
     EXPECT_TRUE(std::equal(model.begin(), model.end(), walked.begin() + count, walked.end()));
 
     const auto cut = model.begin() + std::clamp(num, 0, count);
-    if (num > count) {
-        EXPECT_EQ(Raised<EListError>([&] { (void)list.Take(num); }), OutOfBounds(count));
-    } else {
-        EXPECT_EQ(list.Take(num)->ToArray(), std::vector<T>(model.begin(), cut));
-    }
-    if (num < 0) {
-        EXPECT_EQ(Raised<EListError>([&] { (void)list.Skip(num); }), OutOfBounds(num));
-    } else {
-        EXPECT_EQ(list.Skip(num)->ToArray(), std::vector<T>(cut, model.end()));
-    }
+    const String taken =
+        Raised<EListError>([&] { EXPECT_EQ(list.Take(num)->ToArray(), std::vector<T>(model.begin(), cut)); });
+    const String skipped =
+        Raised<EListError>([&] { EXPECT_EQ(list.Skip(num)->ToArray(), std::vector<T>(cut, model.end())); });
+    EXPECT_EQ(taken, num > count ? OutOfBounds(count) : u"(nothing raised)");
+    EXPECT_EQ(skipped, num < 0 ? OutOfBounds(num) : u"(nothing raised)");
 }
 
 TYPED_TEST(ListModel, BehavesAsAVectorDoes) {
@@ -207,28 +184,20 @@ TEST(List, AnyComparisonSortsToAPermutation) {
         for (std::size_t calls = 1; calls < count; calls *= 3) {
             const auto before = list->ToArray();
             std::size_t left = calls;
-            const auto raise = [&](auto a, auto b) {
-                return --left == 0 ? throw std::runtime_error("stop") : b - a;
-            };
-            EXPECT_THROW(list->Sort(raise), std::runtime_error);
+            EXPECT_THROW(list->Sort([&](auto a, auto b) { return --left == 0 ? throw left : b - a; }),
+                         std::size_t);
             EXPECT_EQ(list->ToArray(), before) << calls;
         }
     }
 }
 
 TEST(List, EmptyCallbacksAreRefusedByName) {
-    const TInterfacedList<String> list;
-    TInterfacedList<String> target;
+    TInterfacedList<String> list;
     const std::pair<std::function<void()>, StringView> cases[] = {
         {[&] { (void)list.Count(nullptr); }, u"func"},
         {[&] { list.Each(nullptr); }, u"eachFunc"},
-        {[&] { (void)list.IndexOfMatch(nullptr); }, u"matchFunc"},
-        {[&] { (void)list.Where(nullptr); }, u"matchFunc"},
         {[&] { (void)list.All(nullptr); }, u"matchFunc"},
-        {[&] { (void)list.Any(nullptr); }, u"matchFunc"},
-        {[&] { (void)list.FirstOrDefault(nullptr, u""); }, u"matchFunc"},
-        {[&] { target.Sort(nullptr); }, u"sortFunc"},
-        {[&] { (void)list.OrderBy(nullptr); }, u"sortFunc"}};
+        {[&] { list.Sort(nullptr); }, u"sortFunc"}};
     for (const auto& [call, name] : cases) EXPECT_EQ(Raised<EArgumentNilException>(call), name);
 }
 
@@ -267,10 +236,7 @@ TEST(List, ItemsThatGoFindTheListWhole) {
     TInterfacedList<std::shared_ptr<int>> list;
     std::vector<std::int32_t> counts;
     const auto add = [&] {
-        list.Add(std::shared_ptr<int>(new int(0), [&](const int* number) {
-            counts.push_back(list.Count());
-            delete number;
-        }));
+        list.Add(std::shared_ptr<int>(nullptr, [&](int*) { counts.push_back(list.Count()); }));
     };
     for (int i = 0; i < 4; ++i) add();
     list.Delete(1);
@@ -285,12 +251,11 @@ TEST(NotifyEventList, SendsToAllWhateverTheyRaise) {
     TNotifyEventList list;
     TClock clock;
     String called;
-    const auto event = [&](
-                           Char name, const std::function<void()>& action = [] {}) {
+    const auto event = [&](Char name, const std::function<void()>& action = nullptr) {
         return MakeNotifyEvent([&called, &clock, name, action](INotifySender* sender) {
             EXPECT_EQ(sender, &clock);
             called += name;
-            action();
+            if (action) action();
         });
     };
     const auto send = [&] {

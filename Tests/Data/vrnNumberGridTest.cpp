@@ -1,0 +1,223 @@
+#include "VarnholtLib/Data/vrnNumberGrid.h"
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <cmath>
+#include <iostream>
+#include <random>
+
+#include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+using TValues = std::vector<Extended>;
+
+constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+constexpr Extended kNaN = std::numeric_limits<Extended>::quiet_NaN();
+
+std::vector<TValues> ValuesOf(INumberGrid& grid) {
+    std::vector<TValues> rows(static_cast<std::size_t>(grid.GetCount()));
+    for (std::int32_t i = 0; i < grid.GetCount(); ++i) {
+        for (std::int32_t c = 0; c < grid.GetRow(i).GetCount(); ++c) {
+            rows[static_cast<std::size_t>(i)].push_back(grid.GetRow(i)[c]);
+        }
+    }
+    return rows;
+}
+
+std::shared_ptr<INumberGrid> GridOf(const std::vector<TValues>& rows) {
+    auto grid = TNumberGridFactory::GetObject();
+    grid->GetColumns().AddIntColumns(TStringArray{u"a"});
+    grid->GetColumns().AddFloatColumns(TStringArray{u"b", u"B"});
+    for (const TValues& row : rows) grid->AddRow(row);
+    return grid;
+}
+
+// One random operation on the grid and on the vectors that stand for it.
+void Change(INumberGrid& grid, std::vector<TValues>& model, TValues& defaults, std::mt19937& random) {
+    const std::size_t width = defaults.size(), place = random() % (model.size() + 3);
+    const std::size_t start = random() % width, count = random() % (width - start + 1);
+    const auto row = static_cast<std::int32_t>(place), column = static_cast<std::int32_t>(start);
+    const auto value = static_cast<Extended>(random() % 100);
+    const auto operation = random() % 24;
+    if (operation < 2) {
+        grid.AddRow();
+        model.push_back(defaults);
+    } else if (operation < 6) {
+        grid.AddRow(TValues(width, value));
+        model.emplace_back(width, value);
+    } else if (operation < 12 && place < model.size()) {
+        grid.GetRow(row).SetValues(TValues(width, value));
+        model[place].assign(width, value);
+    } else if (operation < 23) {
+        if (place >= model.size()) model.resize(place + 1, defaults);
+        grid.AddArrayToRow(TValues(count, value), row, column);
+        std::fill_n(model[place].begin() + column, count, value);
+        grid.GetRow(row).SetValue(column, value + 1);
+        model[place][start] = value + 1;
+    } else if (random() % 5 == 0) {
+        grid.GetColumns().Add(TColumn(u"later", ctFloat, value));
+        defaults.push_back(value);
+        for (TValues& values : model) values.push_back(value);
+    }
+}
+
+TEST(NumberGrid, BehavesAsVectorsOfRowsDo) {
+    std::mt19937 random(1);
+    const auto grid = GridOf({});
+    std::vector<TValues> model;
+    TValues defaults = {0, 0, 0};
+    const TRow& first = grid->GetRow(0);
+    model.push_back(defaults);
+    for (int i = 0; i < 1500 && !HasFailure(); ++i) {
+        SCOPED_TRACE(i);
+        Change(*grid, model, defaults, random);
+        ASSERT_EQ(grid->GetCount(), std::ssize(model));
+        if (i % 50 != 0) continue;
+        ASSERT_EQ(ValuesOf(*grid), model);
+        EXPECT_EQ(&grid->GetRow(0), &first);
+        EXPECT_EQ(ValuesOf(*TNumberGridFactory::GetObject(grid, true)), model);
+        EXPECT_EQ(TNumberGridFactory::GetObject(grid, false)->GetCount(), 0);
+        std::vector<TValues> large, sums, rest;
+        for (const TValues& row : model) {
+            if (row[1] >= 50) large.push_back(row);
+            sums.push_back(row);
+            sums.back()[0] = row[0] + row[1];
+            rest.emplace_back(row.begin() + 2, row.end());
+        }
+        const auto where = grid->Where([&](const auto& source, const TRow& row, std::int32_t index) {
+            EXPECT_TRUE(source == grid && &row == &grid->GetRow(index));
+            return row.GetValueByColName(u"b") >= 50;
+        });
+        EXPECT_EQ(ValuesOf(*where), large);
+        const auto select =
+            grid->Select([](const auto&, const auto& target, auto& row, auto& newRow, auto index) {
+                EXPECT_EQ(target->GetCount(), index);
+                newRow.SetValueByColName(u"a", row[0] + row[1]);
+            });
+        EXPECT_EQ(ValuesOf(*select), sums);
+        EXPECT_EQ(ValuesOf(*grid->RemoveColumns(TStringArray{u"b", u"none", u"a"})), rest);
+        EXPECT_EQ(ValuesOf(*grid), model);
+    }
+    EXPECT_GT(defaults.size(), 4U);
+}
+
+TEST(NumberGrid, ColumnsGoByExactNames) {
+    const auto grid = GridOf({{1, 2, 3}});
+    for (const TStringArray& names : {TStringArray(), TStringArray{u"A", u""}}) {
+        EXPECT_EQ(grid->RemoveColumns(names), grid);
+    }
+    const auto none = grid->RemoveColumns(grid->GetColumns().ToColumnNameArray());
+    EXPECT_TRUE(none != grid && none->GetCount() == 0 && none->GetColumns().GetCount() == 0);
+    const auto copy = grid->Where([](const auto&, const TRow&, std::int32_t) { return false; });
+    copy->GetColumns().AddColumn(u"b", ctInt);
+    EXPECT_THAT(copy->GetColumns().ToColumnNameArray(), ElementsAre(u"a", u"b", u"B", u"b"));
+    EXPECT_TRUE(grid->GetColumns().GetCount() == 3 && copy->GetCount() == 0);
+    EXPECT_TRUE(copy->GetColumns().IndexOf(u"b") == 1 && !copy->GetColumns().Contains(u"A"));
+
+    const TFloatArray b = grid->GetColumnAsFloatArray(u"b").value();
+    EXPECT_TRUE(b.GetBase() == 0 && b.GetLast() == 0 && b[0] == 2.0F);
+    grid->GetRow(0).SetValue(2, 16'777'217);
+    EXPECT_EQ(grid->GetColumnAsFloatArray(2)[0], 16'777'216.0F);
+    EXPECT_FALSE(grid->GetColumnAsFloatArray(u"c").has_value());
+}
+
+TEST(NumberGrid, RefusalsChangeNothing) {
+    const auto grid = GridOf({{2.5L, kNaN, 3e9L}, {3.5L, -0.5L, 1}});
+    grid->GetColumns().AddIntColumns(TStringArray{u"d"});  // the rows have no place for it
+    TRow& row = grid->GetRow(0);
+    const TValues four(4, 9);
+    const std::pair<std::function<void()>, StringView> ranges[] = {
+        {[&] { (void)row[4]; }, u"Array index out of bounds (4)"},
+        {[&] { row.SetValue(-1, 9); }, u"Array index out of bounds (-1)"},
+        {[&] { grid->AddArrayToRow(four, 7, 1); }, u"Array index out of bounds (4)"},
+        {[&] { grid->AddArrayToRow(four, 7, kMax); }, u"Array index out of bounds (2147483647)"},
+        {[&] { grid->AddArrayToRow(four, 0, -1); }, u"Array index out of bounds (-1)"},
+        {[&] { (void)grid->GetColumnAsFloatArray(4); }, u"Array index out of bounds (4)"},
+        {[&] { (void)row.GetValueAsInt(1); }, u"NAN does not fit in a 32-bit integer"},
+        {[&] { (void)row.GetValueAsInt(2); }, u"3000000000 does not fit in a 32-bit integer"},
+        {[&] { TNumberGridFactory::GetObject()->GetRow(kMax); }, u"Array length out of range (2147483648)"}};
+    for (const auto& [call, message] : ranges) EXPECT_EQ(Raised<ERangeError>(call), message);
+    const std::pair<std::function<void()>, StringView> plain[] = {
+        {[&] { (void)row.GetValueByColName(u"A"); }, u"The column \"A\" is not present in the data set"},
+        {[&] { row.SetValues(TValues(3)); }, u"Number of values does not match number of columns"},
+        {[&] { TRow(grid->GetColumns(), TValues(5)); },
+         u"Number of values does not match number of columns"}};
+    for (const auto& [call, message] : plain) EXPECT_EQ(Raised<Exception>(call), message);
+    EXPECT_EQ(Raised<EListError>([&] { grid->GetRow(-1); }), u"List index out of bounds (-1)");
+    EXPECT_EQ(Raised<EListError>([&] { (void)row.GetColumnType(4); }), u"List index out of bounds (4)");
+    EXPECT_EQ(Raised<EArgumentNilException>([&] { (void)grid->Where(nullptr); }), u"func");
+    EXPECT_EQ(Raised<EArgumentNilException>([&] { (void)grid->Select(nullptr); }), u"func");
+    EXPECT_THROW((void)TNumberGridFactory::GetObject(nullptr, true), EArgumentNilException);
+    EXPECT_EQ(Raised<EGridException>([&] { (void)GridOf({})->GetColumnAsFloatArray(u"a"); }),
+              u"Can't create a float array with a dimension less than 1");
+    EXPECT_TRUE(grid->GetCount() == 2 && row[0] == 2.5L && std::isnan(row[1]) && row[2] == 3e9L &&
+                row[3] == 0);
+    EXPECT_TRUE(row.GetValueAsInt(0) == 2 && grid->GetRow(1).GetValueAsInt(0) == 4);
+
+    EXPECT_THROW(grid->AddRow({1}), Exception);  // the row itself stays
+    EXPECT_THAT(ValuesOf(*grid).back(), ElementsAre(0, 0, 0, 0));
+}
+
+TEST(NumberGrid, CallbacksMayAddRows) {
+    const auto grid = GridOf({{1, 0, 0}, {2, 0, 0}});
+    const auto all = grid->Where([](const auto& source, const TRow&, std::int32_t) {
+        source->GetRow(source->GetCount() + 5000);
+        return true;
+    });
+    EXPECT_EQ(ValuesOf(*all), (std::vector<TValues>{{1, 0, 0}, {2, 0, 0}}));
+    TRow* previous = nullptr;
+    const auto made = all->Select([&](const auto& source, const auto& target, auto&, TRow& newRow, auto) {
+        source->AddRow({8, 8, 8});
+        target->AddRow({9, 9, 9});
+        if (previous != nullptr) previous->SetValue(2, newRow[0]);  // still the row that is in the grid
+        previous = &newRow;
+    });
+    EXPECT_EQ(ValuesOf(*made), (std::vector<TValues>{{9, 9, 9}, {1, 0, 2}, {9, 9, 9}, {2, 0, 0}}));
+}
+
+TEST(NumberGrid, SaveCsvWritesTheseBytes) {
+    const Tests::TTemporaryFolder folder;
+    const auto grid = GridOf({{2.5L, 2.5L, -1e20L}, {-3.5L, 0.1L, 7}});
+    grid->GetColumns().AddFloatColumns(TStringArray{u"\u00e4,\""});
+    const String path = folder.GetPath(u"a.csv");
+    const auto saved = [&](INumberGrid& source) {
+        source.SaveCsv(path);
+        return ReadWholeFile(path);
+    };
+    const TFormatSettings settings = FormatSettings();
+    EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2.5,-1E20,0,\r\n-4,0.1,7,0,\r\n");
+    FormatSettings().DecimalSeparator = u',';
+    EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2,5,-1E20,0,\r\n-4,0,1,7,0,\r\n");
+    FormatSettings() = settings;
+    EXPECT_THROW(grid->SaveCsv(folder.GetPath(u"none\\a.csv")), EFCreateError);
+    grid->GetRow(1).SetValue(0, kNaN);
+    EXPECT_THROW(grid->SaveCsv(path), ERangeError);
+    EXPECT_EQ(ReadWholeFile(path).size(), 42U);
+    const auto bare = TNumberGridFactory::GetObject();
+    bare->AddRow();
+    EXPECT_EQ(saved(*bare), "\r\n\r\n");
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // they replace the allocator
+TEST(NumberGridDeathTest, RowsThatMemoryCanNotHoldAreNotMade) {
+    const auto run = [] {
+        const rlimit limit = {rlim_t{1} << 30, rlim_t{1} << 30};
+        const auto grid = GridOf({{1, 2, 3}});
+        setrlimit(RLIMIT_AS, &limit);
+        const String message = Raised<ERangeError>([&] { grid->GetRow(2'000'000'000); });
+        std::cerr << ToUtf8(message) << ", " << grid->GetCount() << ", " << grid->GetRow(99)[2];
+        std::exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "^Out of memory for 2000000001 rows, 1, 0$");
+}
+#endif
+
+}  // namespace
+}  // namespace Varnholt
