@@ -1,5 +1,5 @@
-// Where and Select of the number grid beside hand-written loops that build the same result from plain vectors: one
-// vector for each row, and one vector for the whole table. A million rows of five values.
+// Where and Select of the number grid beside hand-written loops that build the same result from plain
+// vectors: one vector for each row, and one vector for the whole table. A million rows of five values.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

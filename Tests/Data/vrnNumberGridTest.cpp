@@ -128,6 +128,22 @@ TEST(NumberGrid, ColumnsGoByExactNames) {
     EXPECT_FALSE(grid->GetColumnAsFloatArray(u"c").has_value());
 }
 
+TEST(NumberGrid, RowsAreCopiedByPosition) {
+    TColumns narrow, wide;
+    narrow.AddColumn(u"a", ctFloat);
+    wide.AddColumn(u"b", ctFloat);
+    wide.Add(TColumn(u"c", ctInt, 7));
+    TRows source(wide);
+    source.AddRow().SetValues(TValues{1, 2});
+    const TRows cut(narrow, source);
+    const TRow filled(wide, cut.GetItem(0));
+    EXPECT_TRUE(cut.GetCount() == 1 && cut.GetItem(0).GetCount() == 1 && filled[0] == 1 && filled[1] == 7);
+    source.AddRowsViaCopy(std::vector<const TRow*>(40, &source.GetItem(0)));  // into further blocks
+    EXPECT_TRUE(source.GetCount() == 41 && source.GetItem(40)[1] == 2);
+    EXPECT_THROW(source.AddRowsViaCopy(std::vector<const TRow*>{&filled, nullptr}), EArgumentNilException);
+    EXPECT_EQ(source.GetCount(), 41);
+}
+
 TEST(NumberGrid, RefusalsChangeNothing) {
     const auto grid = GridOf({{2.5L, kNaN, 3e9L}, {3.5L, -0.5L, 1}});
     grid->GetColumns().AddIntColumns(TStringArray{u"d"});  // the rows have no place for it

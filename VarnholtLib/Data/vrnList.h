@@ -18,7 +18,8 @@
 /// The library's list: ordered items behind counted interfaces, with the usual operations and a small query
 /// vocabulary.
 ///
-///     std::shared_ptr<IList<String>> stations = TInterfacedList<String>::CreateFromArray({u"Graz", u"Wien"});
+///     const std::shared_ptr<IList<String>> stations = TInterfacedList<String>::CreateFromArray({u"Graz"});
+///     stations->Add(u"Wien");
 ///     stations->Add(u"Linz");
 ///     const auto found = stations->Where([](const String& name) { return name.ends_with(u'z'); });
 ///     for (const String& name : *found) Show(name);   // Graz, Linz
@@ -27,14 +28,14 @@
 /// and changes nothing. An empty callback raises EArgumentNilException with the parameter's name.
 ///
 /// Items are handed out by value. So a callback may do to the list what it likes: every walk asks for the
-/// count and for the next item at each step, and an item that is deleted meanwhile lives on until the callback
-/// has returned. A callback that adds prolongs the walk; one that deletes at or before its position makes the
-/// walk pass over an item. Query operations run at once and give new, independent lists.
+/// count and for the next item at each step, and an item that is deleted meanwhile lives on until the
+/// callback has returned. A callback that adds prolongs the walk; one that deletes at or before its position
+/// makes the walk pass over an item. Query operations run at once and give new, independent lists.
 ///
 /// Equality of items is ==: exact for texts, identity for shared pointers.
 ///
-/// Leans on Platform/Runtime alone. The lists of Variant and of String are compiled into the library; those of
-/// other types are compiled where they are used.
+/// Leans on Platform/Runtime alone. The lists of Variant and of String are compiled into the library; those
+/// of other types are compiled where they are used.
 ///
 /// Threads: none inside; a list and its enumerators serve one thread at a time. References to a list are
 /// counted atomically.
@@ -74,8 +75,8 @@ protected:
     IListEnumerator() = default;
 };
 
-/// What can be asked of a list. An interface that extends this one or IList derives from it virtually, so that
-/// a class can join it with TInterfacedList.
+/// What can be asked of a list. An interface that extends this one or IList derives from it virtually, so
+/// that a class can join it with TInterfacedList.
 template <typename T>
 class VARNHOLT_EXPORT IReadOnlyList {
 public:
@@ -118,8 +119,8 @@ public:
     /// The items at positions 0 to num - 1; none for a num of 0 or below. A num above the count raises the
     /// EListError of GetItem.
     [[nodiscard]] virtual std::shared_ptr<IList<T>> Take(std::int32_t num) const = 0;
-    /// The items from position num to the end; none for a num at or above the count. A negative num raises the
-    /// EListError of GetItem.
+    /// The items from position num to the end; none for a num at or above the count. A negative num raises
+    /// the EListError of GetItem.
     [[nodiscard]] virtual std::shared_ptr<IList<T>> Skip(std::int32_t num) const = 0;
     /// All items, sorted as IList::Sort does.
     [[nodiscard]] virtual std::shared_ptr<IList<T>> OrderBy(const TListSortFunc<T>& sortFunc) const = 0;

@@ -7,14 +7,14 @@
 
 /// A list of event callbacks that are fired together.
 ///
-///     TNotifyEventList onChange;                               // a field of a class derived from INotifySender
+///     TNotifyEventList onChange;  // a field of a class derived from INotifySender
 ///     const TNotifyEvent redraw = MakeNotifyEvent([this](INotifySender*) { Redraw(); });
 ///     onChange.Add(redraw);
 ///     onChange.Send(this);
 ///     onChange.Remove(redraw);
 ///
-/// An event is a shared handle on its callback: the same handle is the same event, which is how Remove, IndexOf
-/// and Contains know it. The list is an ordinary TInterfacedList.
+/// An event is a shared handle on its callback: the same handle is the same event, which is how Remove,
+/// IndexOf and Contains know it. The list is an ordinary TInterfacedList.
 ///
 /// Threads: none inside; one thread at a time.
 namespace Varnholt {

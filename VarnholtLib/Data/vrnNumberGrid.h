@@ -25,13 +25,14 @@
 ///     });
 ///     wet->SaveCsv(u"C:\\data\\wet.csv");    // Year,Rain,  and  1998,712.4,
 ///
-/// Every value is one 80-bit float; a column's type decides only how its values read as text. Positions of rows
-/// and columns count from 0. Lay the columns down before the rows: a row has a place for each column that
-/// there is when it is made. A column added later reads as its default value in the rows before it, until a
-/// value is set there.
+/// Every value is one 80-bit float; a column's type decides only how its values read as text. Positions of
+/// rows and columns count from 0. Lay the columns down before the rows: a row has a place for each column
+/// that there is when it is made. A column added later reads as its default value in the rows before it,
+/// until a value is set there.
 ///
-/// Columns and rows belong to their grid and die with it. References to them stay valid while others are added;
-/// none is ever removed. A million rows of five values take 120 MB: 16 bytes each value, 40 bytes each row.
+/// Columns and rows belong to their grid and die with it. References to them stay valid while others are
+/// added; none is ever removed. A million rows of five values take 120 MB: 16 bytes each value, 40 bytes each
+/// row.
 ///
 /// Leans on vrnGrid.h (TFloatArray). Threads: none; a grid serves one thread at a time.
 namespace Varnholt {
@@ -108,8 +109,8 @@ public:
     TRow(const TColumns& columns, const TRow& source);
     /// The same as SetValues on a new row.
     TRow(const TColumns& columns, std::span<const Extended> values);
-    /// A moved row keeps its place: one that is moved out of a grid is not to be used after that grid, either. The
-    /// row that is left reads as default values.
+    /// A moved row keeps its place: one that is moved out of a grid is not to be used after that grid,
+    /// either. The row that is left reads as default values.
     TRow(TRow&& other) noexcept;
     TRow(const TRow&) = delete;
     TRow& operator=(const TRow&) = delete;
@@ -163,8 +164,8 @@ private:
 
 /// Rows in order, for the columns that must outlive them. The list owns its rows, many to a block of memory.
 ///
-/// ERangeError, with nothing changed: "Array length out of range (COUNT)" beyond 2147483647 rows, "Out of memory
-/// for COUNT rows".
+/// ERangeError, with nothing changed: "Array length out of range (COUNT)" beyond 2147483647 rows, "Out of
+/// memory for COUNT rows".
 class VARNHOLT_EXPORT TRows {
 public:
     explicit TRows(const TColumns& columns) noexcept : FColumns(&columns) {}
@@ -214,7 +215,8 @@ class INumberGrid;
 using TNumberGridValueCallback =
     std::function<bool(const std::shared_ptr<INumberGrid>& grid, const TRow& row, std::int32_t index)>;
 
-/// Shapes a row of the result: takes the source grid, the new grid, the source row, the new row and the index.
+/// Shapes a row of the result: takes the source grid, the new grid, the source row, the new row and the
+/// index.
 using TNumberGridSelectCallback =
     std::function<void(const std::shared_ptr<INumberGrid>& source, const std::shared_ptr<INumberGrid>& target,
                        const TRow& sourceRow, TRow& newRow, std::int32_t index)>;
@@ -230,8 +232,8 @@ public:
     /// Number of rows.
     [[nodiscard]] virtual std::int32_t GetCount() const = 0;
     /// The row at a position. One beyond the last row appends rows of default values up to it; when they can
-    /// not be had, none is appended and the ERangeError of TRows comes out. A negative position raises EListError
-    /// "List index out of bounds (INDEX)".
+    /// not be had, none is appended and the ERangeError of TRows comes out. A negative position raises
+    /// EListError "List index out of bounds (INDEX)".
     [[nodiscard]] virtual TRow& GetRow(std::int32_t index) = 0;
     /// Sets the values from a column on, in the row that GetRow gives. A position outside the columns raises
     /// ERangeError "Array index out of bounds (INDEX)" with the first such position; no row is made then and
@@ -249,22 +251,22 @@ public:
     /// no columns and no rows if none is left. This same grid if no column goes.
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> RemoveColumns(std::span<const String> colNames) = 0;
     /// Writes a line of column names, then a line of GetValueAsString for each row. Each name and value is
-    /// followed by a comma, the last one too; nothing is quoted, so that a decimal comma looks like any other.
-    /// UTF-8 without a byte-order mark, lines ended by CR LF; an existing file is replaced. Values of ctInt
-    /// columns that are no 32-bit integers raise before the file is touched; a failure of the file is the
-    /// stream writer's (EFCreateError, EWriteError). Returns this grid.
+    /// followed by a comma, the last one too; nothing is quoted, so that a decimal comma looks like any
+    /// other. UTF-8 without a byte-order mark, lines ended by CR LF; an existing file is replaced. Values of
+    /// ctInt columns that are no 32-bit integers raise before the file is touched; a failure of the file is
+    /// the stream writer's (EFCreateError, EWriteError). Returns this grid.
     virtual std::shared_ptr<INumberGrid> SaveCsv(StringView fileName) = 0;
     /// A new grid with copies of the columns and of the rows for which `func` answers true. The rows that
-    /// there are at the start are walked, in order; they are copied after the last call. EArgumentNilException
-    /// "func" for an empty callback.
+    /// there are at the start are walked, in order; they are copied after the last call.
+    /// EArgumentNilException "func" for an empty callback.
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> Where(const TNumberGridValueCallback& func) = 0;
     /// A new grid with copies of the columns and, for each row in order, a copy that `func` may change. The
     /// copy joins the new grid when `func` has returned; until then that grid holds the rows of the earlier
     /// rounds. The rows that there are at the start are walked. EArgumentNilException "func".
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> Select(const TNumberGridSelectCallback& func) = 0;
     /// The values of a column narrowed to 32 bits, one for each row, with base 0: row 0 at index 0. A grid
-    /// without rows raises EGridException "Can't create a float array with a dimension less than 1", a position
-    /// outside the columns ERangeError "Array index out of bounds (INDEX)".
+    /// without rows raises EGridException "Can't create a float array with a dimension less than 1", a
+    /// position outside the columns ERangeError "Array index out of bounds (INDEX)".
     [[nodiscard]] virtual TFloatArray GetColumnAsFloatArray(std::int32_t index) = 0;
     /// The same for the first column of a name; nothing if there is none.
     [[nodiscard]] virtual std::optional<TFloatArray> GetColumnAsFloatArray(StringView name) = 0;

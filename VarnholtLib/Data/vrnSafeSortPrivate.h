@@ -14,7 +14,8 @@
 ///
 /// A caller's comparison can contradict itself (a NaN among the keys suffices) and can raise. std::sort and
 /// std::stable_sort may read outside their range then. A merge sort whose loops are all bounded by positions
-/// does not: each merge hands on every item once, whatever the answers, so the result is always a permutation.
+/// does not: each merge hands on every item once, whatever the answers, so the result is always a
+/// permutation.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
@@ -56,8 +57,8 @@ void SafeSort(std::vector<T>& items, TIsLess isLess) {
     items.swap(sorted);
 }
 
-/// The positions 0 to count - 1 in the order that `isLess(a, b)`, asked with two positions, lays down. Stable;
-/// for at most 2^32 items.
+/// The positions 0 to count - 1 in the order that `isLess(a, b)`, asked with two positions, lays down.
+/// Stable; for at most 2^32 items.
 template <typename TIsLess>
 [[nodiscard]] std::vector<std::uint32_t> SortedPositions(std::size_t count, TIsLess isLess) {
     std::vector<std::uint32_t> positions(count);
