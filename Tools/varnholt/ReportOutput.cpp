@@ -228,17 +228,6 @@ void PrintStatistics(const TStationSummary& summary) {
 
 // --- Files ---
 
-void ReplaceFile(const String& path, const String& text) {
-    const String draft = path + u".part";
-    try {
-        WriteFileInOneGo(draft, ToUtf8(text));
-        RenameFile(draft, path);
-    } catch (const Exception&) {
-        if (FileExists(draft)) DeleteFile(draft);
-        throw;
-    }
-}
-
 String MonthlyTable(const TStationSummary& summary) {
     String text =
         u"month,mean_temperature,precipitation,wet_days,day_length,extraterrestrial_radiation,"
@@ -287,9 +276,9 @@ void PrintReport(StringView title, const TStationSummary& summary) {
 void WriteReportFiles(StringView folder, const TStationSummary& summary) {
     ForceDirectories(folder);
     const String prefix = String(folder) + u"/";
-    ReplaceFile(prefix + u"monthly.csv", MonthlyTable(summary));
-    ReplaceFile(prefix + u"yearly.csv", YearlyTable(summary));
-    ReplaceFile(prefix + u"summary.csv", SummaryTable(summary));
+    WriteFileInOneGo(prefix + u"monthly.csv", ToUtf8(MonthlyTable(summary)));
+    WriteFileInOneGo(prefix + u"yearly.csv", ToUtf8(YearlyTable(summary)));
+    WriteFileInOneGo(prefix + u"summary.csv", ToUtf8(SummaryTable(summary)));
 }
 
 }  // namespace Varnholt::Tool
