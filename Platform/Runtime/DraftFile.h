@@ -11,18 +11,19 @@
 /// Leans on Streams.h and Files.h. Threads: as any stream.
 namespace Varnholt {
 
-/// Writes a draft beside the file, which Commit puts in the file's place. A crash at any time leaves the former file or the
-/// new one. What a rename would not replace as meant is written directly, as it comes: a link, a pipe or device, a
-/// file that may not be written, and a file in a folder that takes no new one.
+/// Writes a draft beside the file, which Commit puts in the file's place. A crash at any time leaves the
+/// former file or the new one. What a rename would not replace as meant is written directly, as it comes: a
+/// link, a pipe or device, a file that may not be written, and a file in a folder that takes no new one.
 class VARNHOLT_EXPORT TDraftFileStream final : public TFileStream {
 public:
-    /// Raises EFCreateError (`Cannot create file "%s": %s`) with the file's own path, and leaves a present file alone.
+    /// Raises EFCreateError (`Cannot create file "%s": %s`) with the file's own path, and leaves a present
+    /// file alone.
     explicit TDraftFileStream(StringView path);
     /// Without a Commit the draft goes.
     ~TDraftFileStream() override;
 
-    /// Waits until the bytes lie on the disk, closes, and puts the draft in the place of the file, with the former file's
-    /// permissions. Raises EWriteError or EInOutError, and then the former file stands.
+    /// Waits until the bytes lie on the disk, closes, and puts the draft in the place of the file, with the
+    /// former file's permissions. Raises EWriteError or EInOutError, and then the former file stands.
     void Commit();
 
 private:

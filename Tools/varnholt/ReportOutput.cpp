@@ -49,7 +49,8 @@ String PpccMeaning(double ppcc) {
                             : u"daily maxima are not normally distributed (1 is a perfect fit)";
 }
 
-// The distance that KS2 takes is at least 1/2 - 1/n, whatever the n values: from n = 11 on that is significant.
+// The distance that KS2 takes is at least 1/2 - 1/n, whatever the n values: from n = 11 on that is
+// significant.
 String KsMeaning(double significance) {
     return significance < kSignificance ? u"evidence against a normal distribution of the daily maxima, "
                                           u"which this test finds in any 11 "

@@ -136,8 +136,8 @@ void gser(float a, float x, float& gamser, float& gln) {
     throw ATooLarge();
 }
 
-// 1 / (x + (1 - a) / (1 + 1 / (x + (2 - a) / (1 + 2 / (x + ... ))))), by the recurrence for its numerators (b)
-// and denominators (a), two steps of it in each pass, which fac scales so that the last denominator is 1.
+// 1 / (x + (1 - a) / (1 + 1 / (x + (2 - a) / (1 + 2 / (x + ... ))))), by the recurrence for its numerators
+// (b) and denominators (a), two steps of it in each pass, which fac scales so that the last denominator is 1.
 void gcf(float a, float x, float& gammcf, float& gln) {
     gln = gammln(a);
     float gold = 0, fac = 1;

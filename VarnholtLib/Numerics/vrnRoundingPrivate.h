@@ -64,9 +64,10 @@ double Round32(const TExpression& expression) {
                    [&] { return expression.template operator()<Extended>(); });
 }
 
-/// The roundings of one step of a method that computes in pairs. Each pair comes back rounded, and it is noted
-/// whether one of them might have come out otherwise in Extended: one look for the whole step, after which the
-/// caller evaluates a step in doubt again. The doubles must be as near to the exact values as Round32 asks.
+/// The roundings of one step of a method that computes in pairs. Each pair comes back rounded, and it is
+/// noted whether one of them might have come out otherwise in Extended: one look for the whole step, after
+/// which the caller evaluates a step in doubt again. The doubles must be as near to the exact values as
+/// Round32 asks.
 class TPairRounding {
 public:
     TPair operator()(TPair value) {
@@ -85,7 +86,8 @@ public:
     }
 
 private:
-    // 64 more in the biased exponent turn those of 2^-63 to 2^64 into the ones whose upper four bits are 1000.
+    // 64 more in the biased exponent turn those of 2^-63 to 2^64 into the ones whose upper four bits are
+    // 1000.
     static constexpr std::uint64_t kSizeShift = std::uint64_t{64} << 52;
     static constexpr std::uint64_t kSizeBits = std::uint64_t{15} << 59;
 
