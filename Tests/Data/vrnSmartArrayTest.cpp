@@ -6,7 +6,6 @@
 #include <bit>
 #include <cmath>
 #include <random>
-#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -126,7 +125,7 @@ TEST(SmartArray, SortsAsThePlainStepsDo) {
     }
 }
 
-// Each middle is the greatest value of its range, so that a partition splits off one value (or the few that tie).
+// Each middle is the greatest value of its range: a partition splits off one value, or the few that tie.
 TValues WorstCase(std::size_t count, int ties) {
     TValues values(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -154,13 +153,9 @@ TEST(SmartArray, BadPivotsTakeNoQuadraticTime) {  // that would be minutes, and 
         const TValues values = WorstCase(200'000, ties);
         TSmartArray array{TVariantArray(values)};
         array.Sort();
-        std::set<std::int32_t> sources;
-        for (std::int32_t i = 0; i < array.GetCount(); ++i) {
-            const std::int32_t source = array.GetSortMapValue(i);
-            ASSERT_TRUE(array.GetData(i) == i / ties && values[static_cast<std::size_t>(source)] == i / ties);
-            sources.insert(source);
-        }
-        ASSERT_EQ(sources.size(), values.size());
+        for (std::int32_t i = 0; i < array.GetCount(); ++i) ASSERT_EQ(array.GetData(i), i / ties);
+        array.UndoSort();  // by the map
+        ASSERT_EQ(Shown(array), Shown(values));
     }
 }
 
@@ -173,7 +168,7 @@ TEST(SmartArray, RandomOperationsAsInTheModel) {
         const int operation = draw() % 10;
         if (model.Values.size() < 5) {
             model = {};
-            for (int i = 0; i < 40; ++i) model.Values.push_back(draw() == 0 ? kNaN : draw() / 2.0);
+            for (int i = 0; i < 40; ++i) model.Values.push_back(draw() < 2 ? kNaN : draw() / 2.0);
             array = TSmartArray{TVariantArray(model.Values)};
         } else if (operation < 3) {
             array.Sort();
@@ -211,37 +206,15 @@ TEST(SmartArray, SharesItsStorageUntilItIsRebuilt) {
     TVariantArray data = {3, 1, 2};
     TSmartArray array(data);
     array.Sort();
-    EXPECT_EQ(data, (TVariantArray{1, 2, 3}));
     array.FinalizeSort();
     array.SetData(0, 7);
-    EXPECT_EQ(data[0], 7);
+    EXPECT_EQ(data, (TVariantArray{7, 2, 3}));
     array.Sort();
     array.UndoSort();
     array.SetData(0, 8);
     TSmartArray filtered(data, 0, 100);
     filtered.SetData(0, 9);
     EXPECT_EQ(data, (TVariantArray{2, 3, 7}));
-}
-
-TEST(SmartArray, FiltersByRange) {
-    struct TCase {
-        TValues Values;
-        Variant Range1, Range2;
-        TValues Kept;
-    };
-    const TCase cases[] = {
-        {{1, 2, 5, 6, 3.5}, 5, 2, {2, 5, 3.5}},
-        {{5, 2, 2.0, u"2", true}, 2, 2, {2, 2.0, u"2"}},
-        {{kNaN, 2, kNaN, -1e9}, 1, kNaN, {2, -1e9}},
-        {{kNaN, 2}, -kInfinity, kInfinity, {2}},
-        {{1, 2}, 3, 4, {}},
-        {{}, u"no number", 4, {}},
-    };
-    for (const TCase& test : cases) {
-        SCOPED_TRACE(Show(test.Range1) + " to " + Show(test.Range2));
-        TSmartArray array(TVariantArray(test.Values), test.Range1, test.Range2);
-        EXPECT_EQ(Shown(array), Shown(test.Kept));
-    }
 }
 
 TEST(SmartArray, FailingFilterLosesNothing) {

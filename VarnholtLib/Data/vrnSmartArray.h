@@ -124,8 +124,8 @@ public:
     /// "comparasonCallback" unless the array is empty.
     std::int32_t Filter(const TComparasonCallback& comparasonCallback, TComparasonAction comparasonAction);
 
-    /// Sets all values, as 64-bit floats. Raises Exception, with nothing changed: "Smart Array size much match
-    /// provided data size" for another number of values, "TSmartArray.SetData" while sorted.
+    /// Sets all values, as 64-bit floats. Raises Exception, with nothing changed: "Smart Array size much
+    /// match provided data size" for another number of values, "TSmartArray.SetData" while sorted.
     void Push(const TSingleArray& data);
 
     /// The figures of the values. On an empty array all five raise Exception "TSmartArray.Average".

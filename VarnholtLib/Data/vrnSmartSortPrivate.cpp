@@ -5,8 +5,8 @@
 namespace Varnholt {
 namespace {
 
-// The quicksort with scans that jump. A tree over the positions holds, for each subtree, the least Low and the
-// greatest High, so a scan finds its next stop in log2(n) steps. A partition swaps no more often than its
+// The quicksort with scans that jump. A tree over the positions holds, for each subtree, the least Low and
+// the greatest High, so a scan finds its next stop in log2(n) steps. A partition swaps no more often than its
 // smaller part has items, plus one; an item is in a smaller part log2(n) times at most.
 class TRankSort {
 public:
@@ -62,7 +62,7 @@ private:
         for (std::size_t node = Leaf(j) / 2; node > 0; node /= 2) Join(node);
     }
 
-    // The first position from this one on that stops the scan upwards. There always is one: see SmartPartition.
+    // The first position from this one on that stops the scan upwards; SmartPartition says why there is one.
     [[nodiscard]] std::ptrdiff_t NextNotBelow(std::ptrdiff_t position, TSmartRank pivot) const noexcept {
         const auto stops = [&](std::size_t node) { return FTree[node].High >= pivot.Low; };
         std::size_t node = Leaf(position);

@@ -60,9 +60,10 @@ private:
     std::size_t FEnd = 0;
 };
 
-/// Does the work of SmartPartition between i and j up to the last two blocks, without a jump for each comparison
-/// (BlockQuicksort, Edelkamp and Weiss 2016). A partition swaps the k-th item from the left that is not below the
-/// pivot with the k-th from the right that is not above it, as long as they do not meet; so does this.
+/// Does the work of SmartPartition between i and j up to the last two blocks, without a jump for each
+/// comparison (BlockQuicksort, Edelkamp and Weiss 2016). A partition swaps the k-th item from the left that
+/// is not below the pivot with the k-th from the right that is not above it, as long as they do not meet; so
+/// does this.
 template <typename T>
 void SmartPartitionBlocks(TSortedItem<T>* a, std::ptrdiff_t& i, std::ptrdiff_t& j, T pivot) noexcept {
     constexpr std::ptrdiff_t kBlock = TSmartStops::kBlock;
@@ -79,9 +80,9 @@ void SmartPartitionBlocks(TSortedItem<T>* a, std::ptrdiff_t& i, std::ptrdiff_t& 
     if (!right.IsEmpty()) j -= right.GetNext();
 }
 
-/// The part of the sort's steps between the choice of the pivot and the two sorts that follow; it leaves i above
-/// j. No scan leaves the range: the pivot itself ends the first one of each side, and what has been swapped ends
-/// those behind it.
+/// The part of the sort's steps between the choice of the pivot and the two sorts that follow; it leaves i
+/// above j. No scan leaves the range: the pivot itself ends the first one of each side, and what has been
+/// swapped ends those behind it.
 template <typename T>
 void SmartPartition(TSortedItem<T>* a, std::ptrdiff_t& i, std::ptrdiff_t& j, const T& pivot) {
     if constexpr (std::is_arithmetic_v<T>) SmartPartitionBlocks(a, i, j, pivot);
@@ -125,8 +126,8 @@ void SmartSortByRank(std::span<TSortedItem<T>> items) {
     std::ranges::move(sorted, items.begin());
 }
 
-/// Sorts lo to hi. The two parts of a split are independent, so the smaller one may come first: that keeps the
-/// stack at log2(n) frames. Where the pivots are so bad that `levels` run out the ranks take over.
+/// Sorts lo to hi. The two parts of a split are independent, so the smaller one may come first: that keeps
+/// the stack at log2(n) frames. Where the pivots are so bad that `levels` run out the ranks take over.
 template <typename T>
 void SmartSortRange(TSortedItem<T>* a, std::ptrdiff_t lo, std::ptrdiff_t hi, int levels) {
     constexpr std::ptrdiff_t kFewItems = 64;  // n^2 steps are fine up to here
@@ -163,8 +164,8 @@ enum class TSmartKey : std::uint8_t { Float, Integer, Text, Any };
 [[nodiscard]] TSmartKey SmartKeyFor(std::uint32_t typeBits) noexcept;
 [[nodiscard]] std::uint32_t SmartTypeBit(TVarType type) noexcept;
 
-/// Calls `use` with a vector of `count` items: item i has the variant cell(i) as its value, or a key that compares
-/// like it, and id(i) as its initial index. A text key views the text of the variant.
+/// Calls `use` with a vector of `count` items: item i has the variant cell(i) as its value, or a key that
+/// compares like it, and id(i) as its initial index. A text key views the text of the variant.
 template <typename TCell, typename TId, typename TUse>
 void WithSortedItems(std::size_t count, TCell cell, TId id, TUse use) {
     const auto run = [&](auto key) {

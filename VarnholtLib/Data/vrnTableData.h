@@ -33,8 +33,9 @@
 /// table stays where it was made. RelinquishOwnership hands the rows to the caller.
 ///
 /// Memory: a cell is one variant of 24 bytes, beside the storage of its text, which cells share where one was
-/// copied from the other. A row takes about 88 bytes more: its object with the identity, its place in the list,
-/// and what the allocator adds to two blocks. A table of ten columns so takes about 33 bytes for a number.
+/// copied from the other. A row takes about 90 bytes more: its object with the identity, its place in the
+/// list, and what the allocator adds to two blocks. A table of ten columns so takes about 33 bytes for a
+/// number.
 ///
 /// Leans on vrnSmartArray.h for the sort and on vrnStringGridInfo.h for loading. Threads: no lock; one thread
 /// at a time.
@@ -110,8 +111,8 @@ public:
     /// Stores the value, converted to the type of the column unless it has that type.
     void SetField(std::int32_t index, const Variant& value);
     /// SetField for each column, in order; values beyond the columns are ignored. Raises EArgumentException
-    /// "Fill needs one value for each column", with nothing stored. A value that does not convert leaves those
-    /// before it stored.
+    /// "Fill needs one value for each column", with nothing stored. A value that does not convert leaves
+    /// those before it stored.
     void Fill(std::span<const Variant> values);
 
     /// The value as a 32-bit float: Variant::ToDouble, then to the nearest.
@@ -122,8 +123,8 @@ public:
     [[nodiscard]] double FieldAsFloat(std::int32_t columnIndex) const;
     [[nodiscard]] float FieldAsSingle(std::int32_t columnIndex) const;
     [[nodiscard]] std::int32_t FieldAsInteger(std::int32_t columnIndex) const;
-    /// A float as a 32-bit float with three decimals and the separator of FormatSettings(), any other value as
-    /// Variant::ToText gives it.
+    /// A float as a 32-bit float with three decimals and the separator of FormatSettings(), any other value
+    /// as Variant::ToText gives it.
     [[nodiscard]] String FieldAsString(std::int32_t columnIndex) const;
 
     /// Copies of `count` values from a column on; the two are the same. A negative count raises ERangeError
@@ -192,9 +193,9 @@ public:
     TTableData(const TTableData&) = delete;
     TTableData& operator=(const TTableData&) = delete;
 
-    /// A table of what a grid holds from its first data row on. The columns, the fixed ones too, get the types
-    /// that TStringGridInfo works out and the names Col0, Col1 and so on. Raises Exception "Grid object cannot
-    /// be NULL".
+    /// A table of what a grid holds from its first data row on. The columns, the fixed ones too, get the
+    /// types that TStringGridInfo works out and the names Col0, Col1 and so on. Raises Exception "Grid object
+    /// cannot be NULL".
     [[nodiscard]] static std::unique_ptr<TTableData> FromStringGrid(const TStringGrid* grid);
 
     /// Appends a row of empty values under a new identity. The sorted view does not show it before the next
@@ -224,10 +225,10 @@ public:
     /// A column's value from every row, in stored order. Raises Exception "Invalid column index".
     [[nodiscard]] TVariantArray GetColumnValues(std::int32_t colIndex) const;
 
-    /// Builds the sorted view: the rows in stored order, sorted by the first key as TSmartArray::Sort does; then
-    /// each run of equal values by the next key, and so on. A descending order is the ascending one read
-    /// backwards. The sort is not stable: rows that are equal on all keys come out in an order that only these
-    /// steps fix.
+    /// Builds the sorted view: the rows in stored order, sorted by the first key as TSmartArray::Sort does;
+    /// then each run of equal values by the next key, and so on. A descending order is the ascending one read
+    /// backwards. The sort is not stable: rows that are equal on all keys come out in an order that only
+    /// these steps fix.
     ///
     /// With fewer than two rows there is nothing to sort, and the keys are not looked at. Otherwise raises
     /// EListError "List index out of bounds (0)" without keys, and ERangeError "Column index out of range
@@ -235,15 +236,16 @@ public:
     /// short.
     void ExecuteSort(const TSortOperation& sortOp);
 
-    /// Sorts the stored order itself; the sorted view stays. Rows that compare equal come in no promised order.
-    /// A callback that contradicts itself gives some order of the same rows. When it raises, the order stays;
-    /// so it does when it adds a row or sorts this table: EInvalidOperation "The table changed while it was
-    /// sorted". Raises EArgumentNilException "sortCallback" for an empty callback.
+    /// Sorts the stored order itself; the sorted view stays. Rows that compare equal come in no promised
+    /// order, and a callback that contradicts itself gives some order of the same rows. When the callback
+    /// raises, the order stays. When it adds a row or sorts this table, that stands, and the sort raises
+    /// EInvalidOperation "The table changed while it was sorted". Raises EArgumentNilException "sortCallback"
+    /// for an empty callback.
     void Sort(const TSortCallback& sortCallback);
 
     /// Hands the rows over, in stored order; they survive the table. The table goes on listing them, so it
-    /// may be read only as long as they live. They go on pointing at the table: SetField, SetFloat and Fill need
-    /// it to live. A second call gives no rows.
+    /// may be read only as long as they live. They go on pointing at the table: SetField, SetFloat and Fill
+    /// need it to live. A second call gives no rows.
     [[nodiscard]] std::vector<std::unique_ptr<TTableDataRow>> RelinquishOwnership();
 
     /// Writes the ToString of each row of the sorted view or of the stored order, one a line. Lines end in CR
