@@ -6,15 +6,11 @@
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Guid.h"
 #include "Platform/Runtime/Numbers.h"
-#include "Platform/Runtime/Paths.h"
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::int64_t kRowsBetweenProgress = 4096;
 
@@ -31,22 +27,8 @@ void TPrintedRowSink::TakeRow(const TRow&, Extended value) {
     PrintLine(FloatToStr(value));
 }
 
-TCsvRowSink::TCsvRowSink(String path) : FTarget(ToNativePath(path)) {
-    std::error_code none;
-    FDraft = FTarget;
-    const fs::file_status present = fs::symlink_status(FTarget, none);
-    if (!fs::exists(present) || fs::is_regular_file(present)) {
-        FDraft += ToUtf8(u"." + GuidToString(CreateGuid()) + u".part");
-    }
-    FWriter = std::make_unique<TStreamWriter>(FromNativePath(FDraft.string()));
-    FWriter->SetNewLine(u"\n");
-}
-
-TCsvRowSink::~TCsvRowSink() {
-    if (!FWriter) return;
-    FWriter.reset();
-    std::error_code none;
-    if (FDraft != FTarget) fs::remove(FDraft, none);
+TCsvRowSink::TCsvRowSink(StringView path) : FFile(path), FWriter(FFile) {
+    FWriter.SetNewLine(u"\n");
 }
 
 void TCsvRowSink::TakeHeader(const TRow& header) {
@@ -55,29 +37,25 @@ void TCsvRowSink::TakeHeader(const TRow& header) {
 }
 
 void TCsvRowSink::TakeRow(const TRow& row, Extended value) {
+    ++FRowNumber;
     Write(row, FloatToStr(value, TFormatSettings::Invariant()));
 }
 
 // A short row is filled up, so that the value stands in its column.
 void TCsvRowSink::Write(const TRow& row, StringView last) {
     if (row.size() > FColumnCount) {
-        throw EConvertError(Format(u"A row has %d cells, the header has %d", {row.size(), FColumnCount}));
+        throw EConvertError(
+            Format(u"Row %d has %d cells, the header has %d", {FRowNumber, row.size(), FColumnCount}));
     }
     String line;
     for (const String& cell : row) line.append(CsvField(cell)).append(1, u',');
     if (row.size() < FColumnCount) line.append(FColumnCount - row.size(), u',');
-    FWriter->WriteLine(line.append(last));
+    FWriter.WriteLine(line.append(last));
 }
 
 void TCsvRowSink::Finish() {
-    FWriter->Close();
-    if (FDraft != FTarget) {
-        std::error_code none;
-        const fs::file_status former = fs::status(FTarget, none);
-        if (fs::exists(former)) fs::permissions(FDraft, former.permissions(), none);
-        RenameFile(FromNativePath(FDraft.string()), FromNativePath(FTarget.string()));
-    }
-    FWriter.reset();
+    FWriter.Close();
+    FFile.Commit();
 }
 
 std::vector<TKeyword*> KeywordsOf(const TCalc& calc) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <vector>
 
+#include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/TextStreams.h"
 #include "VarnholtBaseLib/CsvReader.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
@@ -36,12 +36,11 @@ public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the source and a last one `value`. A file appears, or is replaced, when all rows have come; a link, pipe
-/// or device is written as they come. A row with more cells than the header has raises EConvertError.
+/// The columns of the source and a last one `value`. The file appears, or is replaced, when all rows have
+/// come. A row with more cells than the header has raises EConvertError with its number.
 class TCsvRowSink final : public TRowSink {
 public:
-    explicit TCsvRowSink(String path);
-    ~TCsvRowSink() override;
+    explicit TCsvRowSink(StringView path);
 
     void TakeHeader(const TRow& header) override;
     void TakeRow(const TRow& row, Extended value) override;
@@ -50,14 +49,14 @@ public:
 private:
     void Write(const TRow& row, StringView last);
 
-    std::filesystem::path FTarget;
-    std::filesystem::path FDraft;  // the target itself where that is no file
-    std::unique_ptr<TStreamWriter> FWriter;
+    TDraftFileStream FFile;
+    TStreamWriter FWriter;
     std::size_t FColumnCount = 0;
+    std::int64_t FRowNumber = 0;
 };
 
-/// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name of one that is
-/// not registered.
+/// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name
+/// of one that is not registered.
 [[nodiscard]] std::vector<TKeyword*> KeywordsOf(const TCalc& calc);
 
 struct TRowSummary {

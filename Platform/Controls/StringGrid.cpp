@@ -1,0 +1,142 @@
+#include "Platform/Controls/StringGrid.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
+
+namespace Varnholt {
+namespace {
+
+constexpr std::size_t kTextLimit = std::numeric_limits<std::uint32_t>::max();
+
+void CheckSize(std::size_t size, std::size_t limit) {
+    if (size > limit) throw ERangeError(u"Grid too large");
+}
+
+void CheckCount(std::int32_t count) {
+    if (count < 0) throw ERangeError(Format(u"Grid count out of range (%d)", {count}));
+}
+
+void CheckFixed(std::int32_t fixed, std::int32_t count) {
+    if (fixed < 0 || fixed > count) throw ERangeError(Format(u"Fixed count out of range (%d)", {fixed}));
+}
+
+}  // namespace
+
+TStringGrid::TStringGrid(std::int32_t colCount, std::int32_t rowCount, std::int32_t fixedCols,
+                         std::int32_t fixedRows) {
+    SetColCount(colCount);
+    SetRowCount(rowCount);
+    SetFixedCols(fixedCols);
+    SetFixedRows(fixedRows);
+}
+
+TStringGrid::~TStringGrid() = default;
+
+std::size_t TStringGrid::CheckedPosition(std::int32_t col, std::int32_t row) const {
+    if (col < 0 || col >= FColCount || row < 0 || row >= FRowCount) {
+        throw ERangeError(Format(u"Grid cell out of range (column %d, row %d)", {col, row}));
+    }
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(FColCount) +
+           static_cast<std::size_t>(col);
+}
+
+StringView TStringGrid::GetCell(std::int32_t col, std::int32_t row) const {
+    const std::size_t position = CheckedPosition(col, row);
+    if (position >= FCells.size()) return {};
+    const TCell cell = FCells[position];
+    return {FText.data() + cell.Start, cell.Length};
+}
+
+void TStringGrid::SetCell(std::int32_t col, std::int32_t row, StringView text) {
+    const std::size_t position = CheckedPosition(col, row);
+    if (position >= FCells.size()) {
+        if (text.empty()) return;
+        CheckSize(position + 1, FCells.max_size());
+        FCells.resize(position + 1);
+    }
+    TCell& cell = FCells[position];
+    const auto length = static_cast<std::uint32_t>(text.size());
+    if (text.size() <= cell.Length) {
+        std::char_traits<Char>::move(FText.data() + cell.Start, text.data(), text.size());
+        FDropped += cell.Length - length;
+        cell.Length = length;
+    } else {
+        // Together they can not overflow: both are lengths of texts in memory.
+        CheckSize(FText.size() + text.size(), kTextLimit);
+        const auto start = static_cast<std::uint32_t>(FText.size());
+        FText.append(text);
+        FDropped += cell.Length;
+        cell = {start, length};
+    }
+    PackTexts();
+}
+
+void TStringGrid::SetColCount(std::int32_t colCount) {
+    CheckCount(colCount);
+    if (colCount == FColCount) return;
+    const auto oldWidth = static_cast<std::size_t>(FColCount);
+    const auto newWidth = static_cast<std::size_t>(colCount);
+    const std::size_t rowCount = oldWidth == 0 ? 0 : (FCells.size() + oldWidth - 1) / oldWidth;
+    CheckSize(rowCount * newWidth, FCells.max_size());
+    std::vector<TCell> cells(rowCount * newWidth);
+    const std::size_t kept = std::min(oldWidth, newWidth);
+    for (std::size_t row = 0; row < rowCount; ++row) {
+        const std::size_t start = row * oldWidth;
+        const std::size_t end = std::min(start + oldWidth, FCells.size());
+        const std::size_t keptEnd = std::min(start + kept, end);
+        for (std::size_t at = start; at < keptEnd; ++at) cells[row * newWidth + at - start] = FCells[at];
+        DropTexts(keptEnd, end);
+    }
+    FCells = std::move(cells);
+    FColCount = colCount;
+    FFixedCols = std::min(FFixedCols, colCount);
+    PackTexts();
+}
+
+void TStringGrid::SetRowCount(std::int32_t rowCount) {
+    CheckCount(rowCount);
+    const std::size_t cellCount = static_cast<std::size_t>(rowCount) * static_cast<std::size_t>(FColCount);
+    if (cellCount < FCells.size()) {
+        DropTexts(cellCount, FCells.size());
+        FCells.resize(cellCount);
+    }
+    FRowCount = rowCount;
+    FFixedRows = std::min(FFixedRows, rowCount);
+    PackTexts();
+}
+
+void TStringGrid::SetFixedCols(std::int32_t fixedCols) {
+    CheckFixed(fixedCols, FColCount);
+    FFixedCols = fixedCols;
+}
+
+void TStringGrid::SetFixedRows(std::int32_t fixedRows) {
+    CheckFixed(fixedRows, FRowCount);
+    FFixedRows = fixedRows;
+}
+
+/// The texts of these cells are no longer needed.
+void TStringGrid::DropTexts(std::size_t from, std::size_t to) {
+    for (std::size_t at = from; at < to; ++at) FDropped += FCells[at].Length;
+}
+
+/// Moves the texts together once more than half of FText has been left behind, and so much that the walk over
+/// all cells is paid for: a change takes constant time on average.
+void TStringGrid::PackTexts() {
+    if (FDropped <= std::max(FText.size() / 2, FCells.size())) return;
+    String packed;
+    packed.reserve(FText.size() - FDropped);
+    for (TCell& cell : FCells) {
+        const StringView text(FText.data() + cell.Start, cell.Length);
+        cell.Start = static_cast<std::uint32_t>(packed.size());
+        packed.append(text);
+    }
+    FText = std::move(packed);
+    FDropped = 0;
+}
+
+}  // namespace Varnholt

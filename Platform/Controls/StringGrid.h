@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "Platform/Runtime/Types.h"
+
+/// A table of cell texts, held in memory. Its first columns and rows may be fixed: they hold the headings
+/// around the data.
+///
+///     TStringGrid grid(2, 3, 0, 1);                  // two columns, a row of headings and two rows of data
+///     grid.SetCell(0, 0, u"date");
+///     grid.SetCell(0, 1, u"2012-01-01");
+///     for (std::int32_t row = grid.GetFixedRows(); row < grid.GetRowCount(); ++row) {
+///         Use(grid.GetCell(0, row));
+///     }
+///
+/// Columns and rows count from 0, fixed ones included, and the column comes first. Either count may be 0, and
+/// all columns or rows may be fixed: a grid of headings alone holds no data.
+///
+/// Whoever only reads a grid needs no more than the virtual operations, so that a class derived from it can
+/// show any other table as a grid.
+///
+/// Memory: 8 bytes for each cell, row by row, up to the last one ever written, and 2 bytes for each code unit
+/// of text.
+///
+/// Threads: a grid belongs to one thread at a time; any number of threads may read one that does not change.
+namespace Varnholt {
+
+class VARNHOLT_EXPORT TStringGrid {
+public:
+    /// A grid of empty cells. Raises what SetColCount, SetRowCount, SetFixedCols and SetFixedRows raise.
+    explicit TStringGrid(std::int32_t colCount = 5, std::int32_t rowCount = 5, std::int32_t fixedCols = 1,
+                         std::int32_t fixedRows = 1);
+    virtual ~TStringGrid();
+    TStringGrid(const TStringGrid&) = delete;
+    TStringGrid& operator=(const TStringGrid&) = delete;
+
+    /// All columns and rows, the fixed ones included.
+    [[nodiscard]] virtual std::int32_t GetColCount() const { return FColCount; }
+    [[nodiscard]] virtual std::int32_t GetRowCount() const { return FRowCount; }
+    /// The leading columns and rows that are fixed.
+    [[nodiscard]] virtual std::int32_t GetFixedCols() const { return FFixedCols; }
+    [[nodiscard]] virtual std::int32_t GetFixedRows() const { return FFixedRows; }
+
+    /// The text of a cell, empty for a cell never written; valid until the grid changes. Raises ERangeError
+    /// "Grid cell out of range (column COL, row ROW)".
+    [[nodiscard]] virtual StringView GetCell(std::int32_t col, std::int32_t row) const;
+
+    /// Replaces the text of a cell; it may be a view of another cell. Raises ERangeError as GetCell does, and
+    /// "Grid too large" beyond 4294967295 code units of text in all, or more cells than can be addressed.
+    void SetCell(std::int32_t col, std::int32_t row, StringView text);
+
+    /// Changes a count. The cells in the columns and rows that stay keep their texts, new ones are empty.
+    /// Fixed columns or rows that go are fixed no longer. A count below 0 raises ERangeError "Grid count out
+    /// of range (COUNT)".
+    void SetColCount(std::int32_t colCount);
+    void SetRowCount(std::int32_t rowCount);
+
+    /// Fixes that many leading columns or rows. Less than 0 or more than there are raises ERangeError "Fixed
+    /// count out of range (COUNT)".
+    void SetFixedCols(std::int32_t fixedCols);
+    void SetFixedRows(std::int32_t fixedRows);
+
+private:
+    struct TCell {  // a piece of FText
+        std::uint32_t Start = 0;
+        std::uint32_t Length = 0;
+    };
+
+    [[nodiscard]] std::size_t CheckedPosition(std::int32_t col, std::int32_t row) const;
+    void DropTexts(std::size_t from, std::size_t to);
+    void PackTexts();
+
+    std::int32_t FColCount = 0;
+    std::int32_t FRowCount = 0;
+    std::int32_t FFixedCols = 0;
+    std::int32_t FFixedRows = 0;
+    std::vector<TCell> FCells;  // row by row; those behind the last one are empty
+    String FText;               // the cells' texts, and between them what cells have left behind
+    std::size_t FDropped = 0;   // code units of FText that belong to no cell
+};
+
+}  // namespace Varnholt
