@@ -6,7 +6,7 @@
 #include <functional>
 #include <list>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

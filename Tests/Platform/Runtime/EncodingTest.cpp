@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

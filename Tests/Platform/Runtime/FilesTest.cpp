@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Platform/Runtime/FormatSettings.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

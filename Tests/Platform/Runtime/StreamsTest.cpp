@@ -8,7 +8,7 @@
 #include <functional>
 
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

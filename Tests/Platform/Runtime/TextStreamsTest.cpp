@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Platform/Runtime/FormatSettings.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 
