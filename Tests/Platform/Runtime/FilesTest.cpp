@@ -78,6 +78,8 @@ TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
     WriteFileInOneGo(u"D:\\link", "through the link");
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(ReadWholeFile(u"D:\\file"), "through the link");
+    WriteFileInOneGo(u"D:\\file", "replaced");
+    EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
     EXPECT_EQ(fs::status(file).permissions(), rights);
 }
 

@@ -91,7 +91,7 @@ TEST(Numbers, FloatsAgreeWithTheCLibrary) {
         for (char& digit : text) digit = static_cast<char>('0' + pick(0, 9));
         text.insert(static_cast<std::size_t>(pick(0, static_cast<int>(text.size()))), ".");
         const int exponent = round % 20 == 0 ? pick(-5000, 4000) : pick(-40, 40);
-        ExpectAsCLibrary((round % 2 == 0 ? "-" : "") + text +
+        ExpectAsCLibrary((round % 3 == 0 ? "-" : "") + text +
                          (round % 4 == 0 ? "" : 'e' + std::to_string(exponent)));
     }
 }
