@@ -5,7 +5,8 @@
 namespace Varnholt {
 
 TEST(Text, TrimTakesControlCodesAndBlanksAtBothEnds) {
-    const std::pair<StringView, StringView> cases[] = {{u" \t\r\n", u""},
+    const std::pair<StringView, StringView> cases[] = {{u"", u""},
+                                                       {u" \t\r\n", u""},
                                                        {StringView(u"\0\x1F a b\x20\x01", 8), u"a b"},
                                                        {u"\u00A0a\u3000", u"\u00A0a\u3000"}};
     for (const auto& [text, expected] : cases)
