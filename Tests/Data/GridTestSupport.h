@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <functional>
-#include <typeinfo>
 
+#include "Platform/Runtime/Numbers.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Data/vrnGrid.h"
 
 namespace Varnholt {
@@ -13,15 +13,9 @@ namespace Varnholt {
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
-/// The message of the exception of just that class which `call` raises; another one fails the test.
 template <typename TException = EGridException>
 std::string MessageOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const TException& failure) {
-        return typeid(failure) == typeid(TException) ? failure.what() : "an exception of a derived class";
-    }
-    return "nothing raised";
+    return ToUtf8(Raised<TException>(call));
 }
 
 template <typename TArray = TFloatArray>

@@ -1,13 +1,11 @@
 #include "VarnholtLib/Data/vrnFloatArray.h"
 
-#include <filesystem>
-#include <fstream>
-
+#include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/FormatSettings.h"
 #include "Tests/Data/GridTestSupport.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
-namespace {
 
 using testing::ElementsAre;
 
@@ -24,11 +22,11 @@ TEST(FloatArray, ChecksEveryIndexAgainstTheBase) {
         array.WriteFloat(array.GetLast(), 5);
         EXPECT_EQ(array.GetFloat(base + 4), 5) << base;
         for (const std::int32_t index : outside) {
-            const std::string where = "\rIndex = " + std::to_string(index);
-            EXPECT_EQ(MessageOf([&] { (void)array[index]; }),
-                      "Index out of bounds in TFloatArray.GetFloat" + where);
-            EXPECT_EQ(MessageOf([&] { array.WriteFloat(index, 9); }),
-                      "Index out of bounds in TFloatArray.WriteFloat" + where);
+            const String where = u"\rIndex = " + IntToStr(index),
+                         front = u"Index out of bounds in TFloatArray.";
+            ExpectRaised<EGridException>(
+                {{[&] { (void)array[index]; }, front + u"GetFloat" + where},
+                 {[&] { array.WriteFloat(index, 9); }, front + u"WriteFloat" + where}});
         }
         EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 0, 0, 0, 5)) << base;
     }
@@ -49,8 +47,8 @@ TEST(FloatArray, RefusesAndStaysAsItWas) {
         {[](auto& a) { (void)a.GetRange(0, 2); }, noIndex + "0"},
         {[](auto& a) { (void)a.GetValues(3, kHighest); }, noIndex + "4"}};
     // clang-format on
+    TFloatArray array = ArrayOf({1, 2, 3});
     for (const auto& [call, message] : cases) {
-        TFloatArray array = ArrayOf({1, 2, 3});
         EXPECT_EQ(MessageOf([&, &call = call] { call(array); }), message);
         EXPECT_EQ(array.GetBase(), 1) << message;
         EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 2, 3)) << message;
@@ -77,15 +75,15 @@ TEST(FloatArray, CopyFromChecksBothEnds) {
     const std::string source = "Size error in source buffer", end = "Size error is destination buffer\r\n2/";
     const std::tuple<std::int32_t, std::int32_t, std::int32_t, std::string> cases[] = {
         // clang-format off
-        {4, 3, 0, "nothing raised"}, {2, 0, 3, source}, {5, 0, 0, source}, {-1, 0, 2, source},
+        {4, 3, 0, "(nothing raised)"}, {2, 0, 3, source}, {5, 0, 0, source}, {-1, 0, 2, source},
         {0, 0, -1, source}, {kHighest, 0, kHighest, source}, {0, 0, 4, end + "3"}, {0, -1, 2, end + "0"},
         {0, kHighest, 3, end + "2147483649"}};
     // clang-format on
     const std::vector<float> values = {10, 20, 30, 40};
     TFloatArray array = ArrayOf({1, 2, 3}, 10);
-    for (const auto& [sStart, dStart, count, message] : cases) {
-        const auto call = [&, s = sStart, d = dStart, n = count] { array.CopyFrom(values, s, d, n); };
-        EXPECT_EQ(MessageOf<Exception>(call), message) << sStart << ", " << dStart << ", " << count;
+    for (const auto& [s, d, n, message] : cases) {
+        const auto copy = [&, s = s, d = d, n = n] { array.CopyFrom(values, s, d, n); };
+        EXPECT_EQ(MessageOf<Exception>(copy), message) << s << ", " << d << ", " << n;
         EXPECT_THAT(array.GetBuffer(), ElementsAre(1, 2, 3)) << message;
     }
     array.CopyFrom(values, 2, 1, 2);
@@ -98,19 +96,17 @@ TEST(FloatArray, MinMaxSumSortsAndClean) {
     for (const auto& [array, min, max] : cases) {
         float low = 0, high = 0;
         array.GetMinAndMax(low, high);
-        EXPECT_EQ(std::pair(low, high), std::pair(min, max)) << ToUtf8(array.ToString());
+        EXPECT_TRUE(low == min && high == max) << ToUtf8(array.ToString());
     }
     EXPECT_EQ(ArrayOf({16'777'216, 1, 1}).Sum(), 16'777'216.0F) << "rounded at every addition";
     TFloatArray array = ArrayOf({3, 1, 2}, 0);
-    const TFloatArray positions = array.IndexSort();
-    EXPECT_THAT(positions.GetRange(1, 3), ElementsAre(2, 3, 1));
+    EXPECT_THAT(array.IndexSort().GetRange(1, 3), ElementsAre(2, 3, 1));
     array.Reverse();
     EXPECT_THAT(array.GetRange(0, 2), ElementsAre(3, 2, 1));
     array.Sort();
     EXPECT_THAT(array.GetRange(0, 2), ElementsAre(1, 2, 3));
     const auto kept = ArrayOf({-999, 3, -1000, 4, -999.5F}).Clean(-1000, -999);
-    ASSERT_TRUE(kept.has_value() && kept->GetCount() == 2);
-    EXPECT_THAT(kept->GetRange(2, 3), ElementsAre(3, 4));
+    EXPECT_THAT(kept.value().GetRange(2, 3), ElementsAre(3, 4));
     EXPECT_FALSE(ArrayOf({-999, -999}).Clean(-1000, -999).has_value());
     EXPECT_EQ(ArrayOf({-999, NAN, -998.9F, -1000.1F}).Clean(-1000, -999)->GetCount(), 3);
 }
@@ -131,34 +127,25 @@ TEST(FloatArray, FilterRemovesWhatTheCallbackNames) {
     array.Sort();
     EXPECT_TRUE(array.IndexSort().GetCount() == 0 && array.ToString().empty() && !array.Clean(0, 0));
     float none = 0;
-    EXPECT_EQ(MessageOf([&] { array.GetMinAndMax(none, none); }),
-              "An empty TFloatArray has no minimum and no maximum");
-    EXPECT_EQ(MessageOf([&] { array.SetSize(1, 4, true); }),
-              "Can't resize and copy an uninitialised TFloatArray");
+    ExpectRaised<EGridException>(
+        {{[&] { array.GetMinAndMax(none, none); }, u"An empty TFloatArray has no minimum and no maximum"},
+         {[&] { array.SetSize(1, 4, true); }, u"Can't resize and copy an uninitialised TFloatArray"}});
 }
 
 TEST(FloatArray, TextsFollowTheDecimalSeparator) {
-    std::string folder = testing::TempDir() + "floatarrayXXXXXX";
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    const String path = FromUtf8(folder + "/values.txt");
-    const auto written = [&] {
-        std::ifstream file(ToUtf8(path), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    const TFormatSettings former = FormatSettings();
+    const Tests::TTemporaryFolder folder;
+    const String path = folder.GetPath(u"values.txt");
     const TFloatArray array = ArrayOf({1.5F, -999, 0.126F}, 0);
-    FormatSettings().DecimalSeparator = u'.';
+    FormatSettings() = TFormatSettings::Invariant();
     EXPECT_EQ(array.ToString(), u"1.500,-999.000,0.126");
     array.SaveToCSVFile(path);
-    EXPECT_EQ(written(), "Index,Value\r\n0,1.50\r\n1,-999.00\r\n2,0.13\r\n");
+    EXPECT_EQ(ReadWholeFile(path), "Index,Value\r\n0,1.50\r\n1,-999.00\r\n2,0.13\r\n");
     FormatSettings().DecimalSeparator = u',';
     EXPECT_EQ(array.ToString(), u"1,500,-999,000,0,126");
     array.SaveToFile(path);
-    EXPECT_EQ(written(), "0 1,50\r\n1 -999,00\r\n2 0,13\r\n");
-    FormatSettings() = former;
-    std::filesystem::remove_all(folder);
-    EXPECT_THROW(array.SaveToFile(path), Exception) << "the folder is gone";
+    EXPECT_EQ(ReadWholeFile(path), "0 1,50\r\n1 -999,00\r\n2 0,13\r\n");
+    FormatSettings() = TFormatSettings::Invariant();
+    EXPECT_THROW(array.SaveToFile(path + u"\\x"), Exception) << "no folder";
 }
 
-}  // namespace
 }  // namespace Varnholt

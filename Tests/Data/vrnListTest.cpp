@@ -7,7 +7,7 @@
 #include <random>
 #include <stdexcept>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Data/vrnNotifyEventList.h"
 
 namespace Varnholt {

@@ -9,7 +9,7 @@
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/FormatSettings.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

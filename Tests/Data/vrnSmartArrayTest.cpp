@@ -12,7 +12,7 @@
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {

@@ -7,7 +7,7 @@
 
 #include "Platform/Controls/StringGrid.h"
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "VarnholtLib/Data/vrnSmartArray.h"
 

@@ -4,10 +4,9 @@
 
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
-namespace {
 
 TEST(vrnEscape, UnescapeIsTheInverse) {
     EXPECT_EQ(CStyleEscape(u"a\\'\"\t\n\r?\b"), u"a\\\\\\'\\\"\\t\\n\\r\\?\b");
@@ -19,18 +18,15 @@ TEST(vrnEscape, UnescapeIsTheInverse) {
         EXPECT_EQ(CStyleUnescape(CStyleEscape(text)), text);
     }
     constexpr StringView end = u"Unexpected end of string", unknown = u"Unknown unescape char";
-    for (const auto& [text, message] : {std::pair<StringView, StringView>{u"a\\", end},
-                                        {u"\\\\\\", end},
-                                        {u"\\a", unknown},
-                                        {u"\\\t", unknown},
-                                        {u"\\T", unknown}}) {
-        EXPECT_EQ(Raised<Exception>([&, t = text] { (void)CStyleUnescape(t); }), message) << ToUtf8(text);
-    }
+    const std::pair<StringView, StringView> refused[] = {
+        {u"a\\", end}, {u"\\\\\\", end}, {u"\\a", unknown}, {u"\\\t", unknown}, {u"\\T", unknown}};
+    for (const auto& [text, message] : refused)
+        EXPECT_EQ(Raised<Exception>([t = text] { (void)CStyleUnescape(t); }), message) << ToUtf8(text);
 }
 
 TEST(vrnEscape, FindsTheClosingQuoteOrRefuses) {
-    constexpr StringView found = u"(nothing raised)";
-    constexpr StringView beyond = u"StartIndex is set at (or beyond) the end of the given string";
+    constexpr StringView found = u"(nothing raised)",
+                         beyond = u"StartIndex is set at (or beyond) the end of the given string";
     constexpr StringView noQuote = u"Specified StartIndex must point to a quote";
     constexpr StringView open = u"End of string reached without finding closing quote";
     const std::tuple<StringView, std::int32_t, std::int32_t, StringView> cases[] = {
@@ -47,10 +43,10 @@ TEST(vrnEscape, FindsTheClosingQuoteOrRefuses) {
             length = CStyleEscapedGetLength(t, s);
             EXPECT_EQ(CStyleEscapedGetEndIndex(t, s), s + length - 1);
         };
-        EXPECT_EQ(Raised<Exception>(scan), message) << ToUtf8(text) << " from " << start;
-        EXPECT_EQ(length, expected) << ToUtf8(text) << " from " << start;
+        SCOPED_TRACE(ToUtf8(text) + " from " + std::to_string(start));
+        EXPECT_EQ(Raised<Exception>(scan), message);
+        EXPECT_EQ(length, expected);
     }
 }
 
-}  // namespace
 }  // namespace Varnholt

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {
@@ -28,9 +28,9 @@ TEST(vrnSemicolonValueReader, ParsesAndLooksUpExactly) {
 
 TEST(vrnSemicolonValueReader, RefusesASecondKeyAndKeepsWhatItHas) {
     TSemicolonValueReader reader(u"a=1");
-    EXPECT_EQ(Raised<EListError>([&] { reader.Parse(u"b=2;a=3"); }), u"Duplicate key: a");
-    EXPECT_EQ(Raised<EListError>([&] { reader.Parse(u"b=2;b"); }), u"Duplicate key: b");
-    EXPECT_EQ(Raised<EListError>([&] { reader.Add(u"a", u"3"); }), u"Duplicate key: a");
+    ExpectRaised<EListError>({{[&] { reader.Parse(u"b=2;a=3"); }, u"Duplicate key: a"},
+                              {[&] { reader.Parse(u"b=2;b"); }, u"Duplicate key: b"},
+                              {[&] { reader.Add(u"a", u"3"); }, u"Duplicate key: a"}});
     EXPECT_EQ(PairsOf(reader), (TPairs{{u"a", u"1"}}));
     reader.Parse(u"b=2;c=3");
     reader.AddOrSetValue(u"a", u"4");

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

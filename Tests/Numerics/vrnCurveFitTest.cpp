@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "Platform/Runtime/FormatSettings.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/vrnPackage.h"
 
 namespace Varnholt {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Platform/Runtime/Random.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Numerics/vrnGammaFunctions.h"
 
 namespace Varnholt {

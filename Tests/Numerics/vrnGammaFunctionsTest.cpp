@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Numerics/vrnRoundingPrivate.h"
 
 // Values marked "50 digits" were computed with 50-digit arithmetic. Tolerances: a float has 6E-8, the Lanczos

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "Platform/Controls/MessageDialog.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "Platform/Runtime/Numbers.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -1,15 +1,13 @@
 #include "VarnholtBaseLib/Arrays.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <list>
+#include <set>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
-namespace {
 
 using testing::ElementsAre;
 
@@ -21,34 +19,27 @@ TEST(ArraysTest, HoldersShareElementsUntilALengthChanges) {
 
     second.SetLength(3);  // no change of length
     EXPECT_TRUE(second.SharesWith(first));
-
     second.SetLength(4);
     second[0] = u"A";
-    EXPECT_THAT(first, ElementsAre(u"a", u"B", u"c"));
     EXPECT_THAT(second, ElementsAre(u"A", u"B", u"c", u""));
-
-    TStringArray third = first;
+    TStringArray third = first, none = first;
     third.SetLength(1);
+    none.SetLength(0);
     EXPECT_THAT(third, ElementsAre(u"a"));
-    third = first;
-    third.SetLength(0);
-    EXPECT_EQ(first.GetLength(), 3);
-    EXPECT_EQ(third, TStringArray());
-    EXPECT_FALSE(third.SharesWith(TStringArray()));
+    EXPECT_THAT(first, ElementsAre(u"a", u"B", u"c"));
+    EXPECT_TRUE(none == TStringArray() && !none.SharesWith(TStringArray()));
 }
 
 TEST(ArraysTest, AloneAnArrayGrowsInPlace) {
     TIntegerArray numbers;
-    const std::int32_t* place = nullptr;
-    int moves = 0;
+    std::set<const std::int32_t*> places;
     for (std::int32_t i = 0; i < 10000; ++i) {
         numbers.SetLength(i + 1);
         EXPECT_EQ(numbers[i], 0);
         numbers[i] = i;
-        if (std::as_const(numbers).data() != place) ++moves;
-        place = std::as_const(numbers).data();
+        places.insert(std::as_const(numbers).data());
     }
-    EXPECT_LT(moves, 100);
+    EXPECT_LT(places.size(), 100);
     for (std::int32_t i = 0; i < 10000; ++i) ASSERT_EQ(numbers[i], i);
 }
 
@@ -59,7 +50,6 @@ TEST(ArraysTest, ACopyIsOneLevelDeep) {
     copy[1] = {4.0};
     EXPECT_EQ(rows, (TDoubleArrayArray{{10.0, 2.0}, {3.0}}));
     EXPECT_EQ(copy, (TDoubleArrayArray{{10.0, 2.0}, {4.0}}));
-    EXPECT_NE(rows, copy);
 }
 
 TEST(ArraysTest, ConvertsFromAndToTheStandardTypes) {
@@ -84,37 +74,30 @@ TEST(ArraysTest, RefusesPlacesAndLengthsOutOfRange) {
     TDoubleArray empty;
     TDoubleArray two = {1.0, 2.0};
     const std::int64_t huge = std::int64_t{1} << 32;
-    const std::pair<std::function<void()>, StringView> cases[] = {
-        {[&] { (void)empty[0]; }, u"Array index out of bounds (0)"},
-        {[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
-        {[&] { two[-1] = 1; }, u"Array index out of bounds (-1)"},
-        {[&] { (void)std::as_const(two)[huge]; }, u"Array index out of bounds (4294967296)"},
-        {[&] { two.SetLength(-1); }, u"Array length out of range (-1)"},
-        {[&] { two.SetLength(huge); }, u"Array length out of range (4294967296)"},
-        {[&] { (void)TDoubleArray::WithLength(-5); }, u"Array length out of range (-5)"},
-    };
-    for (const auto& [action, message] : cases) EXPECT_EQ(Raised<ERangeError>(action), message);
+    ExpectRaised<ERangeError>(
+        {{[&] { (void)empty[0]; }, u"Array index out of bounds (0)"},
+         {[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
+         {[&] { two[-1] = 1; }, u"Array index out of bounds (-1)"},
+         {[&] { (void)std::as_const(two)[huge]; }, u"Array index out of bounds (4294967296)"},
+         {[&] { two.SetLength(-1); }, u"Array length out of range (-1)"},
+         {[&] { two.SetLength(huge); }, u"Array length out of range (4294967296)"},
+         {[&] { (void)TDoubleArray::WithLength(-5); }, u"Array length out of range (-5)"}});
     EXPECT_THAT(two, ElementsAre(1.0, 2.0));
 }
 
 TEST(ArraysTest, FindsTheExtremesAndNarrowsVariants) {
-    constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
     // clang-format off
-    const struct { TSingleArray values; float min, max; } cases[] = {
-        {{3, -1.5F, 2}, -1.5F, 3}, {{kNaN, 2, kNaN, 1}, 1, 2}, {{kInfinity}, kInfinity, kInfinity},
-        {{}, kNaN, kNaN}, {{kNaN, kNaN}, kNaN, kNaN},
-    };
+    const std::tuple<TSingleArray, float, float> cases[] = {
+        {{3, -1.5F, 2}, -1.5F, 3}, {{NAN, 2, NAN, 1}, 1, 2}, {{INFINITY}, INFINITY, INFINITY},
+        {{}, NAN, NAN}, {{NAN, NAN}, NAN, NAN}};
     // clang-format on
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.values));
-        EXPECT_THAT(MinOf(c.values), testing::NanSensitiveFloatEq(c.min));
-        EXPECT_THAT(MaxOf(c.values), testing::NanSensitiveFloatEq(c.max));
+    for (const auto& [values, min, max] : cases) {
+        EXPECT_THAT(MinOf(values), testing::NanSensitiveFloatEq(min)) << testing::PrintToString(values);
+        EXPECT_THAT(MaxOf(values), testing::NanSensitiveFloatEq(max)) << testing::PrintToString(values);
     }
     EXPECT_EQ(ToSingleArray({0.1, u"2.5", true, Variant(), 16777217}),
               (TSingleArray{0.1F, 2.5F, -1, 0, 16777216}));
     EXPECT_THROW((void)ToSingleArray({1, u"x"}), EVariantError);
 }
 
-}  // namespace
 }  // namespace Varnholt

@@ -1,13 +1,12 @@
 #include "VarnholtBaseLib/CsvReader.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
 
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
@@ -54,8 +53,7 @@ TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
             }
             EXPECT_EQ(rows, c.rows) << ToUtf8(c.text) << " in chunks of " << size;
             EXPECT_EQ(lines, c.lines) << ToUtf8(c.text) << " in chunks of " << size;
-            EXPECT_FALSE(reader.ReadRow(row));
-            EXPECT_TRUE(row.empty());
+            EXPECT_TRUE(!reader.ReadRow(row) && row.empty());
         }
     }
 }
@@ -63,17 +61,17 @@ TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
 TEST(CsvReaderTest, NamesTheLineOfAQuoteThatStaysOpen) {
     const std::pair<StringView, Char> cases[] = {
         {u"\"", u'1'}, {u"a,b\r\n\r\nc,\"d\n\ne,f\n", u'3'}, {u"\"a\n\",\"b\"\"", u'2'}};
-    for (const auto& [text, line] : cases) {
+    for (const auto& [text, line] : cases)
         for (const std::size_t size : kChunkSizes) {
             TCSVRowReader reader(Chunks(text, size));
             std::vector<String> row;
-            const String told = Raised<EConvertError>([&] {
+            const auto readAll = [&] {
                 while (reader.ReadRow(row)) continue;
-            });
-            EXPECT_EQ(told, u"The quote opened in line " + String(1, line) + u" is never closed");
+            };
+            EXPECT_EQ(Raised<EConvertError>(readAll),
+                      u"The quote opened in line " + String(1, line) + u" is never closed");
             EXPECT_FALSE(reader.ReadRow(row));
         }
-    }
 }
 
 TEST(CsvReaderTest, TakesAnySeparatorButQuotesAndLineEnds) {
@@ -90,20 +88,15 @@ TEST(CsvReaderTest, ReadsBackWhatCsvFieldWrote) {
     EXPECT_EQ(CsvField(u"a;b", u';'), u"\"a;b\"");
     EXPECT_EQ(CsvField(u"say \"x\""), u"\"say \"\"x\"\"\"");
     std::minstd_rand random(1);
-    TRows rows(2000, std::vector<String>(2));
-    String text;
-    for (std::vector<String>& row : rows) {
-        for (String& field : row)
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<String> fields(2), row;
+        for (String& field : fields)
             for (int i = 0; i < 5; ++i) field += u"\",\r\na "[random() / 1000 % 6];
-        text += CsvField(row[0]) + u"," + CsvField(row[1]) + u"\r\n";
+        const String text = CsvField(fields[0]) + u"," + CsvField(fields[1]) + u"\r\n";
+        TCSVRowReader reader(Chunks(text, 7));
+        ASSERT_TRUE(reader.ReadRow(row) && row == fields) << ToUtf8(text);
+        ASSERT_FALSE(reader.ReadRow(row)) << ToUtf8(text);
     }
-    TCSVRowReader reader(Chunks(text, 7));
-    std::vector<String> row;
-    for (const std::vector<String>& expected : rows) {
-        ASSERT_TRUE(reader.ReadRow(row));
-        ASSERT_EQ(row, expected) << "in line " << reader.GetLineNumber();
-    }
-    EXPECT_FALSE(reader.ReadRow(row));
 }
 
 TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
@@ -119,7 +112,7 @@ TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
     const TIntegerArray before = columns;
     const auto find = [&] { table.GetColumnIndexes({u"LAT", u"Id"}, columns); };
     EXPECT_EQ(Raised<EArgumentException>(find), u"Column \"Id\" not found");
-    EXPECT_THAT(columns, ElementsAre(7));
+    EXPECT_TRUE(columns.SharesWith(before));
     table.GetColumnIndexes({u"NAME", u"LAT", u"name", u"NAME"}, columns);
     EXPECT_THAT(columns, ElementsAre(2, 0, 3, 2));
     EXPECT_THAT(before, ElementsAre(7));

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

@@ -1,15 +1,11 @@
 #include "Platform/Runtime/Files.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
-#include <functional>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
-namespace {
 
 class FilesTest : public testing::Test {
 protected:
@@ -24,61 +20,56 @@ protected:
 
 TEST_F(FilesTest, FilesAndFoldersComeAndGo) {
     using namespace std::string_view_literals;
-    const StringView files[] = {u"D:\\file", u"/dev/null"},
-                     folders[] = {u"D:\\folder", u"D:\\folder\\", u"D:"};
-    const StringView neither[] = {u"D:\\FILE",      u"D:\\file\\x",  u"Q:\\x",
-                                  u"\\\\server\\x", u"D:\\file\0"sv, u""};
-    for (StringView path : files) EXPECT_TRUE(FileExists(path) && !DirectoryExists(path)) << ToUtf8(path);
-    for (StringView path : folders) EXPECT_TRUE(!FileExists(path) && DirectoryExists(path)) << ToUtf8(path);
-    for (StringView path : neither) EXPECT_FALSE(FileExists(path) || DirectoryExists(path)) << ToUtf8(path);
-
+    // clang-format off
+    const std::tuple<bool, bool, std::vector<StringView>> cases[] = {
+        {true, false, {u"D:\\file", u"/dev/null"}}, {false, true, {u"D:\\folder", u"D:\\folder\\", u"D:"}},
+        {false, false, {u"D:\\FILE", u"D:\\file\\x", u"Q:\\x", u"\\\\server\\x", u"D:\\file\0"sv, u""}}};
+    // clang-format on
+    for (const auto& [isFile, isFolder, paths] : cases)
+        for (StringView path : paths)
+            EXPECT_TRUE(FileExists(path) == isFile && DirectoryExists(path) == isFolder) << ToUtf8(path);
     ForceDirectories(u"D:\\a\\b\\c\\");
     ForceDirectories(u"D:\\a\\b");
-    WriteFileInOneGo(u"D:\\a\\b\\c\\x.csv", "1,2");
-    EXPECT_EQ(FileSize(u"D:\\a\\b\\c\\x.csv"), 3);
+    WriteFileInOneGo(u"D:\\a\\b\\c\\x.csv", "1,2,");
+    EXPECT_EQ(FileSize(u"D:\\a\\b\\c\\x.csv"), 4);
     RenameFile(u"D:\\a\\b\\c\\x.csv", u"D:\\file");
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "1,2");
-    EXPECT_FALSE(FileExists(u"D:\\a\\b\\c\\x.csv"));
-    RemoveDirectory(u"D:\\a\\b\\c");
-    EXPECT_FALSE(DirectoryExists(u"D:\\a\\b\\c"));
+    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "1,2,");
+    RemoveDirectory(u"D:\\a\\b\\c");  // possible, as the file has gone
     DeleteFile(u"D:\\file");
-    EXPECT_FALSE(FileExists(u"D:\\file"));
+    EXPECT_FALSE(DirectoryExists(u"D:\\a\\b\\c") || FileExists(u"D:\\file"));
 }
 
 TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
+    const StringView none = u"No such file or directory", notOne = u"Not a directory",
+                     isOne = u"Is a directory";
+    const auto sizeOf = [](StringView path) { (void)FileSize(path); };
     // clang-format off
-    const std::pair<std::function<void()>, StringView> cases[] = {
-        {[] { DeleteFile(u"D:\\no"); }, u"Cannot delete file \"D:\\no\": No such file or directory"},
-        {[] { DeleteFile(u"D:\\folder"); }, u"Cannot delete file \"D:\\folder\": Is a directory"},
-        {[] { DeleteFile(u"Q:\\x"); }, u"Cannot delete file \"Q:\\x\": Drive Q: is not known"},
-        {[] { (void)FileSize(u"D:\\no"); },
-         u"Cannot read size of file \"D:\\no\": No such file or directory"},
-        {[] { (void)FileSize(u"D:\\folder"); }, u"Cannot read size of file \"D:\\folder\": Is a directory"},
-        {[] { RenameFile(u"D:\\no", u"D:\\x"); },
-         u"Cannot rename \"D:\\no\" to \"D:\\x\": No such file or directory"},
-        {[] { RenameFile(u"D:\\file", u"D:\\folder"); },
-         u"Cannot rename \"D:\\file\" to \"D:\\folder\": Is a directory"},
-        {[] { ForceDirectories(u"D:\\file"); }, u"Cannot create folder \"D:\\file\": Not a directory"},
-        {[] { ForceDirectories(u"D:\\file\\x"); }, u"Cannot create folder \"D:\\file\\x\": Not a directory"},
-        {[] { ForceDirectories(u"Q:\\x"); }, u"Cannot create folder \"Q:\\x\": Drive Q: is not known"},
-        {[] { RemoveDirectory(u"D:\\"); }, u"Cannot delete folder \"D:\\\": Directory not empty"},
-        {[] { RemoveDirectory(u"D:\\file"); }, u"Cannot delete folder \"D:\\file\": Not a directory"},
-    };
+    const std::tuple<void (*)(StringView), StringView, StringView, StringView> cases[] = {
+        {DeleteFile, u"delete file", u"D:\\no", none}, {DeleteFile, u"delete file", u"D:\\folder", isOne},
+        {DeleteFile, u"delete file", u"Q:\\x", u"Drive Q: is not known"},
+        {sizeOf, u"read size of file", u"D:\\no", none}, {sizeOf, u"read size of file", u"D:\\folder", isOne},
+        {ForceDirectories, u"create folder", u"D:\\file", notOne},
+        {ForceDirectories, u"create folder", u"", u"Invalid argument"},
+        {ForceDirectories, u"create folder", u"D:\\file\\x", notOne},
+        {ForceDirectories, u"create folder", u"Q:\\x", u"Drive Q: is not known"},
+        {RemoveDirectory, u"delete folder", u"D:\\", u"Directory not empty"},
+        {RemoveDirectory, u"delete folder", u"D:\\file", notOne}};
     // clang-format on
-    for (const auto& [action, message] : cases) EXPECT_EQ(Raised<EInOutError>(action), message);
-    EXPECT_THROW(ForceDirectories(u""), EInOutError);
+    for (const auto& [act, what, path, reason] : cases)
+        EXPECT_EQ(Raised<EInOutError>([&, act = act, path = path] { act(path); }),
+                  u"Cannot " + String(what) + u" \"" + String(path) + u"\": " + String(reason));
+    ExpectRaised<EInOutError>({{[] { RenameFile(u"D:\\no", u"D:\\x"); },
+                                u"Cannot rename \"D:\\no\" to \"D:\\x\": No such file or directory"},
+                               {[] { RenameFile(u"D:\\file", u"D:\\folder"); },
+                                u"Cannot rename \"D:\\file\" to \"D:\\folder\": Is a directory"}});
 }
 
-TEST_F(FilesTest, WritingInOneGoReplacesTheWholeContent) {
-    for (const std::string& bytes :
-         {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
+TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
+    for (const auto& bytes : {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
         WriteFileInOneGo(u"D:\\file", bytes);
         EXPECT_TRUE(ReadWholeFile(u"D:\\file") == bytes) << bytes.size();
     }
     EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
-}
-
-TEST_F(FilesTest, WritingInOneGoKeepsPermissionsAndLinks) {
     namespace fs = std::filesystem;
     const fs::path file = FFolder.GetNativePath("file"), link = FFolder.GetNativePath("link");
     const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
@@ -99,13 +90,11 @@ TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
     };
     const auto before = countOpen();
     EXPECT_THROW(WriteFileInOneGo(u"/dev/full", "x"), EWriteError);
-    EXPECT_THROW(WriteFileInOneGo(u"D:\\folder", "x"), EFCreateError);
-    EXPECT_THROW(WriteFileInOneGo(u"D:\\file\\x", "x"), EFCreateError);
-    EXPECT_THROW((void)ReadWholeFile(u"D:\\folder"), EFOpenError);
-    EXPECT_THROW((void)ReadWholeFile(u"D:\\no"), EFOpenError);
+    for (StringView path : {u"D:\\folder", u"D:\\no\\x"}) {
+        EXPECT_THROW(WriteFileInOneGo(path, "x"), EFCreateError);
+        EXPECT_THROW((void)ReadWholeFile(path), EFOpenError);
+    }
     EXPECT_EQ(countOpen(), before);
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "abc");
 }
 
-}  // namespace
 }  // namespace Varnholt

@@ -9,10 +9,9 @@
 #include <vector>
 
 #include "Platform/Runtime/FormatSettings.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
-namespace {
 
 static_assert(!std::is_convertible_v<bool, TFormatArg> && !std::is_convertible_v<Char, TFormatArg> &&
               !std::is_convertible_v<const char*, TFormatArg> &&
@@ -44,31 +43,27 @@ TEST(Format, AcceptedAndRejected) {
     EXPECT_EQ(Format(u"%10000.10000d", {1}), String(9999, u'0') + u"1");
     EXPECT_EQ(Format(u"%.10000f", {1.0}).size(), 10002u);
     EXPECT_EQ(Format(u"%f", {std::numeric_limits<Extended>::max()}).size(), 4933u + 3);
-
+    const String one = u", position 1: ";
     // clang-format off
-    const std::tuple<StringView, std::vector<TFormatArg>, StringView> rejected[] = {
+    const std::tuple<StringView, std::vector<TFormatArg>, String> rejected[] = {
         {u"ab%", {}, u", position 3: unfinished placeholder '%'"},
-        {u"%-5.2", {1}, u", position 1: unfinished placeholder '%-5.2'"},
+        {u"%-5.2", {1}, one + u"unfinished placeholder '%-5.2'"},
         {u"%d %q", {1, 2}, u", position 4: unknown placeholder '%q'"},
-        {u"%D", {1}, u", position 1: unknown placeholder '%D'"},
-        {u"%5%", {}, u", position 1: unknown placeholder '%5%'"},
-        {u"%.f", {1.0}, u", position 1: unknown placeholder '%.f'"},
-        {u"%*d", {1, 1}, u", position 1: unknown placeholder '%*'"},
-        {u"%--d", {1}, u", position 1: unknown placeholder '%--'"},
-        {u"%\xD83D\xDE00", {1}, u", position 1: unknown placeholder '%\U0001F600'"},
-        {u"%10001d", {1}, u", position 1: a width or precision is above 10000"},
-        {u"%.99999999999999999999f", {1.0}, u", position 1: a width or precision is above 10000"},
+        {u"%D", {1}, one + u"unknown placeholder '%D'"}, {u"%5%", {}, one + u"unknown placeholder '%5%'"},
+        {u"%.f", {1.0}, one + u"unknown placeholder '%.f'"},
+        {u"%*d", {1, 1}, one + u"unknown placeholder '%*'"},
+        {u"%--d", {1}, one + u"unknown placeholder '%--'"},
+        {u"%\xD83D\xDE00", {1}, one + u"unknown placeholder '%\U0001F600'"},
+        {u"%10001d", {1}, one + u"a width or precision is above 10000"},
+        {u"%.99999999999999999999f", {1.0}, one + u"a width or precision is above 10000"},
         {u"%s and %4d", {u"a"}, u", position 8: no argument for '%4d'"},
-        {u"%d", {u"1"}, u", position 1: '%d' takes an integer"},
-        {u"%s", {1}, u", position 1: '%s' takes a text"},
-        {u"%x", {1.0}, u", position 1: '%x' takes an integer"},
-        {u"%.3f", {1}, u", position 1: '%.3f' takes a float"},
-        {u"%d%%", {1, 2, 3}, u" takes 1 arguments, not 3"}, {u"plain", {u""}, u" takes 0 arguments, not 1"},
-    };
+        {u"%d", {u"1"}, one + u"'%d' takes an integer"}, {u"%s", {1}, one + u"'%s' takes a text"},
+        {u"%x", {1.0}, one + u"'%x' takes an integer"}, {u"%.3f", {1}, one + u"'%.3f' takes a float"},
+        {u"%d%%", {1, 2, 3}, u" takes 1 arguments, not 3"}, {u"plain", {u""}, u" takes 0 arguments, not 1"}};
     // clang-format on
     for (const auto& [format, args, reason] : rejected)
         EXPECT_EQ(Raised<EConvertError>([&format, &args] { (void)Format(format, args); }),
-                  u"Format '" + String(format) + u"'" + String(reason));
+                  u"Format '" + String(format) + u"'" + reason);
 }
 
 TEST(Format, FollowsTheDecimalSeparator) {
@@ -81,20 +76,18 @@ TEST(Format, FollowsTheDecimalSeparator) {
 TEST(Format, RandomFloatsAgreeWithPrintf) {
     std::mt19937_64 random(99);
     for (int round = 0; round < 20000; ++round) {
-        double value = std::bit_cast<double>(random());
-        if (round % 2 == 0)
-            value = std::ldexp(static_cast<double>(random() % 2000001) - 1000000, -(round / 2 % 21));  // ties
+        const double tie = std::ldexp(static_cast<double>(random() % 2000001) - 1000000, -(round / 2 % 21));
+        const double value = round % 2 == 0 ? tie : std::bit_cast<double>(random());
         if (!std::isfinite(value)) continue;
         const Extended wide = round % 3 == 0 ? Extended{value} / 3 : Extended{value};
         const int precision = round % 21;
-        std::vector<char> buffer(5100);
-        std::snprintf(buffer.data(), buffer.size(), "%.*Lf", precision, wide);
-        std::string expected = buffer.data();
+        char buffer[5100];
+        std::snprintf(buffer, sizeof buffer, "%.*Lf", precision, wide);
+        std::string expected = buffer;
         if (expected.find_first_not_of("-0.") == std::string::npos && expected[0] == '-')
             expected.erase(0, 1);
         ASSERT_EQ(ToUtf8(Format(u"%." + FromUtf8(std::to_string(precision)) + u"f", {wide})), expected);
     }
 }
 
-}  // namespace
 }  // namespace Varnholt

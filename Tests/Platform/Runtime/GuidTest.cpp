@@ -4,10 +4,9 @@
 
 #include <set>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
-namespace {
 
 constexpr TGuid kGuid = TGuid::FromText(u"{01234567-89ab-CDEF-fedc-ba9876543210}");
 static_assert(kGuid.Bytes[0] == 0x01 && kGuid.Bytes[7] == 0xEF && kGuid.Bytes[15] == 0x10);
@@ -26,13 +25,10 @@ TEST(Guid, TextsAcceptedAndRejected) {
 TEST(Guid, NewOnesAreRandomVersion4AndDiffer) {
     std::set<TGuid> seen;
     for (int i = 0; i < 1000; ++i) {
-        const TGuid guid = CreateGuid();
-        const String text = GuidToString(guid);
-        EXPECT_EQ(StringToGuid(text), guid);
+        const String text = GuidToString(CreateGuid());
         EXPECT_TRUE(text[15] == u'4' && text[20] >= u'8' && text[20] <= u'B') << ToUtf8(text);
-        EXPECT_TRUE(seen.insert(guid).second) << ToUtf8(text);
+        EXPECT_TRUE(seen.insert(StringToGuid(text)).second) << ToUtf8(text);
     }
 }
 
-}  // namespace
 }  // namespace Varnholt

@@ -1,19 +1,19 @@
 #include "Platform/Runtime/Paths.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
-namespace {
 
 using namespace std::string_view_literals;
 
 TEST(PathsTest, TextIsCut) {
     // clang-format off
-    const struct { StringView path, folder, name, extension, withZ, included, excluded; } cases[] = {
+    // path, folder, name, extension, with ".z" for it, with a delimiter at the end, without one
+    const StringView cases[][7] = {
         {u"C:\\a\\x.csv", u"C:\\a\\", u"x.csv", u".csv", u"C:\\a\\x.z", u"C:\\a\\x.csv\\", u"C:\\a\\x.csv"},
         {u"C:\\a.b\\x", u"C:\\a.b\\", u"x", u"", u"C:\\a.b\\x.z", u"C:\\a.b\\x\\", u"C:\\a.b\\x"},
         {u"C:x.t", u"C:", u"x.t", u".t", u"C:x.z", u"C:x.t\\", u"C:x.t"},
@@ -27,13 +27,14 @@ TEST(PathsTest, TextIsCut) {
     };
     // clang-format on
     for (const auto& c : cases) {
-        SCOPED_TRACE(ToUtf8(c.path));
-        EXPECT_EQ(ExtractFilePath(c.path), c.folder);
-        EXPECT_EQ(ExtractFileName(c.path), c.name);
-        EXPECT_EQ(ExtractFileExt(c.path), c.extension);
-        EXPECT_EQ(ChangeFileExt(c.path, u".z"), c.withZ);
-        EXPECT_EQ(IncludeTrailingPathDelimiter(c.path), c.included);
-        EXPECT_EQ(ExcludeTrailingPathDelimiter(c.path), c.excluded);
+        const String path(c[0]), results[] = {path,
+                                              ExtractFilePath(path),
+                                              ExtractFileName(path),
+                                              ExtractFileExt(path),
+                                              ChangeFileExt(path, u".z"),
+                                              IncludeTrailingPathDelimiter(path),
+                                              ExcludeTrailingPathDelimiter(path)};
+        EXPECT_THAT(results, testing::ElementsAreArray(c));
     }
 }
 
@@ -72,8 +73,7 @@ TEST(PathsTest, NativePathsBecomeLibraryPathsAndLeadBack) {
     // clang-format on
     for (const auto& [native, path] : cases) {
         EXPECT_EQ(FromNativePath(native), path);
-        EXPECT_TRUE(std::filesystem::path(ToNativePath(path)) / "" == std::filesystem::path(native) / "")
-            << native;
+        EXPECT_EQ(std::filesystem::path(ToNativePath(path)) / "", std::filesystem::path(native) / "");
     }
     RemoveDrive(u'C');
     EXPECT_EQ(FromNativePath("/home/x"), u"/home/x");
@@ -86,8 +86,7 @@ TEST(PathsTest, DrivesComeBackAtTheEndOfTheScope) {
         const TDriveTableScope scope;
         SetDrive(u'C', "/tmp");
         SetDrive(u'D', "/");
-        EXPECT_EQ(ToNativePath(u"C:\\x"), "/tmp/x");
-        EXPECT_EQ(ToNativePath(u"\\x"), "/tmp/x");
+        for (StringView path : {u"C:\\x", u"\\x"}) EXPECT_EQ(ToNativePath(path), "/tmp/x");
     }
     EXPECT_EQ(ToNativePath(u"C:\\x"), "/x");
     EXPECT_THROW((void)ToNativePath(u"D:\\x"), EInOutError);
@@ -95,5 +94,4 @@ TEST(PathsTest, DrivesComeBackAtTheEndOfTheScope) {
     for (Char letter : {u'1', u'\u00C4'}) EXPECT_THROW(SetDrive(letter, "/tmp"), EArgumentException);
 }
 
-}  // namespace
 }  // namespace Varnholt

@@ -1,12 +1,9 @@
 #include "Platform/Runtime/StringList.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
 
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
@@ -23,11 +20,9 @@ TStringList ListOf(std::initializer_list<StringView> lines) {
 
 TEST(StringListTest, LinesAreFoundAndOrderedWithOrWithoutCase) {
     TStringList list = ListOf({u"b", u"B", u"\u00E4", u"a", u"_"});
-    EXPECT_EQ(list.IndexOf(u"B"), 0);
-    EXPECT_EQ(list.IndexOf(u"\u00C4"), -1);  // ASCII letters only
+    EXPECT_TRUE(list.IndexOf(u"B") == 0 && list.IndexOf(u"\u00C4") == -1);  // ASCII letters only
     list.SetCaseSensitive(true);
-    EXPECT_EQ(list.IndexOf(u"B"), 1);
-    EXPECT_EQ(list.IndexOf(u"A"), -1);
+    EXPECT_TRUE(list.IndexOf(u"B") == 1 && list.IndexOf(u"A") == -1);
     list.Sort();
     EXPECT_THAT(list, ElementsAre(u"B", u"_", u"a", u"b", u"\u00E4"));
     list.SetCaseSensitive(false);
@@ -40,14 +35,11 @@ TEST(StringListTest, LinesAreFoundAndOrderedWithOrWithoutCase) {
 
 TEST(StringListTest, IndicesOutsideAreRejected) {
     TStringList list = ListOf({u"a", u"b"});
-    const std::pair<std::function<void()>, StringView> cases[] = {
-        {[&] { list[2] = u"x"; }, u"List index out of bounds (2)"},
-        {[&] { (void)std::as_const(list)[-1]; }, u"List index out of bounds (-1)"},
-        {[&] { list.Delete(2); }, u"List index out of bounds (2)"},
-        {[&] { list.Insert(3, u"x"); }, u"List index out of bounds (3)"},
-        {[&] { list.Insert(-1, u"x"); }, u"List index out of bounds (-1)"},
-    };
-    for (const auto& [action, message] : cases) EXPECT_EQ(Raised<EListError>(action), message);
+    ExpectRaised<EListError>({{[&] { list[2] = u"x"; }, u"List index out of bounds (2)"},
+                              {[&] { (void)std::as_const(list)[-1]; }, u"List index out of bounds (-1)"},
+                              {[&] { list.Delete(2); }, u"List index out of bounds (2)"},
+                              {[&] { list.Insert(3, u"x"); }, u"List index out of bounds (3)"},
+                              {[&] { list.Insert(-1, u"x"); }, u"List index out of bounds (-1)"}});
     EXPECT_THAT(list, ElementsAre(u"a", u"b"));
 }
 

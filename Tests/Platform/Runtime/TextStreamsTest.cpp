@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Platform/Runtime/Files.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 namespace Varnholt {
@@ -13,31 +13,24 @@ namespace {
 
 using namespace std::string_view_literals;
 
-using TLines = std::vector<String>;
-
-TLines ReadLines(TStreamReader& reader) {
-    TLines lines;
-    while (!reader.GetEndOfStream()) lines.push_back(reader.ReadLine());
-    String line = u"left over";
-    EXPECT_FALSE(reader.ReadLine(line));
-    EXPECT_EQ(line, u"");
-    return lines;
-}
-
 TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
-    const TLines expected = {u"a\u20AC\U0001F30D", u"", u"\U0001F30D\U00010000", u"b", u"", u"c", u"last"};
+    const std::vector<String> expected = {
+        u"a\u20AC\U0001F30D", u"", u"\U0001F30D\U00010000", u"b", u"", u"c", u"last"};
     const String text = u"a\u20AC\U0001F30D\r\n\r\n\U0001F30D\U00010000\rb\n\nc\r\nlast";
     for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
         for (const StringView end : {u"", u"\r", u"\n", u"\r\n", u"\r\r\n"}) {
             const String whole = text + String(end);
             const std::string bytes = std::string(encoding->GetPreamble()) + encoding->GetBytes(whole);
-            TLines lines = expected;
-            if (end.size() == 3) lines.emplace_back();
             for (std::size_t size = 1; size <= bytes.size() + 1; ++size) {
                 SCOPED_TRACE(ToUtf8(encoding->GetName()) + ", chunks of " + std::to_string(size));
                 TMemoryStream stream(BytesOf(bytes));
                 TStreamReader byLine(stream, TEncoding::Default(), true, size);
-                EXPECT_EQ(ReadLines(byLine), lines);
+                std::vector<String> lines;
+                while (!byLine.GetEndOfStream()) lines.push_back(byLine.ReadLine());
+                String line = u"left over";
+                EXPECT_TRUE(!byLine.ReadLine(line) && line.empty());
+                if (end.size() == 3) lines.pop_back();  // an empty one
+                EXPECT_EQ(lines, expected);
                 stream.SetPosition(0);
                 EXPECT_EQ(TStreamReader(stream, *encoding, false, size).ReadToEnd(), whole);
                 stream.SetPosition(0);
@@ -79,12 +72,9 @@ TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
 TEST(TextReaderTest, MixedReadingLosesNothing) {
     TMemoryStream stream(BytesOf("one\r\ntwo\nthree\rfour"));
     TStreamReader reader(stream, TEncoding::Utf8(), true, 2);
-    EXPECT_EQ(reader.Peek(), u'o');
-    EXPECT_EQ(reader.ReadLine(), u"one");
+    EXPECT_TRUE(reader.Peek() == u'o' && reader.ReadLine() == u"one");
     Char two[2];
-    EXPECT_EQ(reader.Read(two), 2u);
-    EXPECT_EQ(StringView(two, 2), u"tw");
-    EXPECT_EQ(reader.ReadLine(), u"o");
+    EXPECT_TRUE(reader.Read(two) == 2 && StringView(two, 2) == u"tw" && reader.ReadLine() == u"o");
     EXPECT_EQ(reader.ReadToEnd(), u"three\rfour");
     EXPECT_THROW(TStreamReader(stream, TEncoding::Utf8(), true, 0), EArgumentException);
 }
@@ -112,9 +102,6 @@ TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
     EXPECT_EQ(ReadWholeFile(path), "");
     again.Flush();
     EXPECT_EQ(ReadWholeFile(path), "\xFF\xFEx\0"sv);
-}
-
-TEST(TextWriterTest, LongTextIsWrittenWhole) {
     String text;
     while (text.size() < 200'000) text += u"x\U0001F30D";
     TMemoryStream stream;
@@ -127,15 +114,15 @@ TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
     TStreamWriter writer(u"/dev/full");
     writer.Write(u"x");
     EXPECT_THROW(writer.Flush(), EWriteError);
-    EXPECT_NO_THROW(writer.Flush());
+    writer.Flush();
     writer.Write(u"x");
     EXPECT_EQ(Raised<EWriteError>([&] { writer.Close(); }),
               u"Cannot write file \"/dev/full\": No space left on device");
-    EXPECT_NO_THROW(writer.Close());
+    writer.Close();
     EXPECT_THROW(writer.Write(u"x"), EInvalidOperation);
     EXPECT_THROW(writer.Flush(), EInvalidOperation);
     EXPECT_THROW(TStreamWriter(u"/dev/full").Write(String(5000, u'x')), EWriteError);
-    EXPECT_NO_THROW(TStreamWriter(u"/dev/full").Write(u"x"));
+    TStreamWriter(u"/dev/full").Write(u"x");
     EXPECT_THROW(TStreamWriter(u"/dev/null/x"), EFCreateError);
     EXPECT_THROW(TStreamReader(u"/dev/null/x"), EFOpenError);
 }
