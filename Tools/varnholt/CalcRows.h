@@ -1,11 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <vector>
 
-#include "Platform/Runtime/TextStreams.h"
-#include "VarnholtBaseLib/CsvReader.h"
+#include "Tools/varnholt/CsvFile.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
 
 /// An expression over the rows of a CSV file: columns as keywords, missing values, and where the values go.
@@ -13,8 +11,6 @@ namespace Varnholt::Tool {
 
 /// Stands for a missing value; as input every value from -1000 to -999 does.
 inline constexpr double kMissing = -999;
-
-using TRow = std::vector<String>;
 
 /// Receives the rows with their values. This one passes them over.
 class TRowSink {
@@ -36,23 +32,20 @@ public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the source and a last one `value`. A file appears, or is replaced, when all rows have come; a link, pipe
-/// or device is written as they come. A row with more cells than the header has raises EConvertError.
+/// The columns of the source and a last one `value`, as a CSV file. A row with more cells than the header has
+/// raises EConvertError.
 class TCsvRowSink final : public TRowSink {
 public:
-    explicit TCsvRowSink(String path);
-    ~TCsvRowSink() override;
+    explicit TCsvRowSink(StringView path) : FFile(path) {}
 
     void TakeHeader(const TRow& header) override;
     void TakeRow(const TRow& row, Extended value) override;
-    void Finish() override;
+    void Finish() override { FFile.Finish(); }
 
 private:
     void Write(const TRow& row, StringView last);
 
-    std::filesystem::path FTarget;
-    std::filesystem::path FDraft;  // the target itself where that is no file
-    std::unique_ptr<TStreamWriter> FWriter;
+    TCsvOutput FFile;
     std::size_t FColumnCount = 0;
 };
 
@@ -93,9 +86,7 @@ private:
     [[nodiscard]] Extended Calculate(const std::vector<TColumn*>& used, TRowSummary& summary);
 
     TCalc& FCalc;
-    String FPath;
-    TStreamReader FText;
-    TCSVRowReader FReader;
+    TCsvInput FFile;
     TRow FHeader;
     TRow FRow;
     std::vector<std::unique_ptr<TColumn>> FColumns;  // one each, at an address that keywords hold
