@@ -12,9 +12,10 @@
 
 #include "VarnholtLib/Numerics/vrnMath.h"
 
-/// The evaluator beside muParser, in double, and beside hand-written C++ in long double that is called through a
-/// function pointer. All values come through callbacks: for us and for the hand-written code the keyword
-/// callbacks that are registered on the evaluator, for muParser functions without arguments that take user data.
+/// The evaluator beside muParser, in double, and beside hand-written C++ in long double that is called
+/// through a function pointer. All values come through callbacks: for us and for the hand-written code the
+/// keyword callbacks that are registered on the evaluator, for muParser functions without arguments that take
+/// user data.
 ///
 /// Rounds of the contestants follow one another, many times, so that what else the machine does meets them
 /// all alike; of each contestant's times the lower decile counts.

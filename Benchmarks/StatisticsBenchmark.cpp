@@ -1,5 +1,5 @@
-// Statistics of a century of days and of a million values beside plain loops over std::vector<float> that compute the
-// same formulas in float and double, without missing values, bases and roundings of their own.
+// Statistics of a century of days and of a million values beside plain loops over std::vector<float> that
+// compute the same formulas in float and double, without missing values, bases and roundings of their own.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

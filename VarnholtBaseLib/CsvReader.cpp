@@ -6,6 +6,7 @@
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Text.h"
 #include "Platform/Runtime/TextStreams.h"
 
 namespace Varnholt {
@@ -14,10 +15,6 @@ namespace {
 constexpr std::size_t kBufferSize = 32768;
 constexpr Char kQuote = u'"';
 constexpr Char kByteOrderMark = u'\xFEFF';
-
-bool IsLineEnd(Char c) {
-    return c == u'\n' || c == u'\r';
-}
 
 }  // namespace
 

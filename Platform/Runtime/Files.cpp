@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/Paths.h"
-#include "Platform/Runtime/Streams.h"
 
 namespace Varnholt {
 namespace {
@@ -91,9 +91,9 @@ void RemoveDirectory(StringView path) {
 }
 
 void WriteFileInOneGo(StringView path, std::string_view bytes) {
-    TFileStream file(path, fmRewrite);
+    TDraftFileStream file(path);
     file.WriteBuffer(BytesOf(bytes));
-    file.Close();
+    file.Commit();
 }
 
 std::string ReadWholeFile(StringView path) {

@@ -41,8 +41,8 @@ VARNHOLT_EXPORT void ForceDirectories(StringView path);
 VARNHOLT_EXPORT void RemoveDirectory(StringView path);
 
 /// Makes the bytes the whole content of the file, which is created or replaced. Raises EFCreateError
-/// (`Cannot create file "%s": %s`) and leaves a present file alone, or EWriteError
-/// (`Cannot write file "%s": %s`), when the file may hold a part of the bytes.
+/// (`Cannot create file "%s": %s`) or EWriteError (`Cannot write file "%s": %s`) and leaves a present file
+/// alone; TDraftFileStream tells how, and which files are written directly.
 VARNHOLT_EXPORT void WriteFileInOneGo(StringView path, std::string_view bytes);
 
 /// All bytes of the file. Raises EFOpenError (`Cannot open file "%s": %s`) or EReadError

@@ -4,7 +4,7 @@
 #include <compare>
 #include <cstddef>
 
-#include "Platform/Runtime/Types.h"
+#include "Platform/Runtime/Text.h"
 
 /// Identifiers of 128 bits (RFC 4122), as interfaces and stored objects bear them.
 ///
@@ -27,10 +27,6 @@ struct VARNHOLT_EXPORT TGuid {
 
     /// Equality, and the order of the texts.
     auto operator<=>(const TGuid&) const = default;
-
-private:
-    /// The value of a hexadecimal digit, or 16 for anything else.
-    static constexpr unsigned HexDigit(Char unit);
 };
 
 /// A new random identifier (version 4) from the system's random source. Raises Exception
@@ -43,13 +39,6 @@ private:
 /// The same as TGuid::FromText.
 [[nodiscard]] VARNHOLT_EXPORT TGuid StringToGuid(StringView text);
 
-constexpr unsigned TGuid::HexDigit(Char unit) {
-    if (unit >= u'0' && unit <= u'9') return unit - u'0';
-    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10u;
-    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;
-    return 16;
-}
-
 constexpr TGuid TGuid::FromText(StringView text) {
     constexpr std::size_t kLength = 36;
     StringView inner = text;
@@ -61,8 +50,8 @@ constexpr TGuid TGuid::FromText(StringView text) {
     for (std::size_t i = 0; i < guid.Bytes.size(); ++i, at += 2) {
         const bool beginsGroup = i == 4 || i == 6 || i == 8 || i == 10;
         if (beginsGroup && inner[at++] != u'-') RaiseInvalidGuid(text);
-        const unsigned high = HexDigit(inner[at]);
-        const unsigned low = HexDigit(inner[at + 1]);
+        const unsigned high = HexDigitValue(inner[at]);
+        const unsigned low = HexDigitValue(inner[at + 1]);
         if (high > 15 || low > 15) RaiseInvalidGuid(text);
         guid.Bytes[i] = static_cast<std::uint8_t>(high * 16 + low);
     }

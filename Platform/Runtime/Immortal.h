@@ -5,8 +5,8 @@
 
 namespace Varnholt {
 
-/// A process-wide object that is made at its first use and never destroyed, so that destructors of static objects, and the
-/// library's own unloading after them, can still use it:
+/// A process-wide object that is made at its first use and never destroyed, so that destructors of static
+/// objects, and the library's own unloading after them, can still use it:
 ///
 ///     static TImmortal<TTable> table;
 ///     table->Add(...);

@@ -21,14 +21,6 @@ bool IsDecimalDigit(Char unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
-/// The value of a hexadecimal digit, or 16 for anything else.
-unsigned HexDigit(Char unit) {
-    if (IsDecimalDigit(unit)) return unit - u'0';
-    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10u;
-    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;
-    return 16;
-}
-
 /// Takes a sign from the front of the text; true for a minus.
 bool TakeSign(StringView& text) {
     const bool isNegative = text.starts_with(u'-');
@@ -49,7 +41,7 @@ std::optional<std::uint32_t> ReadUnsigned(StringView text, unsigned base) {
     if (text.empty()) return std::nullopt;
     std::uint64_t number = 0;
     for (const Char unit : text) {
-        const unsigned digit = HexDigit(unit);
+        const unsigned digit = HexDigitValue(unit);
         if (digit >= base) return std::nullopt;
         number = number * base + digit;
         if (number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;

@@ -179,7 +179,10 @@ void TMemoryStream::Clear() noexcept {
     FPosition = 0;
 }
 
-TFileStream::TFileStream(StringView path, TFileMode mode) : FFileName(path), FHandle(OpenFile(path, mode)) {}
+TFileStream::TFileStream(StringView path, TFileMode mode) : TFileStream(path, mode, path) {}
+
+TFileStream::TFileStream(StringView path, TFileMode mode, StringView nameInMessages)
+    : FFileName(nameInMessages), FHandle(OpenFile(path, mode)) {}
 
 TFileStream::~TFileStream() {
     if (FHandle >= 0) close(FHandle);

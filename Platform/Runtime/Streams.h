@@ -133,7 +133,7 @@ public:
     [[nodiscard]] std::int64_t GetSize() const override;
     void SetSize(std::int64_t size) override;
 
-    /// The path as it was given.
+    /// The path as it was given, by which messages call the file.
     [[nodiscard]] const String& GetFileName() const noexcept { return FFileName; }
 
     /// Waits until the bytes lie on the disk. Raises EWriteError.
@@ -143,6 +143,9 @@ public:
     void Close();
 
 protected:
+    /// Opens the file of that path for one that messages call by another name.
+    TFileStream(StringView path, TFileMode mode, StringView nameInMessages);
+
     [[nodiscard]] String UnexpectedEndMessage() const override;
 
 private:

@@ -16,7 +16,7 @@ constexpr std::size_t kMaxCount = std::numeric_limits<std::int32_t>::max();
 std::vector<String> SplitLines(StringView text) {
     std::vector<String> lines;
     while (!text.empty()) {
-        const auto end = std::ranges::find_if(text, [](Char c) { return c == u'\n' || c == u'\r'; });
+        const auto end = std::ranges::find_if(text, IsLineEnd);
         const std::size_t length = static_cast<std::size_t>(end - text.begin());
         lines.emplace_back(text.substr(0, length));
         text.remove_prefix(length);

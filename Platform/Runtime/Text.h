@@ -2,7 +2,7 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// Trimming and caseless comparison of texts.
+/// Small tests of characters, trimming, and caseless comparison of texts.
 ///
 ///     if (StartsText(u"[error]", TrimView(line))) ++errors;   // finds "[ERROR]" too
 ///
@@ -11,6 +11,19 @@
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
+
+/// Whether the code unit ends a line, alone or as a part of CR LF.
+[[nodiscard]] constexpr bool IsLineEnd(Char unit) {
+    return unit == u'\n' || unit == u'\r';
+}
+
+/// The value of a hexadecimal digit, or 16 for anything else.
+[[nodiscard]] constexpr unsigned HexDigitValue(Char unit) {
+    if (unit >= u'0' && unit <= u'9') return unit - u'0';
+    if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10u;
+    if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;
+    return 16;
+}
 
 /// The text without the code units 32 and below at both ends: a view into the argument, which must outlive
 /// it.

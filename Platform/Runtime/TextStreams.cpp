@@ -2,15 +2,13 @@
 
 #include <algorithm>
 
+#include "Platform/Runtime/Text.h"
+
 namespace Varnholt {
 namespace {
 
 constexpr std::size_t kPreambleLength = 3;  // of the longest
 constexpr std::size_t kEncodePiece = 1 << 16;
-
-bool IsLineEnd(Char c) {
-    return c == u'\n' || c == u'\r';
-}
 
 }  // namespace
 

@@ -251,6 +251,7 @@ Variant Variant::ConvertTo(TVarType type) const {
         case varInteger:
             return TRules::ToInteger<std::int32_t>(*this, type);
         case varSingle:
+            if (GetType() == varInt64) return static_cast<float>(ToInt64());  // one rounding, not two
             return static_cast<float>(ToDouble());
         case varDouble:
             return ToDouble();

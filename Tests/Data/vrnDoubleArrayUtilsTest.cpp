@@ -122,15 +122,11 @@ TEST(DoubleArrayUtils, BoundsOfTheData) {
 
 TEST(DoubleArrayUtils, Equality) {
     const TDoubleArray withNaN = {1, kNaN};
-    const struct {
-        TDoubleArray A, B;
-        bool Equal;
-    } cases[] = {
-        {{}, {}, true},           {{1, 1e-13}, {1 + 1e-13, 0}, true},
-        {{}, {0}, false},         {{kInfinity}, {kInfinity}, true},
-        {{1}, {1, 1}, false},     {{1}, {1 + 1e-11}, false},
-        {withNaN, withNaN, true}, {withNaN, withNaN.Copy(), false},
-    };
+    const std::tuple<TDoubleArray, TDoubleArray, bool> cases[] = {// clang-format off
+        {{}, {}, true}, {{1, 1e-13}, {1 + 1e-13, 0}, true}, {{kInfinity}, {kInfinity}, true},
+        {{}, {0}, false}, {{1}, {1, 1}, false}, {{1}, {1 + 1e-11}, false},
+        {withNaN, withNaN, true}, {withNaN, withNaN.Copy(), false}};
+    // clang-format on
     for (const auto& [a, b, equal] : cases) {
         EXPECT_EQ(DoubleArraysEqual(a, b), equal) << testing::PrintToString(a);
         EXPECT_EQ(DoubleArraysEqual(TDoubleArrayArray{{3}, a}, TDoubleArrayArray{{3}, b}), equal);

@@ -68,9 +68,6 @@ TEST(vrnCurveFit, ExplainedVariance) {
     // clang-format on
     for (const auto& [x, y, expected] : cases)
         EXPECT_NEAR(RSquaredLinear(x, y), expected, 1e-7) << testing::PrintToString(y);
-    TIntegerArray positions = TIntegerArray::WithLength(12345);
-    for (std::int32_t i = 0; i < 12345; ++i) positions[i] = i;
-    EXPECT_EQ(RSquaredLinear(positions, TSingleArray::WithLength(12345, 0.1F)), 0);
     EXPECT_TRUE(std::isnan(RSquaredLinear({1, 2, 3}, {1, NAN, 3})));
 }
 
@@ -85,9 +82,8 @@ TEST(vrnCurveFit, RejectsOtherPointsAndFormatsEquations) {
             EXPECT_EQ(Raised<EArgumentException>([&, &x = x, &y = y] { fit(x, y, a, b); }), message);
     }
     const TIntegerArray three = {1, 2, 3};
-    EXPECT_EQ(Raised<Exception>([&] {
-                  FitExp(three, TSingleArray{1, -2, 3}, a, b);
-              }),
+    const TSingleArray negative = {1, -2, 3};
+    EXPECT_EQ(Raised<Exception>([&] { FitExp(three, negative, a, b); }),
               u"Dataset does not support Exponential fit");
     EXPECT_EQ(Raised<EArgumentException>([&] { (void)RSquaredLinear(three, TSingleArray{1}); }),
               u"Number of Y values is less than the number of X values");

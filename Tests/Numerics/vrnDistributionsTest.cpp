@@ -24,11 +24,8 @@ TEST(Distributions, Normal) {
     const std::pair<double, double> cases[] = {
         // computed with 50-digit arithmetic
         // clang-format off
-        {-8, 6.22096057427e-16}, {-5, 2.86651571879e-7}, {-3.09, 0.00100078247661}, {-2, 0.0227501319482},
-        {-1, 0.158655253931}, {-0.5, 0.308537538726}, {0, 0.5}, {0.5, 0.691462461274}, {1, 0.841344746069},
-        {1.96, 0.975002104852}, {3, 0.998650101968}, {5, 0.999999713348}, {0.253347103136, 0.6},
-        {0.674489750196, 0.75}, {1.28155156554, 0.9}, {1.64485362695, 0.95}, {1.95996398454, 0.975},
-        {2.32634787404, 0.99}, {2.57582930355, 0.995}, {3.09023230617, 0.999}, {4.26489079392, 0.99999},
+        {-8, 6.22096057427e-16}, {-5, 2.86651571879e-7}, {-3.09, 0.00100078247661}, {-1, 0.158655253931}, {0, 0.5},
+        {1.96, 0.975002104852}, {3, 0.998650101968}, {0.674489750196, 0.75}, {2.57582930355, 0.995},
         // clang-format on
     };
     for (const auto& [x, expected] : cases) {
@@ -86,12 +83,10 @@ TEST(Distributions, GammaFit) {
 }
 
 TEST(Distributions, GammaQuantiles) {
-    for (const auto& [alpha, beta, x0, p] : {std::tuple{2.0F, 8.0F, 10.0F, 0.5F},
-                                             {2, 8, 40, 0.9F},
-                                             {5, 10, 1, 0.1F},
-                                             {5, 10, 200, 0.99F},
-                                             {9, 20, 180, 0.25F},
-                                             {1, 6, 3, 0.3F}}) {
+    const std::tuple<float, float, float, float> cases[] = {
+        {2, 8, 10, 0.5F}, {2, 8, 40, 0.9F}, {5, 10, 1, 0.1F}, {5, 10, 200, 0.99F}, {9, 20, 180, 0.25F},
+    };
+    for (const auto& [alpha, beta, x0, p] : cases) {
         // The trapezoids are good to 0.0001, and what lies below 0.0001 is nothing here.
         EXPECT_NEAR(gammp(alpha, gam_ptil(alpha, beta, x0, p) / beta), p, 0.0012) << alpha << ' ' << x0;
         EXPECT_NEAR(gammp(alpha, gam_ptil1(alpha, beta, x0, p) / beta), p, 0.001) << alpha << ' ' << x0;
@@ -100,13 +95,13 @@ TEST(Distributions, GammaQuantiles) {
     EXPECT_NEAR(gam_ptil(2.5F, 2, 8, 0.95F), 11.07049769, 0.15);
     EXPECT_NEAR(gam_ptil1(2.5F, 2, 8, 0.95F), 11.07049769, 0.15);
     EXPECT_EQ(gam_ptil1(1, 1, std::log(2.0F), 0.5F), 0) << "a start that meets the tolerance";
+    EXPECT_EQ(gam_ptil1(1, 1, 1, kNan), 0);
 }
 
 TEST(Distributions, QuantileSearchesEnd) {
     constexpr auto kTrapezoid = u"Problem in gam_ptil: the search for the quantile did not converge.";
     constexpr auto kSteps = u"Problem in gam_ptil1: the search for the quantile did not converge.";
-    EXPECT_EQ(Raised<Exception>([] { (void)gam_ptil(2, 0.05F, 1, 0.5F); }),
-              kTrapezoid);  // its steps are too long
+    EXPECT_EQ(Raised<Exception>([] { (void)gam_ptil(2, 0.05F, 1, 0.5F); }), kTrapezoid) << "too long steps";
     for (const float bad : {kNan, kInf, -kInf}) {
         EXPECT_EQ(Raised<Exception>([&] { (void)gam_ptil(2, 8, 10, bad); }), kTrapezoid) << bad;
         EXPECT_EQ(Raised<Exception>([&] { (void)gam_ptil(bad, 8, 10, 0.5F); }), kTrapezoid) << bad;
@@ -118,32 +113,16 @@ TEST(Distributions, QuantileSearchesEnd) {
 }
 
 TEST(Distributions, Percentiles) {
-    for (const std::int32_t base : {1, -3}) {
-        TFloatGrid grid(2, 7);
-        grid.SetBaseX(base);
-        grid.SetBaseY(base);
-        std::int32_t y = base;
-        for (const float value : {40.0F, 10.0F, 50.0F, 30.0F, 20.0F, -1e9F, 1e9F})
-            grid.Put(base + 1, y++, value);
-        for (const auto& [percent, expected] : {std::pair{0.0F, 10.0F},
-                                                {16, 10},
-                                                {17, 15},
-                                                {20, 15},
-                                                {25, 20},
-                                                {40, 25},
-                                                {45, 30},
-                                                {50, 30},
-                                                {65, 40},
-                                                {70, 45},
-                                                {83, 50},
-                                                {84, 50},
-                                                {100, 50},
-                                                {-5, 10},
-                                                {kInf, 50},
-                                                {-kInf, 10}}) {
-            EXPECT_EQ(centil(base + 1, percent, grid), expected) << percent << " base " << base;
-        }
-    }
+    TFloatGrid grid(2, 7);
+    grid.SetBaseX(-3);
+    grid.SetBaseY(-3);
+    std::int32_t y = -3;
+    for (const float value : {40.0F, 10.0F, 50.0F, 30.0F, 20.0F, -1e9F, 1e9F}) grid.Put(-2, y++, value);
+    const std::pair<float, float> cases[] = {
+        {0, 10},  {16, 10}, {17, 15}, {20, 15}, {25, 20},  {40, 25}, {45, 30},   {50, 30},
+        {65, 40}, {70, 45}, {83, 50}, {84, 50}, {100, 50}, {-5, 10}, {kInf, 50}, {-kInf, 10},
+    };
+    for (const auto& [percent, expected] : cases) EXPECT_EQ(centil(-2, percent, grid), expected) << percent;
     EXPECT_EQ(Raised<EArgumentException>([] { (void)centil(1, 50, TFloatGrid(1, 2)); }),
               u"A percentile needs a column of 3 rows or more");
     EXPECT_EQ(Raised<EArgumentException>([] { (void)centil(1, kNan, TFloatGrid(1, 9)); }),

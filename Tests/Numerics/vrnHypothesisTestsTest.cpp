@@ -82,10 +82,8 @@ TEST(HypothesisTests, ChiSquareOfBins) {
         EXPECT_NEAR(prob, expectedProb, 3e-6 * expectedProb) << expectedChi;
     }
     const std::vector<float> bins = {0, 0, 0};
-    for (const std::int32_t count : {3, 2147483647}) {
-        EXPECT_EQ(Raised<EArgumentException>([&] { ChiTest(bins, bins, count, df, chi, prob); }),
-                  u"ChiTest needs arrays of one element more than the bin count");
-    }
+    EXPECT_EQ(Raised<EArgumentException>([&] { ChiTest(bins, bins, 3, df, chi, prob); }),
+              u"ChiTest needs arrays of one element more than the bin count");
     for (const std::int32_t count : {2, 0, -2147483647 - 1}) {  // no degree of freedom
         EXPECT_EQ(Raised<Exception>([&] { ChiTest(bins, bins, count, df, chi, prob); }),
                   u"Problem in gamma function calculation: invalid argument.");

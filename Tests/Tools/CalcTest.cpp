@@ -72,7 +72,7 @@ TEST_F(CalcTest, WritesTheFileWhenAllIsDone) {
     EXPECT_EQ(Content(u"rows.csv"), "a,b,value\n1,2,2\n4,,8\n-999.5,3,-999\nx,1,-999\n6,0,12\n8,,16\n");
     WriteFileInOneGo(Folder.GetPath(u"long.csv"), "a\n1\n2,3\n");
     EXPECT_EQ(Run("'$a' --csv long.csv --out rows.csv"), 1);
-    EXPECT_EQ(Content(u"told"), "varnholt: A row has 2 cells, the header has 1\n");
+    EXPECT_EQ(Content(u"told"), "varnholt: Row 2 has 2 cells, the header has 1\n");
     EXPECT_EQ(Content(u"rows.csv").substr(0, 9), "a,b,value") << "the former file is lost";
     EXPECT_EQ(Run("1 --csv rows.csv --summary && ls *.part"), 2) << "a draft was left behind";
 }

@@ -47,7 +47,7 @@ const struct {
     {"towns.csv --rows '1, 1'", 1, "", "varnholt: Syntax error\n"},
     {"towns.csv --rows '1 - 2000000000'", 1, "", "varnholt: Row 2000000000 not found, the file has 3 rows\n"},
     {"towns.csv --rows '0 - 2'", 1, "", "varnholt: Row 0 not found, the file has 3 rows\n"},
-    {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: The row has 1 cells, the header has 2\n"},
+    {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: Row 2 has 1 cells, the header has 2\n"},
     {"open.csv", 1, "", "varnholt: open.csv: The quote opened in line 2 is never closed\n"},
     {"empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
     {"none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},

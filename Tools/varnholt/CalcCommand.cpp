@@ -80,7 +80,7 @@ void CalculateFile(TCalc& calc, const TCalcOptions& options) {
     const TRowSummary summary = rows.Run(*sink);
     sink->Finish();
     if (options.Summary) PrintSummary(summary);
-    FlushOutput();
+    FlushOutput();  // before the warnings
     if (summary.DivisionsByZero > 0) {
         Warn(Format(u"%s; rows: %d", {ECalcException::CDivideByZero, summary.DivisionsByZero}));
     }
@@ -90,12 +90,15 @@ void CalculateFile(TCalc& calc, const TCalcOptions& options) {
 void RunCalc(const TCalcOptions& options) {
     TCalc calc;
     RegisterSettings(calc, ReadSettings(options.Settings));
-    if (options.CsvFile) return CalculateFile(calc, options);
-    calc.Set_Exp(FromUtf8(options.Expression));
-    if (options.Keywords) {
-        PrintKeywords(calc);
+    if (options.CsvFile) {
+        CalculateFile(calc, options);
     } else {
-        PrintLine(FloatToStr(calc.Calculate()));
+        calc.Set_Exp(FromUtf8(options.Expression));
+        if (options.Keywords) {
+            PrintKeywords(calc);
+        } else {
+            PrintLine(FloatToStr(calc.Calculate()));
+        }
     }
     FlushOutput();
 }

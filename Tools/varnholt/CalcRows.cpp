@@ -30,13 +30,15 @@ void TCsvRowSink::TakeHeader(const TRow& header) {
 }
 
 void TCsvRowSink::TakeRow(const TRow& row, Extended value) {
+    ++FRowNumber;
     Write(row, FloatToStr(value, TFormatSettings::Invariant()));
 }
 
 // A short row is filled up, so that the value stands in its column.
 void TCsvRowSink::Write(const TRow& row, StringView last) {
     if (row.size() > FColumnCount) {
-        throw EConvertError(Format(u"A row has %d cells, the header has %d", {row.size(), FColumnCount}));
+        throw EConvertError(
+            Format(u"Row %d has %d cells, the header has %d", {FRowNumber, row.size(), FColumnCount}));
     }
     for (const String& cell : row) FFile.AddField(cell);
     for (std::size_t missing = row.size(); missing < FColumnCount; ++missing) FFile.AddField({});

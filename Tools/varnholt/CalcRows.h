@@ -32,8 +32,8 @@ public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the source and a last one `value`, as a CSV file. A row with more cells than the header has
-/// raises EConvertError.
+/// The columns of the source and a last one `value`. The file appears, or is replaced, when all rows have
+/// come. A row with more cells than the header has raises EConvertError with its number.
 class TCsvRowSink final : public TRowSink {
 public:
     explicit TCsvRowSink(StringView path) : FFile(path) {}
@@ -47,10 +47,11 @@ private:
 
     TCsvOutput FFile;
     std::size_t FColumnCount = 0;
+    std::int64_t FRowNumber = 0;
 };
 
-/// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name of one that is
-/// not registered.
+/// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name
+/// of one that is not registered.
 [[nodiscard]] std::vector<TKeyword*> KeywordsOf(const TCalc& calc);
 
 struct TRowSummary {

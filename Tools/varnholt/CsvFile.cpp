@@ -2,13 +2,9 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
-#include "Platform/Runtime/Guid.h"
-#include "Platform/Runtime/Paths.h"
 
 namespace Varnholt::Tool {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::int64_t kRowsBetweenProgress = 4096;
 
@@ -34,22 +30,8 @@ bool TCsvInput::ReadRow(TRow& row) {
     return false;
 }
 
-TCsvOutput::TCsvOutput(StringView path) : FTarget(ToNativePath(path)) {
-    std::error_code none;
-    FDraft = FTarget;
-    const fs::file_status present = fs::symlink_status(FTarget, none);
-    if (!fs::exists(present) || fs::is_regular_file(present)) {
-        FDraft += ToUtf8(u"." + GuidToString(CreateGuid()) + u".part");
-    }
-    FWriter = std::make_unique<TStreamWriter>(FromNativePath(FDraft.string()));
-    FWriter->SetNewLine(u"\n");
-}
-
-TCsvOutput::~TCsvOutput() {
-    if (!FWriter) return;
-    FWriter.reset();
-    std::error_code none;
-    if (FDraft != FTarget) fs::remove(FDraft, none);
+TCsvOutput::TCsvOutput(StringView path) : FFile(path), FWriter(FFile) {
+    FWriter.SetNewLine(u"\n");
 }
 
 void TCsvOutput::AddField(StringView field) {
@@ -59,20 +41,14 @@ void TCsvOutput::AddField(StringView field) {
 
 // Readers skip an empty line, so a row of one empty field is written in quotes.
 void TCsvOutput::EndRow() {
-    FWriter->WriteLine(FLine.empty() && FFieldCount == 1 ? StringView(u"\"\"") : StringView(FLine));
+    FWriter.WriteLine(FLine.empty() && FFieldCount == 1 ? StringView(u"\"\"") : StringView(FLine));
     FLine.clear();
     FFieldCount = 0;
 }
 
 void TCsvOutput::Finish() {
-    FWriter->Close();
-    if (FDraft != FTarget) {
-        std::error_code none;
-        const fs::file_status former = fs::status(FTarget, none);
-        if (fs::exists(former)) fs::permissions(FDraft, former.permissions(), none);
-        RenameFile(FromNativePath(FDraft.string()), FromNativePath(FTarget.string()));
-    }
-    FWriter.reset();
+    FWriter.Close();
+    FFile.Commit();
 }
 
 }  // namespace Varnholt::Tool

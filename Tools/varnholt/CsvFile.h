@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <memory>
 #include <optional>
 #include <vector>
 
+#include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/TextStreams.h"
 #include "Tools/varnholt/Output.h"
 #include "VarnholtBaseLib/CsvReader.h"
@@ -39,14 +38,11 @@ private:
     std::int64_t FRowCount = 0;
 };
 
-/// Writes a file field by field. A file appears, or is replaced, when all rows have come; a link, pipe or
-/// device is written as they come.
+/// Writes a file field by field. The file appears, or is replaced, when all rows have come.
 class TCsvOutput {
 public:
+    /// Raises what TDraftFileStream raises.
     explicit TCsvOutput(StringView path);
-    ~TCsvOutput();
-    TCsvOutput(const TCsvOutput&) = delete;
-    TCsvOutput& operator=(const TCsvOutput&) = delete;
 
     void AddField(StringView field);
     void EndRow();
@@ -54,9 +50,8 @@ public:
     void Finish();
 
 private:
-    std::filesystem::path FTarget;
-    std::filesystem::path FDraft;  // the target itself where that is no file
-    std::unique_ptr<TStreamWriter> FWriter;
+    TDraftFileStream FFile;
+    TStreamWriter FWriter;
     String FLine;
     std::int64_t FFieldCount = 0;  // in FLine
 };

@@ -7,8 +7,8 @@
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
 
-/// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of its
-/// own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
+/// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of
+/// its own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
 namespace {
 
 constexpr int kFailed = 1;

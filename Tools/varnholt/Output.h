@@ -6,7 +6,8 @@
 
 namespace Varnholt::Tool {
 
-/// Prints a line on standard output, in UTF-8. Raises EWriteError if it can not be written, as on a full disk.
+/// Prints a line on standard output, in UTF-8. Raises EWriteError if it can not be written, as on a full
+/// disk.
 void PrintLine(StringView line);
 
 /// Hands everything printed so far to the system; raises as PrintLine does.

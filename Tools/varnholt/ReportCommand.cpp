@@ -1,8 +1,10 @@
 #include "Tools/varnholt/ReportCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "Platform/Runtime/Exceptions.h"
@@ -21,10 +23,10 @@ namespace {
 struct TReportOptions {
     std::string File;
     std::string Latitude;
-    std::string Columns;
-    std::string Sunshine;
-    std::string Angstrom;
-    std::string OutFolder;
+    std::optional<std::string> Columns;
+    std::optional<std::string> Sunshine;
+    std::optional<std::string> Angstrom;
+    std::optional<std::string> OutFolder;
 };
 
 std::vector<String> SplitAtCommas(const std::string& text) {
@@ -39,7 +41,6 @@ std::vector<String> SplitAtCommas(const std::string& text) {
 
 TStationColumns ReadColumns(const std::string& text) {
     TStationColumns columns;
-    if (text.empty()) return columns;
     for (const String& part : SplitAtCommas(text)) {
         const std::size_t equals = std::min(part.find(u'='), part.size());
         const StringView role = StringView(part).substr(0, equals);
@@ -49,8 +50,9 @@ TStationColumns ReadColumns(const std::string& text) {
                        : role == u"precipitation" ? &columns.Precipitation
                                                   : nullptr;
         if (name == nullptr || equals + 1 >= part.size()) {
-            throw CLI::ValidationError("--columns", ToUtf8(part) + " is not date=, tmax=, tmin= or " +
-                                                        "precipitation= with the name of a column");
+            throw CLI::ValidationError("--columns", "\"" + ToUtf8(part) +
+                                                        "\" is not date=, tmax=, tmin= or precipitation= "
+                                                        "with the name of a column");
         }
         *name = part.substr(equals + 1);
     }
@@ -65,7 +67,7 @@ std::vector<float> ReadNumbers(const std::string& option, const std::string& tex
         const bool isNumber = TryStrToFloat(part, value, TFormatSettings::Invariant());
         numbers.push_back(static_cast<float>(value));
         if (!isNumber || value < 0 || !std::isfinite(numbers.back())) {
-            throw CLI::ValidationError(option, ToUtf8(part) + " is not a number of 0 or more");
+            throw CLI::ValidationError(option, "\"" + ToUtf8(part) + "\" is not a number of 0 or more");
         }
     }
     if (numbers.size() != count) {
@@ -86,12 +88,12 @@ float ReadLatitude(const std::string& text) {
 TSite ReadSite(const TReportOptions& options) {
     TSite site;
     site.Latitude = ReadLatitude(options.Latitude);
-    if (!options.Sunshine.empty()) {
-        const std::vector<float> hours = ReadNumbers("--sunshine", options.Sunshine, kMonths.size());
+    if (options.Sunshine) {
+        const std::vector<float> hours = ReadNumbers("--sunshine", *options.Sunshine, kMonths.size());
         std::ranges::copy(hours, site.Sunshine.emplace().begin());
     }
-    if (!options.Angstrom.empty()) {
-        const std::vector<float> constants = ReadNumbers("--angstrom", options.Angstrom, 2);
+    if (options.Angstrom) {
+        const std::vector<float> constants = ReadNumbers("--angstrom", *options.Angstrom, 2);
         site.AngstromA = constants[0];
         site.AngstromB = constants[1];
     }
@@ -99,7 +101,7 @@ TSite ReadSite(const TReportOptions& options) {
 }
 
 void RunReport(const TReportOptions& options) {
-    const TStationColumns columns = ReadColumns(options.Columns);
+    const TStationColumns columns = options.Columns ? ReadColumns(*options.Columns) : TStationColumns();
     const TSite site = ReadSite(options);
     const String path = FromUtf8(options.File);
     const TStation station = ReadStation(path, columns);
@@ -110,7 +112,7 @@ void RunReport(const TReportOptions& options) {
     const TStationSummary summary = Summarise(station, site);
     PrintReport(ExtractFileName(path), summary);
     FlushOutput();
-    if (!options.OutFolder.empty()) WriteReportFiles(FromUtf8(options.OutFolder), summary);
+    if (options.OutFolder) WriteReportFiles(FromUtf8(*options.OutFolder), summary);
 }
 
 }  // namespace

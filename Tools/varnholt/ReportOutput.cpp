@@ -49,11 +49,13 @@ String PpccMeaning(double ppcc) {
                             : u"daily maxima are not normally distributed (1 is a perfect fit)";
 }
 
+// The distance that KS2 takes is at least 1/2 - 1/n, whatever the n values: from n = 11 on that is
+// significant.
 String KsMeaning(double significance) {
-    return String(significance < kSignificance
-                      ? u"evidence against a normal distribution of the daily maxima"
-                      : u"no evidence against a normal distribution of the daily maxima") +
-           u"; the test is strict: compare stations by it";
+    return significance < kSignificance ? u"evidence against a normal distribution of the daily maxima, "
+                                          u"which this test finds in any 11 "
+                                          u"values or more"
+                                        : u"no evidence against a normal distribution of the daily maxima";
 }
 
 String CorrelationMeaning(double corr) {
@@ -228,17 +230,6 @@ void PrintStatistics(const TStationSummary& summary) {
 
 // --- Files ---
 
-void ReplaceFile(const String& path, const String& text) {
-    const String draft = path + u".part";
-    try {
-        WriteFileInOneGo(draft, ToUtf8(text));
-        RenameFile(draft, path);
-    } catch (const Exception&) {
-        if (FileExists(draft)) DeleteFile(draft);
-        throw;
-    }
-}
-
 String MonthlyTable(const TStationSummary& summary) {
     String text =
         u"month,mean_temperature,precipitation,wet_days,day_length,extraterrestrial_radiation,"
@@ -287,9 +278,9 @@ void PrintReport(StringView title, const TStationSummary& summary) {
 void WriteReportFiles(StringView folder, const TStationSummary& summary) {
     ForceDirectories(folder);
     const String prefix = String(folder) + u"/";
-    ReplaceFile(prefix + u"monthly.csv", MonthlyTable(summary));
-    ReplaceFile(prefix + u"yearly.csv", YearlyTable(summary));
-    ReplaceFile(prefix + u"summary.csv", SummaryTable(summary));
+    WriteFileInOneGo(prefix + u"monthly.csv", ToUtf8(MonthlyTable(summary)));
+    WriteFileInOneGo(prefix + u"yearly.csv", ToUtf8(YearlyTable(summary)));
+    WriteFileInOneGo(prefix + u"summary.csv", ToUtf8(SummaryTable(summary)));
 }
 
 }  // namespace Varnholt::Tool

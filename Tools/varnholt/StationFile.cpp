@@ -91,7 +91,8 @@ float TStationReader::NumberCell(std::size_t index) {
     double value = 0;
     if (index >= FRow.size() || TrimView(FRow[index]).empty()) return missing;
     if (TryStrToFloat(FRow[index], value, settings) && std::isfinite(static_cast<float>(value))) {
-        return value >= -1000 && value <= -999 ? missing : static_cast<float>(value);
+        const auto rounded = static_cast<float>(value);  // what the statistics compare with their codes
+        return rounded >= -1000 && rounded <= -999 ? missing : rounded;
     }
     if (FStation.WordCount++ == 0) {
         FStation.FirstWord =

@@ -18,8 +18,8 @@ struct TStationColumns {
     String Precipitation = u"precipitation";
 };
 
-/// A day's maximum and minimum temperature in degrees Celsius and its precipitation in mm. All that is missing
-/// is kMissing.
+/// A day's maximum and minimum temperature in degrees Celsius and its precipitation in mm. All that is
+/// missing is kMissing.
 struct TStationDay {
     std::chrono::year_month_day Date;
     float TMax = static_cast<float>(kMissing);
@@ -37,10 +37,10 @@ struct TStation {
     String FirstWord;               // the first of them and its place, for a message
 };
 
-/// Reads the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1 on. Missing is a
-/// cell that is absent, blank, no number, no finite 32-bit number, or from -1000 to -999. Raises Exception with
-/// the path, and with the line of the file for a row: for a file without header, column or row, a text that is
-/// no date, and a date that does not come after the one before.
+/// Reads the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1 on. Missing is
+/// a cell that is absent, blank, no number, no finite 32-bit number, or from -1000 to -999. Raises Exception
+/// with the path, and with the line of the file for a row: for a file without header, column or row, a text
+/// that is no date, and a date that does not come after the one before.
 [[nodiscard]] TStation ReadStation(StringView path, const TStationColumns& columns);
 
 /// The date as YYYY-MM-DD.

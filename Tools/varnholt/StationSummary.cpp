@@ -260,8 +260,8 @@ void FillGammaFit(std::span<const TMonthTally> months, TStationSummary& summary)
 
 // --- Trends ---
 
-// A trendline offers its values alone. GetY(0) is the intercept itself. Far out the intercept hardly counts, so
-// the rise from 0 keeps all digits of the slope; from 0 to 1 it would not.
+// A trendline offers its values alone. GetY(0) is the intercept itself. Far out the intercept hardly counts,
+// so the rise from 0 keeps all digits of the slope; from 0 to 1 it would not.
 void FitTrend(std::span<const float> values, const Char* unit, TFigure& slope, TFigure* intercept) {
     constexpr std::int32_t kFarOut = 1 << 30;
     TFigure unused;

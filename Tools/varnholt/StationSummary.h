@@ -11,8 +11,8 @@
 
 /// What a report tells about a station, in figures.
 ///
-/// A day's mean temperature is the mean of its maximum and minimum; a day without one of them has none. What is
-/// averaged or summed needs its days:
+/// A day's mean temperature is the mean of its maximum and minimum; a day without one of them has none. What
+/// is averaged or summed needs its days:
 /// - a month's precipitation and wet days count if the precipitation of all its days is known (a full month);
 /// - a month's mean temperature counts in series of months with 10 missing days at most (WMO-No. 1203);
 /// - a year's mean temperature and precipitation count if they are known for all its days (a full year).

@@ -33,8 +33,8 @@ std::unique_ptr<TStringGrid> ReadGrid(StringView path) {
     grid->SetFixedRows(1);
     while (file.ReadRow(row)) {
         if (row.size() != width) {
-            throw EConvertError(Format(u"%s, line %d: The row has %d cells, the header has %d",
-                                       {path, file.GetLineNumber(), row.size(), width}));
+            throw EConvertError(Format(u"%s, line %d: Row %d has %d cells, the header has %d",
+                                       {path, file.GetLineNumber(), grid->GetRowCount(), row.size(), width}));
         }
         AddGridRow(*grid, row);
     }

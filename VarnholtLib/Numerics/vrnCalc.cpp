@@ -171,7 +171,8 @@ Extended TCalc::CalculateAnew(Extended* slots) {
     return scope.Leave(FProgram->Run(slots));
 }
 
-// Makes a program of the items as they are, or binds the keywords of the present one to the registrations as they are.
+// Makes a program of the items as they are, or binds the keywords of the present one to the registrations as
+// they are.
 void TCalc::RefreshProgram() {
     if (FProgram && FProgram->GetParses() == ParsesInTree()) {
         FProgram->BindKeywords();
@@ -292,7 +293,8 @@ void TCalc::GetKeywordsUsed(std::vector<TKeyword*>& list, bool includeWithoutPar
 }
 
 void TCalc::WalkKeywords(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates) const {
-    // A list of items that is under way; the evaluators of its groups and parameters are walked before it goes on.
+    // A list of items that is under way; the evaluators of its groups and parameters are walked before it
+    // goes on.
     struct TPlace {
         const TCalc* Calc;
         std::size_t Item;

@@ -24,11 +24,11 @@
 ///     separator    one blank or one comma
 ///     number       what StrToFloat takes, with an optional "-" or "n" before it: 12, -0.5, n2.5, 1.5e3
 ///
-/// "^" binds strongest, then "*" and "/", then "+" and "-"; operators of one level associate to the left,
-/// "^" included: 2 ^ 3 ^ 2 is 64. A minus belongs to a number that follows it wherever no operand stands before it,
-/// so -2 ^ 2 is 4. A signed exponent such as 1e-5 is cut at its minus and refused. A parameter that contains an
-/// operator stands in a bracket of its own: @sum((1+2),3). Behind the ")" of a group or a function call comes the
-/// end of the text, a blank, a tab or a line end; anything else is a syntax error.
+/// "^" binds strongest, then "*" and "/", then "+" and "-"; operators of one level associate to the left, "^"
+/// included: 2 ^ 3 ^ 2 is 64. A minus belongs to a number that follows it wherever no operand stands before
+/// it, so -2 ^ 2 is 4. A signed exponent such as 1e-5 is cut at its minus and refused. A parameter that
+/// contains an operator stands in a bracket of its own: @sum((1+2),3). Behind the ")" of a group or a
+/// function call comes the end of the text, a blank, a tab or a line end; anything else is a syntax error.
 ///
 /// Functions of every evaluator:
 ///
@@ -40,26 +40,28 @@
 ///     @StDev(a,b,...)   2 or more    the sample standard deviation; it calculates each parameter twice
 ///     @sqrt(a)          1            the square root; NaN for a negative value
 ///
-/// How a calculation runs. Parse cuts the expression into items and prepares a flat list of steps, so that Calculate
-/// walks that list, allocates nothing, and looks a keyword up again only when something has been registered in the
-/// chain of parents since. Keywords and functions are called back in the order that this rule gives: first every "^"
-/// from left to right, then every "*" and "/", then every "+" and "-"; each calculates its left operand, then its
-/// right one, unless that was reduced before. Steps on constants alone are done once.
+/// How a calculation runs. Parse cuts the expression into items and prepares a flat list of steps, so that
+/// Calculate walks that list, allocates nothing, and looks a keyword up again only when something has been
+/// registered in the chain of parents since. Keywords and functions are called back in the order that this
+/// rule gives: first every "^" from left to right, then every "*" and "/", then every "+" and "-"; each
+/// calculates its left operand, then its right one, unless that was reduced before. Steps on constants alone
+/// are done once.
 ///
-/// Limits: groups and built-in functions nest without bound. Calls of functions that calculate their parameters
-/// through callbacks (own ones and @StDev) nest to a depth of kMaxCallDepth. A @StDev in a @StDev calls the keywords
-/// inside it four times, and so on: the work doubles with each level.
+/// Limits: groups and built-in functions nest without bound. Calls of functions that calculate their
+/// parameters through callbacks (own ones and @StDev) nest to a depth of kMaxCallDepth. A @StDev in a @StDev
+/// calls the keywords inside it four times, and so on: the work doubles with each level.
 ///
-/// Threads: an evaluator, with its parents and everything below it, serves one thread at a time. Evaluators without
-/// a common parent are independent; with a common parent they are, as long as nothing is registered on it meanwhile.
+/// Threads: an evaluator, with its parents and everything below it, serves one thread at a time. Evaluators
+/// without a common parent are independent; with a common parent they are, as long as nothing is registered
+/// on it meanwhile.
 namespace Varnholt {
 
 class TCalcProgram;
 
 class VARNHOLT_EXPORT TCalc final : public TCalcObj {
 public:
-    /// Calls nest no deeper than this on one evaluator and those of its expression; beyond it Calculate raises
-    /// Exception with "Function calls are nested too deeply".
+    /// Calls nest no deeper than this on one evaluator and those of its expression; beyond it Calculate
+    /// raises Exception with "Function calls are nested too deeply".
     static constexpr int kMaxCallDepth = 500;
 
     TCalc();
@@ -77,15 +79,16 @@ public:
 
     /// Cleans the text, cuts it into items and prepares the calculation. The former items are released first.
     ///
-    /// Raises ceSyntax for an empty expression, an empty group or parameter, a malformed call, and text directly
-    /// behind a closing bracket; ceBracket for a group that is not closed; ceOperator with the token where an operator
-    /// was expected; ceFunction for an unknown function; ceParam for a wrong number of parameters; EConvertError
-    /// for an operand that is no number. The items before the failure stay in the list.
+    /// Raises ceSyntax for an empty expression, an empty group or parameter, a malformed call, and text
+    /// directly behind a closing bracket; ceBracket for a group that is not closed; ceOperator with the token
+    /// where an operator was expected; ceFunction for an unknown function; ceParam for a wrong number of
+    /// parameters; EConvertError for an operand that is no number. The items before the failure stay in the
+    /// list.
     void Parse();
 
-    /// The value. Raises ceSyntax without items, ceKeyword with the name for a keyword that is not registered,
-    /// ceDivideByZero for a divisor equal to 0, EListError for an expression that ends in an operator, and whatever
-    /// a callback raises. The evaluator stays as it was, on these paths too.
+    /// The value. Raises ceSyntax without items, ceKeyword with the name for a keyword that is not
+    /// registered, ceDivideByZero for a divisor equal to 0, EListError for an expression that ends in an
+    /// operator, and whatever a callback raises. The evaluator stays as it was, on these paths too.
     [[nodiscard]] Extended Calculate();
 
     /// Number of items: operands at 0, 2, 4 and so on, operators between them.
@@ -98,8 +101,8 @@ public:
     /// An expression that calls the function must be set after it was registered.
     /// Raises EArgumentNilException for an empty callback.
     void RegisterFunction(StringView name, int minParams, int maxParams, TFunctionEvent event);
-    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is handed to the
-    /// callback untouched and must live as long as it is used. Keywords may be registered at any time.
+    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is handed
+    /// to the callback untouched and must live as long as it is used. Keywords may be registered at any time.
     /// Raises EArgumentNilException for an empty callback.
     void RegisterKeyword(StringView name, void* param, TKeywordEvent event);
     void RegisterKeyword(StringView name, TKeywordEvent event);
@@ -115,16 +118,18 @@ public:
     [[nodiscard]] int Get_KeywordCount() const noexcept;
     [[nodiscard]] TKeyword& Get_Keyword(int index) const;
 
-    /// Appends the keywords that the expression uses, in the order of the text, groups and parameters included; with
-    /// walkParent also those of the parents' expressions.
+    /// Appends the keywords that the expression uses, in the order of the text, groups and parameters
+    /// included; with walkParent also those of the parents' expressions.
     ///
-    /// The walk of one list of items (the expression's, a group's, a parameter's) ends at the first keyword that is left
-    /// out: one without a parameter pointer if includeWithoutParam is false, one already in the list if
-    /// allowDuplicates is false. Raises ceKeyword without a name for a keyword that is not registered.
+    /// The walk of one list of items (the expression's, a group's, a parameter's) ends at the first keyword
+    /// that is left out: one without a parameter pointer if includeWithoutParam is false, one already in the
+    /// list if allowDuplicates is false. Raises ceKeyword without a name for a keyword that is not
+    /// registered.
     void GetKeywordsUsed(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates,
                          bool walkParent = true) const;
 
-    /// The passes of the cleaning, each on the text of the moment; Parse runs CleanupExp, which runs them all.
+    // The passes of the cleaning, each on the text of the moment; Parse runs CleanupExp, which runs them all.
+
     /// Trims the text, then drops each blank that is followed by a blank.
     void CleanupClumpedSpaces();
     /// Drops the blanks inside brackets next to them, by the two passes below.
@@ -180,7 +185,8 @@ private:
     TRegistrations& OwnRegistrations();
     void CountRegistration();
     [[nodiscard]] const TCalc* NextInChain() const noexcept;
-    /// Of a top evaluator: changes whenever something is parsed in its tree, or registered there or in a parent.
+    /// Of a top evaluator: changes whenever something is parsed in its tree, or registered there or in a
+    /// parent.
     [[nodiscard]] std::uint64_t Stamp() const noexcept {
         return GetCalc() == nullptr ? FChanges : FChanges + RegistrationsAbove();
     }

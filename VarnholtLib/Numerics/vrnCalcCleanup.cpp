@@ -80,7 +80,8 @@ void RemoveSpaceAfterNegativeModifier(String& text) {
         const Char c = text[i];
         text[kept++] = c;
         if (c != u'-' || i + 1 >= text.size() || text[i + 1] != u' ') continue;
-        // What stands before the minus is final, and holds the same characters as before the pass but for dropped blanks.
+        // What stands before the minus is final, and holds the same characters as before the pass but for
+        // dropped blanks.
         if (!IsLastItemADigit(text, kept)) ++i;
     }
     text.resize(kept);

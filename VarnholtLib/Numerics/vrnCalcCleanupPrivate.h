@@ -2,11 +2,12 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// The cleaning of an expression's text, pass by pass; TCalc::CleanupExp and its sisters tell what each one does.
-/// Every pass takes time in proportion to the text.
+/// The cleaning of an expression's text, pass by pass; TCalc::CleanupExp and its sisters tell what each one
+/// does. Every pass takes time in proportion to the text.
 ///
-/// Cleaning leaves a cleaned text as it is, and likewise the trimmed text of each group and parameter inside it, for no pass
-/// looks beyond a bracket. The parser therefore cleans an expression once and cuts the inner ones from it.
+/// Cleaning leaves a cleaned text as it is, and likewise the trimmed text of each group and parameter inside
+/// it, for no pass looks beyond a bracket. The parser therefore cleans an expression once and cuts the inner
+/// ones from it.
 namespace Varnholt::CalcCleanup {
 
 void ClumpedSpaces(String& text);

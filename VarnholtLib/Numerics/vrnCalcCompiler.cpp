@@ -82,7 +82,8 @@ void TCalcCompiler::PlanReductions(const TCalc& calc) {
     }
 }
 
-// One scan from left to right. Gives false at an operator without a right operand: there the calculation raises.
+// One scan from left to right. Gives false at an operator without a right operand: there the calculation
+// raises.
 bool TCalcCompiler::PlanLevel(int level) {
     std::size_t kept = 1;
     for (std::size_t i = 1; i < FOrder.size(); i += 2) {
@@ -120,7 +121,8 @@ void TCalcCompiler::ContinueExpression() {
     if (Fetch(frame.FirstOperand)) Close(FOperands[frame.FirstOperand].Value);
 }
 
-// Makes a value of an operand. Gives false if a frame was opened for it: then the value comes when that one closes.
+// Makes a value of an operand. Gives false if a frame was opened for it: then the value comes when that one
+// closes.
 bool TCalcCompiler::Fetch(std::size_t position) {
     TOperand& operand = FOperands[position];
     if (operand.Item == nullptr) return true;

@@ -8,10 +8,10 @@ namespace Varnholt {
 
 /// Turns the items of an evaluator into the steps of its program, in time that grows with their number.
 ///
-/// The steps stand in the order in which the items would be reduced one after the other: every "^" from left to
-/// right, then every "*" and "/", then every "+" and "-", each operand fetched when its reduction comes. A keyword is
-/// fetched by the very step that takes it, unless something else is fetched in between. Expressions under way
-/// wait on a list, so the depth of the nesting costs memory alone.
+/// The steps stand in the order in which the items would be reduced one after the other: every "^" from left
+/// to right, then every "*" and "/", then every "+" and "-", each operand fetched when its reduction comes. A
+/// keyword is fetched by the very step that takes it, unless something else is fetched in between.
+/// Expressions under way wait on a list, so the depth of the nesting costs memory alone.
 class TCalcCompiler {
 public:
     /// Functions that calculate their parameters through callbacks have them added to `callees`.
@@ -21,7 +21,8 @@ public:
     void Compile(const TCalc& calc);
 
 private:
-    /// An operand: an item until it is fetched, then a value; the value of a reduction replaces its left operand.
+    /// An operand: an item until it is fetched, then a value; the value of a reduction replaces its left
+    /// operand.
     struct TOperand {
         const TCalcObj* Item;
         TCalcValue Value;
@@ -32,7 +33,8 @@ private:
         std::size_t Left;   // positions in FOperands
         std::size_t Right;  // without a right operand: the index of the item that is missing
     };
-    /// An expression or a built-in function under way. An expression's operands and reductions are the last ones.
+    /// An expression or a built-in function under way. An expression's operands and reductions are the last
+    /// ones.
     struct TFrame {
         const TFunctionNum* Function;  // none for an expression
         std::size_t FirstOperand;

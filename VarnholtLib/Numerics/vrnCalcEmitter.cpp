@@ -10,8 +10,8 @@ TCalcValue ConstantValue(Extended value) {
     return {TSource::Constant, 0, value};
 }
 
-// Whether a division by the value gives the same as a multiplication by its reciprocal, bit for bit: both are exact for
-// a power of two, before the one rounding of the result.
+// Whether a division by the value gives the same as a multiplication by its reciprocal, bit for bit: both are
+// exact for a power of two, before the one rounding of the result.
 bool HasExactReciprocal(Extended value) {
     int exponent = 0;
     return std::isnormal(value) && std::fabs(std::frexp(value, &exponent)) == 0.5L &&

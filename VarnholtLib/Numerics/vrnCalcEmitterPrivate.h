@@ -16,8 +16,8 @@ struct TCalcValue {
     [[nodiscard]] bool IsConstant() const { return Source == TSource::Constant; }
 };
 
-/// Appends steps to a program and keeps account of its slots. Each operation takes values over: their slots are
-/// free again afterwards. Operations on constants alone are done at once, but for a division by zero.
+/// Appends steps to a program and keeps account of its slots. Each operation takes values over: their slots
+/// are free again afterwards. Operations on constants alone are done at once, but for a division by zero.
 class TCalcEmitter {
 public:
     explicit TCalcEmitter(TCalcProgram& program) : FProgram(program) {}
@@ -32,7 +32,8 @@ public:
     [[nodiscard]] TCalcValue MissingOperand(std::size_t index);
     [[nodiscard]] TCalcValue NoItems();
 
-    /// A median gathers its values in neighbouring slots: reserved together, filled one by one, then taken at once.
+    /// A median gathers its values in neighbouring slots: reserved together, filled one by one, then taken at
+    /// once.
     [[nodiscard]] std::uint32_t ReserveSlots(std::size_t count);
     void Gather(const TCalcValue& value, std::uint32_t slot);
     [[nodiscard]] TCalcValue Median(std::uint32_t firstSlot, std::size_t count);

@@ -11,7 +11,8 @@
 /// keywords and functions that applications register.
 ///
 /// An application meets these classes in three places: a function's callback receives its parameters as
-/// TFunctionParams, GetKeywordsUsed lists TKeyword objects, and TCalc::GetItems shows how an expression was cut.
+/// TFunctionParams, GetKeywordsUsed lists TKeyword objects, and TCalc::GetItems shows how an expression was
+/// cut.
 ///
 ///     Extended Range(const TFunction&, const TFunctionParams& params) {
 ///         return params.Get_Calc(1).Calculate() - params.Get_Calc(0).Calculate();
@@ -25,8 +26,9 @@ class TCalc;
 class TFunction;
 class TFunctionParams;
 
-/// The application's answer to a keyword: the evaluator on which the keyword was registered, the keyword's name
-/// without its dollar sign, and the pointer given at registration. An exception passes through Calculate.
+/// The application's answer to a keyword: the evaluator on which the keyword was registered, the keyword's
+/// name without its dollar sign, and the pointer given at registration. An exception passes through
+/// Calculate.
 using TKeywordEvent = std::function<Extended(TCalc& calc, const String& keyword, void* param)>;
 
 /// The application's answer to a function call. The parameters come as evaluators: the callback decides

@@ -121,7 +121,8 @@ void TCalcParser::OpenCall(const TFrame& frame) {
     FFrames.push_back({&calc, nullptr, std::move(call), first, last, end});
 }
 
-// Opens the expression of the next parameter, or ends the call. A separator inside brackets belongs to the parameter.
+// Opens the expression of the next parameter, or ends the call. A separator inside brackets belongs to the
+// parameter.
 void TCalcParser::ReadParam(TFrame& frame) {
     if (frame.Position >= frame.End) {
         if (!frame.Call->GetFunction().Accepts(frame.Call->GetParams().size())) {

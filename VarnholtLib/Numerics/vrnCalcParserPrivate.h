@@ -9,9 +9,9 @@
 
 namespace Varnholt {
 
-/// Cuts the cleaned text of an evaluator into its items, those of groups and parameters included, in time that
-/// grows with the text. Open groups and calls wait on a list, so the depth of the nesting costs memory alone.
-/// All positions are 0-based in the whole text that the pieces share.
+/// Cuts the cleaned text of an evaluator into its items, those of groups and parameters included, in time
+/// that grows with the text. Open groups and calls wait on a list, so the depth of the nesting costs memory
+/// alone. All positions are 0-based in the whole text that the pieces share.
 class TCalcParser {
 public:
     /// The evaluator's text is clean and not empty.

@@ -8,13 +8,14 @@
 
 namespace Varnholt {
 
-/// Where a step finds a value: in a slot of the calculation, among the program's constants, or by calling a keyword.
+/// Where a step finds a value: in a slot of the calculation, among the program's constants, or by calling a
+/// keyword.
 enum class TSource : std::uint8_t { Slot, Constant, Keyword };
 inline constexpr std::size_t kSourceCount = 3;
 
-/// One step of a program; it gives a value. A step with a function takes its operands by the indices Left and Right. A
-/// step without one does Op with the value of the step before it and an operand that is no keyword, whose index is
-/// Right; IsReversed puts that operand on the left.
+/// One step of a program; it gives a value. A step with a function takes its operands by the indices Left and
+/// Right. A step without one does Op with the value of the step before it and an operand that is no keyword,
+/// whose index is Right; IsReversed puts that operand on the left.
 struct TCalcStep {
     using TRun = Extended (*)(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
 
@@ -40,8 +41,8 @@ public:
     /// Adds the parameters' evaluators of the functions that it calls to `callees`.
     TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees);
 
-    /// Whether the program may be executed as it stands, told by the changes in its tree: nothing was parsed or
-    /// registered since the keywords were bound, and nothing about the program asks for Run.
+    /// Whether the program may be executed as it stands, told by the changes in its tree: nothing was parsed
+    /// or registered since the keywords were bound, and nothing about the program asks for Run.
     [[nodiscard]] bool IsReady(std::uint64_t changes) const noexcept { return changes == FReadyChanges; }
     /// The value of a program that is ready. `slots` has room for kStackSlots values.
     [[nodiscard]] Extended Execute(Extended* slots) const;

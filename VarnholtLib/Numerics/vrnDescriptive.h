@@ -7,8 +7,8 @@
 #include "VarnholtLib/Data/vrnFloatArray.h"
 #include "VarnholtLib/Data/vrnFloatGrid.h"
 
-/// Descriptive statistics of arrays: moments, extremes, fit to the normal distribution, correlation, bootstrap
-/// samples; and small functions of the normal distribution.
+/// Descriptive statistics of arrays: moments, extremes, fit to the normal distribution, correlation,
+/// bootstrap samples; and small functions of the normal distribution.
 ///
 ///     const float mean = Mean2(rain), sd = StDev2(rain);
 ///     if (mean != -999) Show(ZScore(rain.GetFloat(7), mean, sd));
@@ -25,16 +25,16 @@ namespace Varnholt {
 /// (x - mean) / sd; for an sd of exactly 0 the mean.
 [[nodiscard]] VARNHOLT_EXPORT double ZScore(double x, double mean, double sd);
 
-/// Approximate quantile of the standard normal distribution for 0 < p < 1, to 0.011 between p = 0.01 and 0.99:
-/// (p^0.135 - (1 - p)^0.135) / 0.1975. 100 for a p of exactly 0 or 1; outside 0 to 1 a NaN.
+/// Approximate quantile of the standard normal distribution for 0 < p < 1, to 0.011 between p = 0.01 and
+/// 0.99: (p^0.135 - (1 - p)^0.135) / 0.1975. 100 for a p of exactly 0 or 1; outside 0 to 1 a NaN.
 [[nodiscard]] VARNHOLT_EXPORT float Zp(float p);
 
 /// Approximate upper tail of the standard normal distribution, to a relative 6E-4 for 0 < x < 5.6:
 /// 1/2 * exp(-((83 x + 351) x + 562) / (703 / x + 165)); by symmetry below 0, and 0.5 at 0.
 [[nodiscard]] VARNHOLT_EXPORT double Probability(double x);
 
-/// A random number, about normally distributed: the sum of 12 uniform numbers minus 6, times sd, plus mean. No
-/// result is more than 6 sd from the mean.
+/// A random number, about normally distributed: the sum of 12 uniform numbers minus 6, times sd, plus mean.
+/// No result is more than 6 sd from the mean.
 [[nodiscard]] VARNHOLT_EXPORT float RandN(float mean, float sd);
 
 /// Mean, smallest and largest of the values that are not missing, or -999. The mean sums in 64 bits. A NaN
@@ -44,8 +44,8 @@ namespace Varnholt {
 [[nodiscard]] VARNHOLT_EXPORT float Max2(const TFloatArray& array);
 
 /// Sample standard deviation, sqrt((n Sxx - Sx^2) / (n (n - 1))) of n values with sum Sx and sum of squares
-/// Sxx, both of 64 bits; -999 for fewer than two values. Where rounding leaves a difference below 0, as it may
-/// for equal values, the result is 0.
+/// Sxx, both of 64 bits; -999 for fewer than two values. Where rounding leaves a difference below 0, as it
+/// may for equal values, the result is 0.
 [[nodiscard]] VARNHOLT_EXPORT float StDev2(const TFloatArray& array);
 
 /// Normal probability plot correlation coefficient (Filliben 1975): the correlation of the sorted values with
@@ -67,10 +67,10 @@ namespace Varnholt {
 ///   not missing; size counts the missing values, too.
 [[nodiscard]] VARNHOLT_EXPORT double KS2(const TFloatArray& array);
 
-/// Pearson correlation of array1 and array2 at the indices from 1 to the count of array1, by running means and
-/// sums of 32 bits (Welford 1962). 0 for fewer than 3 pairs, and when one of the two is constant. Both need
-/// the base 1, and array2 as many values as array1: else the failure of TFloatArray::GetFloat at the first
-/// index that is missing.
+/// Pearson correlation of array1 and array2 at the indices from 1 to the count of array1, by running means
+/// and sums of 32 bits (Welford 1962). 0 for fewer than 3 pairs, and when one of the two is constant. Both
+/// need the base 1, and array2 as many values as array1: else the failure of TFloatArray::GetFloat at the
+/// first index that is missing.
 [[nodiscard]] VARNHOLT_EXPORT float Corr(const TFloatArray& array1, const TFloatArray& array2);
 
 /// Root of the sum of squared differences over the highest 0-based index of array1, so over one less than its

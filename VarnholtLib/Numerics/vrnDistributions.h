@@ -31,24 +31,23 @@ VARNHOLT_EXPORT void Gamma(std::int32_t column, const TFloatGrid& grid, float& a
 
 /// The x at which the gamma distribution reaches the probability p to within 0.001: a search from x0 in steps
 /// of ten times the missing probability, on the trapezoid integral of gammf from 0.0001 to x. The integral is
-/// refined until it changes by less than 0.0001 of itself, or 18 times.
+/// refined until it changes by less than 0.0001 of itself, or 19 times.
 ///
 /// Works best where ten times the density is below 1, so for a beta of some 5 and more; with a small beta the
-/// steps are too long. Exception "Problem in gam_ptil: the search for the quantile did not converge." when the
-/// integral is a NaN, and after 2^25 evaluations of the density, about a second of work.
+/// steps are too long. Exception "Problem in gam_ptil: the search for the quantile did not converge." when
+/// the integral is a NaN, and after 2^25 evaluations of the density, about a second of work.
 [[nodiscard]] VARNHOLT_EXPORT float gam_ptil(float alpha, float beta, float x0, float p);
 
 /// The same by gammp, in steps of 0.01 from x0 that never change direction. A start that meets the tolerance
-/// already gives 0, not x0. Where a step of 0.01 passes more than 0.002 of probability, the search may step
-/// over its target and fail: upwards, or where p is never reached, with Exception "Problem in gam_ptil1: the
-/// search for the quantile did not converge." after 1,000,000 steps, a distance of 10,000; downwards with the
-/// failure of gammp below 0. The failures of gammp pass through.
+/// already gives 0, not x0, and so does a p that is a NaN. Where a step of 0.01 passes more than 0.002 of
+/// probability, the search may step over its target and fail: upwards, or where p is never reached, with
+/// Exception "Problem in gam_ptil1: the search for the quantile did not converge." after 1,000,000 steps, a
+/// distance of 10,000; downwards with the failure of gammp below 0. The failures of gammp pass through.
 [[nodiscard]] VARNHOLT_EXPORT float gam_ptil1(float alpha, float beta, float x0, float p);
 
-/// Cumulative standard normal distribution, in 64-bit floats, to 1E-15, which
-/// in the lower tail is not relative: a rational approximation up to
-/// |x| = 7.071 and a continued fraction up to 37 (Hart et al. 1968, algorithm 5666); beyond, 0 or 1. A NaN
-/// gives a NaN.
+/// Cumulative standard normal distribution, in 64-bit floats, to 1E-15, which in the lower tail is not
+/// relative: a rational approximation up to |x| = 7.071 and a continued fraction up to 37 (Hart et al. 1968,
+/// algorithm 5666); beyond, 0 or 1. A NaN gives a NaN.
 [[nodiscard]] VARNHOLT_EXPORT double normp(double x);
 
 /// Percentile of one grid column, from 0 to 100 percent, without its last two rows: of n sorted values, the

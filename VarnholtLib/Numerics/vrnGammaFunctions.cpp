@@ -13,7 +13,9 @@ namespace {
 
 constexpr int kMaxIterations = 100;
 constexpr Extended kEps = 3E-7L;
-constexpr double kRoughEps = 4E-7;  // what is not below this in double is not below kEps in Extended
+// Rougher limits: what does not meet them in double, or in float, does not meet kEps in Extended.
+constexpr double kRoughEps = 4E-7;
+constexpr float kInverseOfRoughEps = 2.5E6F;
 constexpr double kUlp = 0x1p-53;
 
 float ToFloat(Extended value) {
@@ -22,6 +24,12 @@ float ToFloat(Extended value) {
 
 bool IsOutsideGammaDomain(float a, float x) {
     return x < 0 || !(a > 0);
+}
+
+/// value + 1 + 1 ..., n times, each rounded in Extended.
+Extended Counted(Extended value, int n) {
+    for (int i = 0; i < n; ++i) value += 1;
+    return value;
 }
 
 bool IsSettled(double change, double value) {
@@ -66,16 +74,33 @@ double BetaFraction(float a, float b, float x) {
     throw Exception(u"Problem in beta function calculation: coefficient a or b too big, or itmex too small.");
 }
 
+/// Two successive convergents of the fraction of gcf, (a0, b0) and (a1, b1): denominator and numerator.
+struct TConvergents {
+    TPair Before, Last;
+};
+
+/// The next convergents, where the ones in double are in doubt.
+TConvergents NextInExtended(const TConvergents& old, Extended x, Extended ana, Extended anf, Extended fac) {
+    TConvergents next;
+    for (const int i : {0, 1}) {
+        next.Before[i] = ToFloat((old.Last[i] + old.Before[i] * ana) * fac);
+        next.Last[i] = ToFloat(x * next.Before[i] + anf * old.Last[i]);
+    }
+    return next;
+}
+
 }  // namespace
 
 float gammln(float x) {
     constexpr float kCoefficients[] = {76.18009173F,  -86.50532033F,  24.01409822F,
                                        -1.231739516F, 0.00120858003F, -0.00000536382F};
-    Extended y = Extended{x} - 1;
+    auto y = static_cast<double>(Extended{x} - 1 + 1);
     double ser = 1;
+    int n = 0;
     for (const float c : kCoefficients) {
+        ++n;  // for x > 0 no term is more than 11 times the sum: double is near enough
+        ser = Round32(ser + c / y, [&] { return ser + c / Counted(Extended{x} - 1, n); });
         y += 1;
-        ser = Round32([&]<typename W> { return ser + c / W(y); });
     }
     const double power = (x - 1.0 + 0.5) * std::log(x - 1.0 + 5.5);
     const double scale = std::log(2.50662827465 * ser);
@@ -94,15 +119,16 @@ void gser(float a, float x, float& gamser, float& gln) {
         return;
     }
     if (x < 0) throw Exception(u"Problem in gamma function calculation: coefficient x less than 0.");
-    Extended ap = a;
-    double del = 1 / a;
+    double ap = a, del = 1 / a;
     float sum = 1 / a;
     for (int n = 1; n <= kMaxIterations; ++n) {
         ap += 1;
         // In double x / ap goes first: it need not wait for the last term.
-        del = Round32(del * (x / static_cast<double>(ap)), [&] { return Extended{del} * x / ap; });
-        sum += static_cast<float>(del);
-        if (IsSettled(del, sum)) {
+        del = Round32(del * (x / ap), [&] { return Extended{del} * x / Counted(a, n); });
+        const auto term = static_cast<float>(del);
+        sum += term;
+        // The first test, in float, is met wherever the one that counts is, and spares it most of the time.
+        if (term * kInverseOfRoughEps < std::fabs(sum) && IsSettled(del, sum)) {
             gamser = TimesGammaFactor(sum, a, x, gln);
             return;
         }
@@ -110,21 +136,25 @@ void gser(float a, float x, float& gamser, float& gln) {
     throw ATooLarge();
 }
 
-// 1 / (x + (1 - a) / (1 + 1 / (x + (2 - a) / (1 + 2 / (x + ... ))))), by the recurrence for its numerators (b)
-// and denominators (a), which fac scales.
+// 1 / (x + (1 - a) / (1 + 1 / (x + (2 - a) / (1 + 2 / (x + ... ))))), by the recurrence for its numerators
+// (b) and denominators (a), two steps of it in each pass, which fac scales so that the last denominator is 1.
 void gcf(float a, float x, float& gammcf, float& gln) {
     gln = gammln(a);
-    double gold = 0, a0 = 1, a1 = x, b0 = 0, b1 = 1, fac = 1;
+    float gold = 0, fac = 1;
+    TConvergents old = {{1, 0}, {x, 1}};
     for (int n = 1; n <= kMaxIterations; ++n) {
-        const float ana = static_cast<float>(n) - a;
-        a0 = Round32([&]<typename W> { return (a1 + W{a0} * ana) * fac; });
-        b0 = Round32([&]<typename W> { return (b1 + W{b0} * ana) * fac; });
-        const double anf = static_cast<float>(n) * static_cast<float>(fac);
-        a1 = Round32([&]<typename W> { return W{x} * a0 + W{anf} * a1; });
-        b1 = Round32([&]<typename W> { return W{x} * b0 + W{anf} * b1; });
+        const float ana = static_cast<float>(n) - a, anf = static_cast<float>(n) * fac;
+        TPairRounding round;
+        TConvergents next;
+        next.Before = round((old.Last + old.Before * double{ana}) * double{fac});
+        next.Last = round(double{x} * next.Before + double{anf} * old.Last);
+        if (round.IsInDoubt()) [[unlikely]]
+            next = NextInExtended(old, x, ana, anf, fac);
+        old = next;
+        const auto a1 = static_cast<float>(next.Last[0]), b1 = static_cast<float>(next.Last[1]);
         if (a1 == 0) continue;
-        fac = Round32([&]<typename W> { return 1 / W{a1}; });
-        const double g = static_cast<float>(b1) * static_cast<float>(fac);
+        fac = 1 / a1;
+        const float g = b1 * fac;
         if (std::fabs(g - gold) < std::fabs(g) * kRoughEps && std::fabs((Extended{g} - gold) / g) < kEps) {
             gammcf = TimesGammaFactor(g, a, x, gln);
             return;

@@ -20,16 +20,22 @@
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
+constexpr std::uint64_t kRoundingMiddle = std::uint64_t{1} << 28;  // half of the 29 bits that a float has not
+constexpr std::uint64_t kRoundingTail = 2 * kRoundingMiddle - 1;
+constexpr std::uint64_t kRoundingSlack = 64;
+
+/// Two doubles in one register, and their bits.
+using TPair [[gnu::vector_size(16)]] = double;
+using TPairBits [[gnu::vector_size(16)]] = std::uint64_t;
+
 /// Whether a value computed in double with a relative error of up to 30 * 2^-53 may round to another float
 /// than the exact one. Also true for what is no normal float: zero, infinity, NaN, too small, too large.
 inline bool MayRoundOtherwise(double value) {
-    constexpr std::uint64_t kMiddle = std::uint64_t{1} << 28;  // half of the 29 bits that a float has not
-    constexpr std::uint64_t kTail = 2 * kMiddle - 1;
-    constexpr std::uint64_t kSlack = 64;
     constexpr auto kSmallest = std::bit_cast<std::uint64_t>(0x1p-126) << 1;  // shifted: without the sign
     constexpr auto kLargest = std::bit_cast<std::uint64_t>(0x1p127) << 1;
     const auto bits = std::bit_cast<std::uint64_t>(value);
-    const bool isNearMiddle = ((bits - (kMiddle - kSlack)) & kTail) <= 2 * kSlack;
+    const bool isNearMiddle =
+        ((bits - (kRoundingMiddle - kRoundingSlack)) & kRoundingTail) <= 2 * kRoundingSlack;
     const bool isNoNormalFloat = (bits << 1) - kSmallest > kLargest - kSmallest;
     return isNearMiddle | isNoNormalFloat;
 }
@@ -37,11 +43,8 @@ inline bool MayRoundOtherwise(double value) {
 /// The value rounded to 32 bits, for one that is clear of the middle between two floats and of the limits of
 /// their range. Stays in the floating-point registers: half the time of a conversion to float and back.
 inline double ClearTail(double value) {
-    using TDoubles [[gnu::vector_size(16)]] = double;
-    using TBits [[gnu::vector_size(16)]] = std::uint64_t;
-    constexpr std::uint64_t kMiddle = std::uint64_t{1} << 28;
-    const auto bits = std::bit_cast<TBits>(TDoubles{value, value});
-    return std::bit_cast<TDoubles>((bits + kMiddle) & ~(2 * kMiddle - 1))[0];
+    const auto bits = std::bit_cast<TPairBits>(TPair{value, value});
+    return std::bit_cast<TPair>((bits + kRoundingMiddle) & ~kRoundingTail)[0];
 }
 
 /// A value rounded to 32 bits; held in a double, for the next expression to go on with. `value` is the value
@@ -60,6 +63,36 @@ double Round32(const TExpression& expression) {
     return Round32(expression.template operator()<double>(),
                    [&] { return expression.template operator()<Extended>(); });
 }
+
+/// The roundings of one step of a method that computes in pairs. Each pair comes back rounded, and it is
+/// noted whether one of them might have come out otherwise in Extended: one look for the whole step, after
+/// which the caller evaluates a step in doubt again. The doubles must be as near to the exact values as
+/// Round32 asks.
+class TPairRounding {
+public:
+    TPair operator()(TPair value) {
+        const auto bits = std::bit_cast<TPairBits>(value);
+        const TPairBits low = bits + (kRoundingMiddle - kRoundingSlack);
+        const TPairBits high = bits + (kRoundingMiddle + kRoundingSlack);
+        FMiddles |= low ^ high;
+        FSizes |= (bits + kSizeShift) ^ (std::uint64_t{1} << 62);
+        return std::bit_cast<TPair>(low & ~kRoundingTail);
+    }
+
+    /// True also for a value whose size is not from 2^-63 up to 2^65: zero, infinity and NaN among them.
+    [[nodiscard]] bool IsInDoubt() const {
+        const TPairBits doubts = (FMiddles & ~kRoundingTail) | (FSizes & kSizeBits);
+        return (doubts[0] | doubts[1]) != 0;
+    }
+
+private:
+    // 64 more in the biased exponent turn those of 2^-63 to 2^64 into the ones whose upper four bits are
+    // 1000.
+    static constexpr std::uint64_t kSizeShift = std::uint64_t{64} << 52;
+    static constexpr std::uint64_t kSizeBits = std::uint64_t{15} << 59;
+
+    TPairBits FMiddles{}, FSizes{};
+};
 
 /// A value rounded to 32 bits whose error in double is known as an absolute bound; `exact` as above. A NaN is
 /// left to it.

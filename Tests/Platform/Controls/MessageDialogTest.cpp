@@ -24,12 +24,7 @@ std::string WrittenBy(StringView text, TMsgDlgButtons buttons) {
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(MessageDialog, WithoutAWindowTheTextGoesToStandardError) {
-    EXPECT_EQ(WrittenBy(u"H\u00F6he 10\u2030", {mbOK}), "H\xC3\xB6he 10\xE2\x80\xB0\n");
-    EXPECT_EQ(WrittenBy(u"100%s %n\r\nend", {mbYes, mbNo}), "100%s %n\r\nend\n");
-}
-
-TEST(MessageDialog, AServiceAnswersUntilItsScopeEnds) {
+TEST(MessageDialog, AServiceAnswersUntilItsScopeEndsThenStandardErrorTakesTheText) {
     const auto ask = [] { return MessageDlg(u"Go on?", mtConfirmation, {mbYes, mbNo}, 42); };
     TAnswering yes(mbYes), no(mbNo);
     {
@@ -40,7 +35,8 @@ TEST(MessageDialog, AServiceAnswersUntilItsScopeEnds) {
         }
         EXPECT_EQ(ask(), mbYes);
     }
-    EXPECT_EQ(WrittenBy(u"alone", {mbOK}), "alone\n");
+    EXPECT_EQ(WrittenBy(u"H\u00F6he 10\u2030", {mbOK}), "H\xC3\xB6he 10\xE2\x80\xB0\n");
+    EXPECT_EQ(WrittenBy(u"100%s %n\r\nend", {mbYes, mbNo}), "100%s %n\r\nend\n");
 }
 
 }  // namespace

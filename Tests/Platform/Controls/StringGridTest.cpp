@@ -5,7 +5,7 @@
 #include <map>
 #include <random>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
 
 namespace Varnholt {
 namespace {
@@ -24,14 +24,7 @@ TEST(StringGrid, TakesOnlyWhatLiesWithin) {
         {[&] { TStringGrid(0, 1); }, "Fixed count out of range (1)"},
         {[&] { TStringGrid(2'000'000'000, 2'000'000'000).SetCell(0, 1'999'999'999, u"x"); }, "Grid too large"}};
     // clang-format on
-    for (const auto& [call, message] : refused) {
-        try {
-            call();
-            ADD_FAILURE() << "not raised: " << message;
-        } catch (const ERangeError& failure) {
-            EXPECT_EQ(failure.what(), message);
-        }
-    }
+    for (const auto& [call, message] : refused) EXPECT_EQ(ToUtf8(Raised<ERangeError>(call)), message);
     grid.SetFixedRows(5);
     grid.SetRowCount(3);
     grid.SetColCount(0);

@@ -78,6 +78,20 @@ TEST_F(FilesTest, WritingInOneGoReplacesTheWholeContent) {
     EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
 }
 
+TEST_F(FilesTest, WritingInOneGoKeepsPermissionsAndLinks) {
+    namespace fs = std::filesystem;
+    const fs::path file = FFolder.GetNativePath("file"), link = FFolder.GetNativePath("link");
+    const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+    fs::permissions(file, rights);
+    fs::create_symlink("file", link);
+    WriteFileInOneGo(u"D:\\link", "through the link");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "through the link");
+    WriteFileInOneGo(u"D:\\file", "replaced");
+    EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
+    EXPECT_EQ(fs::status(file).permissions(), rights);
+}
+
 TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
     const auto countOpen = [] {
         const std::filesystem::directory_iterator all("/proc/self/fd");

@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <filesystem>
 #include <functional>
 
 #include "Platform/Runtime/Files.h"
@@ -167,10 +168,11 @@ TEST(FileStreamTest, FailuresNameThePathAndTheReason) {
 }
 
 // The system takes the part that still fits, and refuses only the rest.
-TEST(FileStreamTest, ShortWriteEndsInAFailure) {
+TEST(FileStreamTest, ShortWriteEndsInAFailureAndKeepsTheFormerFile) {
     const TTemporaryFolder folder;
     const String path = folder.GetPath(u"limited");
     rlimit former{};
+    WriteFileInOneGo(path, "as it was");
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
     const rlimit limit{1000, former.rlim_max};
     const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
@@ -179,7 +181,9 @@ TEST(FileStreamTest, ShortWriteEndsInAFailure) {
               u"Cannot write file \"" + path + u"\": File too large");
     setrlimit(RLIMIT_FSIZE, &former);
     std::signal(SIGXFSZ, formerHandler);
-    EXPECT_EQ(FileSize(path), 1000);
+    EXPECT_EQ(ReadWholeFile(path), "as it was");
+    const std::filesystem::directory_iterator files(folder.GetNativePath());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
 
 }  // namespace

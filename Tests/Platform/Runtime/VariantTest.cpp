@@ -71,6 +71,7 @@ TEST(VariantTest, ConvertsToTheTypeOfACode) {
         {true, varSmallint, std::int16_t{-1}}, {u"255", varByte, std::uint8_t{255}},
         {65535, varWord, std::uint16_t{65535}}, {4294967295.0, varLongWord, std::uint32_t{4294967295}},
         {-9223372036854775808.0, varInt64, INT64_MIN}, {0.1, varSingle, 0.1F},
+        {std::int64_t{(1LL << 62) + (1LL << 38) + 1}, varSingle, 0x1.000002p62F},
         {1e300, varSingle, std::numeric_limits<float>::infinity()}, {kNaN, varDouble, kNaN},
         {u"0.1", varDouble, 0.1},
         {0.00025, varCurrency, TCurrency{3}},                // the double lies above the tie

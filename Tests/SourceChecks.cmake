@@ -1,0 +1,19 @@
+# The floors are kept.
+varnholt_test(StructureTests Structure)
+target_compile_definitions(StructureTests PRIVATE VARNHOLT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+
+# Each public header compiles alone.
+file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
+     "${PROJECT_SOURCE_DIR}/Platform/*.h" "${PROJECT_SOURCE_DIR}/VarnholtBaseLib/*.h"
+     "${PROJECT_SOURCE_DIR}/VarnholtLib/*.h")
+list(FILTER headers EXCLUDE REGEX "Private\\.h$")
+set(header_sources "")
+foreach(header ${headers})
+    string(REPLACE "/" "_" name "${header}")
+    set(source "${CMAKE_CURRENT_BINARY_DIR}/headers/${name}.cpp")
+    file(CONFIGURE OUTPUT "${source}" CONTENT "#include \"@header@\"\n#include \"@header@\"\n" @ONLY)
+    list(APPEND header_sources "${source}")
+endforeach()
+add_library(PublicHeadersAlone OBJECT ${header_sources})
+varnholt_private_settings(PublicHeadersAlone)
+target_compile_options(PublicHeadersAlone PRIVATE -O0)  # its objects serve nobody
