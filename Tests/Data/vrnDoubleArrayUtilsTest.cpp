@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Foundation/vrnExceptions.h"
 
 namespace Varnholt {

@@ -6,7 +6,7 @@
 
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/StringList.h"
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {

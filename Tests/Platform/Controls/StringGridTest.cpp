@@ -5,7 +5,7 @@
 #include <map>
 #include <random>
 
-#include "Tests/Foundation/Raised.h"
+#include "Tests/Support/Raised.h"
 
 namespace Varnholt {
 namespace {
