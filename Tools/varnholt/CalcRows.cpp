@@ -4,15 +4,12 @@
 #include <cmath>
 #include <set>
 
-#include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
-
-constexpr std::int64_t kRowsBetweenProgress = 4096;
 
 // Missing is also a cell that is empty or no number. Files write the decimal point, whatever the locale.
 bool ReadCell(const TRow& row, std::size_t index, double& value) {
@@ -25,10 +22,6 @@ bool ReadCell(const TRow& row, std::size_t index, double& value) {
 
 void TPrintedRowSink::TakeRow(const TRow&, Extended value) {
     PrintLine(FloatToStr(value));
-}
-
-TCsvRowSink::TCsvRowSink(StringView path) : FFile(path), FWriter(FFile) {
-    FWriter.SetNewLine(u"\n");
 }
 
 void TCsvRowSink::TakeHeader(const TRow& header) {
@@ -47,15 +40,10 @@ void TCsvRowSink::Write(const TRow& row, StringView last) {
         throw EConvertError(
             Format(u"Row %d has %d cells, the header has %d", {FRowNumber, row.size(), FColumnCount}));
     }
-    String line;
-    for (const String& cell : row) line.append(CsvField(cell)).append(1, u',');
-    if (row.size() < FColumnCount) line.append(FColumnCount - row.size(), u',');
-    FWriter.WriteLine(line.append(last));
-}
-
-void TCsvRowSink::Finish() {
-    FWriter.Close();
-    FFile.Commit();
+    for (const String& cell : row) FFile.AddField(cell);
+    for (std::size_t missing = row.size(); missing < FColumnCount; ++missing) FFile.AddField({});
+    FFile.AddField(last);
+    FFile.EndRow();
 }
 
 std::vector<TKeyword*> KeywordsOf(const TCalc& calc) {
@@ -94,9 +82,8 @@ double TRowSummary::Mean() const {
     return Calculated == 0 ? kMissing : Sum / static_cast<double>(Calculated);
 }
 
-TRowCalculator::TRowCalculator(TCalc& calc, StringView path)
-    : FCalc(calc), FPath(path), FText(path), FReader(FText) {
-    FReader.ReadRow(FHeader);
+TRowCalculator::TRowCalculator(TCalc& calc, StringView path) : FCalc(calc), FFile(path) {
+    FFile.ReadRow(FHeader);
     for (std::size_t i = 0; i < FHeader.size(); ++i) {
         FColumns.push_back(std::make_unique<TColumn>(TColumn{i}));
         FCalc.RegisterKeyword(FHeader[i], FColumns.back().get(), [](TCalc&, const String&, void* param) {
@@ -118,13 +105,10 @@ std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
 
 TRowSummary TRowCalculator::Run(TRowSink& sink) {
     const std::vector<TColumn*> used = UsedColumns();
-    TProgress progress;
-    const std::int64_t size = progress.IsVisible() ? FileSize(FPath) : 0;
     TRowSummary summary;
     sink.TakeHeader(FHeader);
-    while (FReader.ReadRow(FRow)) {
-        const bool isTold = summary.Rows++ % kRowsBetweenProgress == 0 && progress.IsVisible();
-        if (isTold) progress.Show(FText.GetStream().GetPosition(), size);
+    while (FFile.ReadRow(FRow)) {
+        ++summary.Rows;
         sink.TakeRow(FRow, Calculate(used, summary));
     }
     return summary;

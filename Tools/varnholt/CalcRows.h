@@ -3,9 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "Platform/Runtime/DraftFile.h"
-#include "Platform/Runtime/TextStreams.h"
-#include "VarnholtBaseLib/CsvReader.h"
+#include "Tools/varnholt/CsvFile.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
 
 /// An expression over the rows of a CSV file: columns as keywords, missing values, and where the values go.
@@ -13,8 +11,6 @@ namespace Varnholt::Tool {
 
 /// Stands for a missing value; as input every value from -1000 to -999 does.
 inline constexpr double kMissing = -999;
-
-using TRow = std::vector<String>;
 
 /// Receives the rows with their values. This one passes them over.
 class TRowSink {
@@ -40,17 +36,16 @@ public:
 /// come. A row with more cells than the header has raises EConvertError with its number.
 class TCsvRowSink final : public TRowSink {
 public:
-    explicit TCsvRowSink(StringView path);
+    explicit TCsvRowSink(StringView path) : FFile(path) {}
 
     void TakeHeader(const TRow& header) override;
     void TakeRow(const TRow& row, Extended value) override;
-    void Finish() override;
+    void Finish() override { FFile.Finish(); }
 
 private:
     void Write(const TRow& row, StringView last);
 
-    TDraftFileStream FFile;
-    TStreamWriter FWriter;
+    TCsvOutput FFile;
     std::size_t FColumnCount = 0;
     std::int64_t FRowNumber = 0;
 };
@@ -92,9 +87,7 @@ private:
     [[nodiscard]] Extended Calculate(const std::vector<TColumn*>& used, TRowSummary& summary);
 
     TCalc& FCalc;
-    String FPath;
-    TStreamReader FText;
-    TCSVRowReader FReader;
+    TCsvInput FFile;
     TRow FHeader;
     TRow FRow;
     std::vector<std::unique_ptr<TColumn>> FColumns;  // one each, at an address that keywords hold

@@ -5,6 +5,7 @@
 #include "Tools/varnholt/CalcCommand.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/ReportCommand.h"
+#include "Tools/varnholt/TableCommand.h"
 
 /// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of
 /// its own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     Varnholt::Tool::AddCalcCommand(app);
     Varnholt::Tool::AddReportCommand(app);
+    Varnholt::Tool::AddTableCommand(app);
     try {
         app.parse(argc, argv);
         return 0;

@@ -25,11 +25,15 @@ void FlushOutput() {
     if (std::fflush(stdout) != 0) RaiseWriteError();
 }
 
-void Warn(StringView message) {
-    String line(message);
+String OnOneLine(StringView text) {
+    String line(text);
     std::ranges::replace_if(
         line, [](Char c) { return c < u' '; }, u' ');
-    std::fprintf(stderr, "varnholt: %s\n", ToUtf8(line).c_str());
+    return line;
+}
+
+void Warn(StringView message) {
+    std::fprintf(stderr, "varnholt: %s\n", ToUtf8(OnOneLine(message)).c_str());
 }
 
 TProgress::TProgress() : FVisible(isatty(STDERR_FILENO) == 1) {}

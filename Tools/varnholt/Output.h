@@ -13,7 +13,10 @@ void PrintLine(StringView line);
 /// Hands everything printed so far to the system; raises as PrintLine does.
 void FlushOutput();
 
-/// Prints a line "varnholt: MESSAGE" on standard error; control characters in the message become blanks.
+/// The text with its control characters, line ends among them, made blanks.
+[[nodiscard]] String OnOneLine(StringView text);
+
+/// Prints OnOneLine "varnholt: MESSAGE" on standard error.
 void Warn(StringView message);
 
 /// How far long work has come, on a terminal's standard error; silent anywhere else.

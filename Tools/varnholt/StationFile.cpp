@@ -5,16 +5,12 @@
 #include <optional>
 
 #include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
-#include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
-
-constexpr std::size_t kRowsBetweenProgress = 4096;
 
 // The number that ASCII digits alone spell, four at most.
 std::optional<unsigned> ReadDigits(StringView digits) {
@@ -47,24 +43,19 @@ public:
 
 private:
     [[nodiscard]] std::size_t ColumnIndex(StringView name) const;
-    bool NextRow();
     [[nodiscard]] std::chrono::year_month_day DateCell() const;
     float NumberCell(std::size_t index);
     [[noreturn]] void RaiseInRow(const String& what) const;
 
-    String FPath;
-    TStreamReader FText;
-    TCSVRowReader FReader;
+    TCsvInput FFile;
     TRow FHeader;
     TRow FRow;
     std::size_t FDate = 0, FTMax = 0, FTMin = 0, FPrecipitation = 0;  // places in a row
     TStation FStation;
 };
 
-TStationReader::TStationReader(StringView path, const TStationColumns& columns)
-    : FPath(path), FText(path), FReader(FText) {
-    if (!NextRow()) throw Exception(Format(u"%s is empty", {path}));
-    FHeader = FRow;
+TStationReader::TStationReader(StringView path, const TStationColumns& columns) : FFile(path) {
+    FFile.ReadHeader(FHeader);
     FDate = ColumnIndex(columns.Date);
     FTMax = ColumnIndex(columns.TMax);
     FTMin = ColumnIndex(columns.TMin);
@@ -73,20 +64,14 @@ TStationReader::TStationReader(StringView path, const TStationColumns& columns)
 
 std::size_t TStationReader::ColumnIndex(StringView name) const {
     const auto found = std::ranges::find(FHeader, name);
-    if (found == FHeader.end()) throw Exception(Format(u"%s: Column \"%s\" not found", {FPath, name}));
+    if (found == FHeader.end()) {
+        throw Exception(Format(u"%s: Column \"%s\" not found", {FFile.GetPath(), name}));
+    }
     return static_cast<std::size_t>(found - FHeader.begin());
 }
 
-bool TStationReader::NextRow() {
-    try {
-        return FReader.ReadRow(FRow);
-    } catch (const EConvertError& failure) {
-        throw Exception(FPath + u": " + failure.GetMessage());
-    }
-}
-
 void TStationReader::RaiseInRow(const String& what) const {
-    throw Exception(Format(u"%s, row %d: %s", {FPath, FReader.GetLineNumber(), what}));
+    throw Exception(Format(u"%s, row %d: %s", {FFile.GetPath(), FFile.GetLineNumber(), what}));
 }
 
 std::chrono::year_month_day TStationReader::DateCell() const {
@@ -111,17 +96,13 @@ float TStationReader::NumberCell(std::size_t index) {
     }
     if (FStation.WordCount++ == 0) {
         FStation.FirstWord =
-            Format(u"\"%s\" in row %d, column %s", {FRow[index], FReader.GetLineNumber(), FHeader[index]});
+            Format(u"\"%s\" in row %d, column %s", {FRow[index], FFile.GetLineNumber(), FHeader[index]});
     }
     return missing;
 }
 
 TStation TStationReader::Read() {
-    TProgress progress;
-    const std::int64_t size = progress.IsVisible() ? FileSize(FPath) : 0;
-    while (NextRow()) {
-        const bool isTold = FStation.Days.size() % kRowsBetweenProgress == 0 && progress.IsVisible();
-        if (isTold) progress.Show(FText.GetStream().GetPosition(), size);
+    while (FFile.ReadRow(FRow)) {
         TStationDay day;
         day.Date = DateCell();
         day.TMax = NumberCell(FTMax);
@@ -129,7 +110,7 @@ TStation TStationReader::Read() {
         day.Precipitation = NumberCell(FPrecipitation);
         FStation.Days.push_back(day);
     }
-    if (FStation.Days.empty()) throw Exception(Format(u"%s has a header and no rows", {FPath}));
+    if (FStation.Days.empty()) throw Exception(Format(u"%s has a header and no rows", {FFile.GetPath()}));
     return std::move(FStation);
 }
 

@@ -1,0 +1,152 @@
+#include "VarnholtLib/Data/vrnDoubleArrayUtils.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <random>
+
+#include "Tests/Foundation/Raised.h"
+#include "VarnholtLib/Foundation/vrnExceptions.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(DoubleArrayUtils, RangeOfValues) {
+    const struct {
+        TDoubleArray Values;
+        double NoData, Min, Max;
+        bool Found;
+    } cases[] = {
+        {{1, -9999, 3}, -9999, 1, 3, true},    {{1, -9999, 3}, 1, 3, 3, true},
+        {{1, -9999, 3}, 3, kNaN, kNaN, false}, {{}, 0, kNaN, kNaN, false},
+        {{2, -9999, 1}, kNaN, -9999, 2, true}, {{kNaN, 5, kNaN, 4}, kNaN, 4, 5, true},
+        {{kNaN, 5, kNaN}, 0, 5, 5, true},      {{kNaN}, kNaN, kNaN, kNaN, true},
+        {{kNaN}, 0, kNaN, kNaN, false},        {{-kInfinity, 1}, -kInfinity, 1, 1, true},
+    };
+    const auto same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+    for (const auto& [values, noData, min, max, found] : cases) {
+        double low = 7, high = 7;
+        EXPECT_EQ(DoubleArrayGetMinMax(values, noData, low, high), found) << testing::PrintToString(values);
+        EXPECT_TRUE(same(low, min) && same(high, max)) << testing::PrintToString(values);
+        EXPECT_EQ(DoubleArrayArrayGetMinMax({{}, values, values}, noData, low, high), found);
+        EXPECT_TRUE(same(low, min) && same(high, max)) << testing::PrintToString(values);
+    }
+    float low = 0, high = 0;
+    EXPECT_TRUE(SingleArrayArrayGetMinMax({{0.25F}, {}, {-1, 8}}, -1, low, high));
+    EXPECT_TRUE(low == 0.25F && high == 8) << low << ' ' << high;
+}
+
+TEST(DoubleArrayUtils, ReversalAndShape) {
+    EXPECT_THAT(SingleArrayReverse({1, 2, 3}), ElementsAre(3, 2, 1));
+    EXPECT_THAT(DoubleArrayReverse({1, 2}), ElementsAre(2, 1));
+    TDoubleArrayArray field = DoubleArray1DTo2D({1, 2, 3, 4, 5, 6}, 3, 2);
+    EXPECT_EQ(field, (TDoubleArrayArray{{1, 2, 3}, {4, 5, 6}}));
+    DoubleArrayArrayReverse(field)[0][2] = 7;
+    EXPECT_EQ(field, (TDoubleArrayArray{{1, 2, 3}, {4, 5, 7}}));
+    EXPECT_EQ(SingleArrayArrayReverse(SingleArray1DTo2D({1, 2}, 1, 2)), (TSingleArrayArray{{2}, {1}}));
+    TDoubleArrayArray filled = DoubleArrayCreateJagged(2, 2, 0.5);
+    filled[0][0] = 1;
+    EXPECT_EQ(filled, (TDoubleArrayArray{{1, 0.5}, {0.5, 0.5}}));
+    EXPECT_EQ(DoubleArrayCreateJagged(1, 2), (TDoubleArrayArray{{0}, {0}}));
+}
+
+/// What a call raises: method, parameter and text.
+String Failure(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const EExArgumentException& failure) {
+        return failure.GetTypeAndMethod() + u"|" + failure.GetArgName() + u"|" + failure.GetInfo();
+    } catch (const EExArgumentNilException& failure) {
+        return failure.GetTypeAndMethod() + u"|" + failure.GetArgName() + u"|nil";
+    } catch (const EExException& failure) {
+        return failure.GetTypeAndMethod() + u"||" + failure.GetInfo();
+    }
+    return u"nothing raised";
+}
+
+TEST(DoubleArrayUtils, Refused) {
+    const TDoubleArrayArray field = {{1, 2, 3}, {4, 5, 6}, {7}};
+    TDataRect rect{1, 2, 3, 4};
+    const auto extract = [](const TDoubleArrayArray& from, TDataRect part) {
+        return [from, part] { (void)DoubleArrayExtractRect(from, part); };
+    };
+    // clang-format off
+    const std::pair<std::function<void()>, String> cases[] = {
+        {[] { (void)DoubleArray1DTo2D({}, 0, 0); }, u"DoubleArray1DTo2DArray|Source|nil"},
+        {[] { (void)SingleArray1DTo2D({1, 2}, 2'000'000'000, 3); }, u"DoubleArray1DTo2DArray|Source|The specified array is 2 in length, but is expected to be 6000000000 in length"},
+        {[] { (void)DoubleArray1DTo2D({1, 2}, -2, -1); }, u"DoubleArray1DTo2DArray|Width|Width must be >= 1"},
+        {[&] { DoubleArrayGetDataRect({}, 0, rect); }, u"DoubleArrayGetDataRect|Source|nil"},
+        {[&] { DoubleArrayGetDataRect({{}, {1}}, 0, rect); }, u"DoubleArrayGetDataRect||The length of the first row in the specified jagged array is 0"},
+        {[&] { DoubleArrayGetDataRect(field, 0, rect); }, u"DoubleArrayGetDataRect||A rectangular jagged array is expected. Row 2 is 1 in length, expected 3"},
+        {[] { (void)DoubleArrayCreateJagged(0, 0); }, u"DoubleArrayCreateJagged|Width|Width must be >= 1"},
+        {[] { (void)DoubleArrayCreateJagged(1, -1, 5); }, u"DoubleArrayCreateJagged|Height|Height must be >= 1"},
+        {extract({}, {}), u"DoubleArrayExtractRect|Source|nil"},
+        {extract(field, {-1, 0, 0, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=-1, Top=0, Right=0, Bottom=0)"},
+        {extract(field, {0, 1, 9, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=0, Top=1, Right=9, Bottom=0)"},
+        {extract(field, {0, 0, 9, 3}), u"DoubleArrayExtractRect|DataRect|DataRect.Bottom (3) exceeds the height of the specified array (3)"},
+        {extract({{}, {1}}, {0, 1, 0, 1}), u"DoubleArrayExtractRect|DataRect|The specified array width is 0"},
+        {extract(field, {0, 0, 3, 2}), u"DoubleArrayExtractRect|DataRect|DataRect.Right (3) exceeds the width of the specified array (3)"},
+        {extract(field, {0, 1, 0, 2}), u"DoubleArrayExtractRect|Source|Source array is expected to be rectangular"},
+    };
+    // clang-format on
+    for (const auto& [call, failure] : cases) EXPECT_EQ(ToUtf8(Failure(call)), ToUtf8(failure));
+    EXPECT_EQ(rect, TDataRect());
+    EXPECT_EQ(DoubleArrayExtractRect(field, {1, 0, 2, 1}), (TDoubleArrayArray{{2, 3}, {5, 6}}));
+}
+
+// Random fields of up to three cells with data, against the bounds of these cells.
+TEST(DoubleArrayUtils, BoundsOfTheData) {
+    std::mt19937 random(8);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int round = 0; round < 500; ++round) {
+        const double noData = round % 2 == 0 ? kNaN : -999;
+        const int width = 1 + below(5), height = 1 + below(5), cells = below(4);
+        TDoubleArrayArray field = DoubleArrayCreateJagged(width, height, noData * (1 + 1e-15));
+        TDataRect expected, rect{7, 7, 7, 7};
+        for (int cell = 0; cell < cells; ++cell) {
+            const int x = below(width), y = below(height);
+            field[y][x] = -999.00001;
+            if (cell == 0) expected = {x, y, x, y};
+            expected = {std::min(expected.Left, x), std::min(expected.Top, y), std::max(expected.Right, x),
+                        std::max(expected.Bottom, y)};
+        }
+        ASSERT_EQ(DoubleArrayGetDataRect(field, noData, rect), cells > 0) << round;
+        ASSERT_EQ(rect, expected) << round;
+    }
+}
+
+TEST(DoubleArrayUtils, Equality) {
+    const TDoubleArray withNaN = {1, kNaN};
+    const std::tuple<TDoubleArray, TDoubleArray, bool> cases[] = {// clang-format off
+        {{}, {}, true}, {{1, 1e-13}, {1 + 1e-13, 0}, true}, {{kInfinity}, {kInfinity}, true},
+        {{}, {0}, false}, {{1}, {1, 1}, false}, {{1}, {1 + 1e-11}, false},
+        {withNaN, withNaN, true}, {withNaN, withNaN.Copy(), false}};
+    // clang-format on
+    for (const auto& [a, b, equal] : cases) {
+        EXPECT_EQ(DoubleArraysEqual(a, b), equal) << testing::PrintToString(a);
+        EXPECT_EQ(DoubleArraysEqual(TDoubleArrayArray{{3}, a}, TDoubleArrayArray{{3}, b}), equal);
+    }
+    EXPECT_FALSE(DoubleArraysEqual(TDoubleArrayArray{{}}, TDoubleArrayArray{}));
+}
+
+TEST(DoubleArrayUtils, Packing) {
+    EXPECT_THAT(DoubleArrayToScaledIntArray({1.25, -999, 0.5, 1.5, -2.5, kNaN}, 1, kNaN),
+                ElementsAre(1, -999, 0, 2, -2, -9999));
+    EXPECT_THAT(DoubleArrayToScaledIntArray({1.25, -999 + 1e-11, -99.99}, 100, -999),
+                ElementsAre(125, -9999, -9999));
+    EXPECT_THAT(DoubleArrayFromScaledIntArray({125, -9999, 7}, 100, -999), ElementsAre(1.25, -999, 0.07));
+    EXPECT_THAT(SingleArrayFromScaledIntArray({125, -9999, 7}, 100, 0.1), ElementsAre(1.25F, 0.1F, 0.07F));
+    EXPECT_EQ(DoubleArrayFromScaledIntArray({1}, 0, 0)[0], kInfinity);
+    EXPECT_EQ(Raised<ERangeError>([] { (void)DoubleArrayToScaledIntArray({21'474'837}, 100, 0); }),
+              u"2147483700 does not fit in a 32-bit integer");
+    EXPECT_EQ(Raised<ERangeError>([] { (void)DoubleArrayToScaledIntArray({kNaN}, 1, 0); }),
+              u"NAN does not fit in a 32-bit integer");
+}
+
+}  // namespace
+}  // namespace Varnholt

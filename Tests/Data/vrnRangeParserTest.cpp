@@ -1,0 +1,121 @@
+#include "VarnholtLib/Data/vrnRangeParser.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/StringList.h"
+#include "Tests/Foundation/Raised.h"
+
+namespace Varnholt {
+namespace {
+
+using testing::ElementsAre;
+
+/// The ranges as text, or what happened instead.
+template <typename... TNames>
+std::string Parsed(StringView text, const TNames&... names) {
+    String result;
+    try {
+        for (const TRange& range : TRangeParser(text, names...).ToArray()) {
+            result += (result.empty() ? u"" : u", ") + range.ToString();
+        }
+    } catch (const Exception& failure) {
+        result = (typeid(failure) == typeid(Exception) ? u"! " : u"!! ") + failure.GetMessage();
+    }
+    return ToUtf8(result);
+}
+
+// clang-format off
+const std::pair<StringView, const char*> numbers[] = {
+    {u"1 - 5, 8", "1 - 5, 8"},                   {u" 8 ,1 -  3,$A- 11", "8, 1 - 3, 10 - 11"},
+    {u"1 - 3, 4 - 5", "1 - 3, 4 - 5"},           {u"-5, -4 - -2, 3_4", "-5, -4 - -2, 3 - 4"},
+    {u"7 - 7", "7"},                             {u"2147483647, -9 - -2", "2147483647, -9 - -2"},
+    {u"", ""},                                   {u" ", "0"},
+    {u"1,,3", "1, 0, 3"},                        {u"1 - 2 - 3", "0"},
+    {u"1 - 2 - 3, 0", "! Syntax error"},         {u",", "! Syntax error"},
+    {u"-1", "! Syntax error"},                   {u"-1 - 5", "! Syntax error"},
+    {u"-3 - -1", "! Syntax error"},              {u"2, 2", "! Syntax error"},
+    {u"1 - 3, 3 - 5", "! Syntax error"},         {u"-1, 5 - 1", "! Syntax error"},
+    {u"5 - 1", "! Syntax Error"},                {u"5 - -1", "! Syntax Error"},
+    {u"1-5", "!! '1-5' is not a valid integer value"},
+    {u"1 -", "!! '1 -' is not a valid integer value"},
+    {u"- 5", "!! '' is not a valid integer value"},
+    {u"x - -1", "!! 'x' is not a valid integer value"},
+    {u"2147483648", "!! '2147483648' is not a valid integer value"},
+};
+const std::pair<StringView, const char*> months[] = {
+    {u"Jan - Mar, Mid Apr", "0 - 2, 3"},         {u"A-B", "4"},
+    {u"Jun", "! Syntax error"},                  {u"Jun - Jan", "! Syntax error"},
+    {u"Jan - Jun", "! Syntax Error"},            {u"Mar - Jan", "! Syntax Error"},
+    {u"A_B", "! Syntax error"},                  {u"Jan, Feb - Mar, Feb", "! Syntax error"},
+};
+// clang-format on
+
+TEST(RangeParser, TakesAndRefuses) {
+    for (const auto& [text, result] : numbers) {
+        EXPECT_EQ(Parsed(text), result) << ToUtf8(text);
+        EXPECT_EQ(TRangeParser::TestRangeString(text), *result != '!') << ToUtf8(text);
+    }
+    TStringList names;
+    for (const StringView name : {u"Jan", u"Feb", u"Mar", u"Mid Apr", u"A-B", u"A_B"}) names.Add(name);
+    for (const auto& [text, result] : months) EXPECT_EQ(Parsed(text, names), result) << ToUtf8(text);
+}
+
+TEST(RangeParser, Values) {
+    EXPECT_THAT(TRangeParser::Parse(u"8, -3 - -2, 1 - 3"), ElementsAre(8, -3, -2, 1, 2, 3));
+    EXPECT_THAT(TRangeParser::Parse(u"2147483646 - 2147483647"), ElementsAre(2'147'483'646, 2'147'483'647));
+    TIntegerArray values = {7};
+    EXPECT_TRUE(TRangeParser::TryParse(u"", values));
+    EXPECT_TRUE(values.IsEmpty());
+    for (const StringView text : {u"1 - x", u"1 - 2000000000", u"-2147483648 - -2, 0 - 2147483647"}) {
+        values = {7};
+        EXPECT_FALSE(TRangeParser::TryParse(text, values)) << ToUtf8(text);
+        EXPECT_TRUE(values.IsEmpty()) << ToUtf8(text);
+    }
+    const TRangeParser wide(u"5, 0 - 4, 10 - 268435460");
+    EXPECT_FALSE(wide.TryToValuesArray(values));
+    EXPECT_EQ(Raised<ERangeError>([&] { (void)wide.ToValuesArray(); }),
+              u"The ranges cover 268435457 values, more than 268435456");
+    EXPECT_EQ(Raised<ERangeError>([&] { (void)wide.GetRange(3); }), u"Array index out of bounds (3)");
+}
+
+/// The rule as it is told: every pair is compared.
+bool AreApart(const std::vector<TRange>& ranges) {
+    for (const TRange& a : ranges) {
+        for (const TRange& b : ranges) {
+            if (&a == &b) continue;
+            if (a.First == b.First) return false;
+            const TRange& low = a.First < b.First ? a : b;
+            const TRange& high = a.First < b.First ? b : a;
+            if (high.First <= low.Last) return false;
+        }
+    }
+    return true;
+}
+
+TEST(RangeParser, RefusesWhatComparingAllPairsRefuses) {
+    std::mt19937 random(1948);
+    int accepted = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        std::vector<TRange> ranges;
+        String text;
+        for (auto left = 1 + random() % 6; left > 0; --left) {
+            const auto first = static_cast<int>(random() % 40);
+            ranges.push_back({first, first + static_cast<int>(random() % 4)});
+            text += (text.empty() ? u"" : u", ") + ranges.back().ToString();
+        }
+        const bool isRight = AreApart(ranges);
+        accepted += isRight ? 1 : 0;
+        ASSERT_EQ(Parsed(text), isRight ? ToUtf8(text) : "! Syntax error");
+    }
+    EXPECT_GT(accepted, 1000);
+    EXPECT_LT(accepted, 19'000);
+    String many;
+    for (int i = 100'000; i > 0; --i) many += IntToStr(10 * i) + u" - " + IntToStr(10 * i + 9) + u", ";
+    EXPECT_EQ(TRangeParser(many + u"7").ToValuesArray().GetLength(), 1'000'001);
+}
+
+}  // namespace
+}  // namespace Varnholt

@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "Platform/Runtime/Files.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+/// `varnholt table` as its users run it: arguments in; exit status, output, messages and files out.
+namespace Varnholt::Tests {
+namespace {
+
+// Columns whose names hold a comma and ":desc", a column of floats with an integer in it, and a name twice.
+constexpr const char* kTowns =
+    "town,mm,days,\"mm,days\",mm:desc,mm\n"
+    "Graz,12.80,3,x,1,7\n"
+    "\"B\xC3\xBCrs \"\"B\"\", V\",5,-10,,2,8\n"
+    "\"Li\nnz\",0.5,0,z,3,9\n";
+
+// clang-format off
+const struct {
+    const char* Arguments;
+    int Status;
+    const char* Out;
+    const char* Told;
+} cases[] = {
+    {"towns.csv", 0,
+     "town            mm     days  mm,days  mm:desc       mm\n"
+     "text         float  integer  text     integer  integer\n"
+     "Graz          12.8        3  x              1        7\n"
+     "B\xC3\xBCrs \"B\", V      5      -10                 2        8\n"
+     "Li nz          0.5        0  z              3        9\n", ""},
+    {"towns.csv --sort days:desc --columns days,town --limit 2", 0, "   days  town\ninteger  text\n      3  Graz\n      0  Li nz\n", ""},
+    {"towns.csv --sort mm:desc --columns mm:desc", 0, "mm:desc\ninteger\n      1\n      2\n      3\n", ""},
+    {"towns.csv --sort mm:desc:desc --columns mm:desc --limit 1", 0, "mm:desc\ninteger\n      3\n", ""},
+    {"towns.csv --sort town,mm,town:desc", 1, "", "varnholt: Unable to sort the same column multiple times\n"},
+    {"towns.csv --sort mm,days --columns mm,mm,days,days --rows 1", 0, "   mm  mm,days     days\nfloat  text     integer\n 12.8  x              3\n", ""},
+    {"towns.csv --rows '3, 1 - 2' --columns mm", 0, "   mm\nfloat\n  0.5\n 12.8\n    5\n", ""},
+    {"towns.csv --rows '2' --columns mm,town", 0, "     mm  town\ninteger  text\n      5  B\xC3\xBCrs \"B\", V\n", ""},
+    {"towns.csv --limit 0 --columns mm", 0, "   mm\nfloat\n", ""},
+    {"head.csv --sort b", 0, "a     b\ntext  text\n", ""},
+    {"towns.csv --sort Town", 1, "", "varnholt: Column \"Town\" not found\n"},
+    {"towns.csv --sort town:asc", 1, "", "varnholt: Column \"town:asc\" not found\n"},
+    {"towns.csv --columns town,,mm", 1, "", "varnholt: Column \"\" not found\n"},
+    {"towns.csv --rows 5-1", 1, "", "varnholt: '5-1' is not a valid integer value\n"},
+    {"towns.csv --rows '3 - 2'", 1, "", "varnholt: Syntax Error\n"},
+    {"towns.csv --rows '1, 1'", 1, "", "varnholt: Syntax error\n"},
+    {"towns.csv --rows '1 - 2000000000'", 1, "", "varnholt: Row 2000000000 not found, the file has 3 rows\n"},
+    {"towns.csv --rows '0 - 2'", 1, "", "varnholt: Row 0 not found, the file has 3 rows\n"},
+    {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: Row 2 has 1 cells, the header has 2\n"},
+    {"open.csv", 1, "", "varnholt: open.csv: The quote opened in line 2 is never closed\n"},
+    {"empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
+    {"none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},
+    {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write to standard output\n"},
+    {"towns.csv --columns mm --limit 1 --out /dev/stdout | cat", 0, "mm\n12.8\n", ""},
+    {"'" VARNHOLT_SOURCE_DIR "/Examples/data/seattle-weather.csv' --sort weather,temp_max:desc --limit 5", 0,
+     "date        precipitation  temp_max  temp_min   wind  weather\n"
+     "text                float     float     float  float  text\n"
+     "2015-08-19              0      31.7      16.1    2.1  drizzle\n"
+     "2015-06-15              0        30      16.1    3.5  drizzle\n"
+     "2015-07-08              0        30      14.4    1.9  drizzle\n"
+     "2015-07-06              0      29.4      15.6    3.2  drizzle\n"
+     "2015-08-23              0      27.8      13.9    1.8  drizzle\n", ""},
+};
+// clang-format on
+
+class TableTest : public ::testing::Test {
+protected:
+    TableTest() {
+        WriteFileInOneGo(Folder.GetPath(u"towns.csv"), kTowns);
+        WriteFileInOneGo(Folder.GetPath(u"head.csv"), "a,b\n");
+        WriteFileInOneGo(Folder.GetPath(u"ragged.csv"), "a,b\n\"1\n\",2\n3\n");
+        WriteFileInOneGo(Folder.GetPath(u"open.csv"), "a,b\n\"1,2\n");
+        WriteFileInOneGo(Folder.GetPath(u"empty.csv"), "");
+    }
+
+    int Run(const std::string& arguments) {
+        const std::string command = "cd '" + Folder.GetNativePath() + "' && { '" VARNHOLT_PROGRAM "' table " +
+                                    arguments + "; } >printed 2>told";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    std::string Content(StringView name) { return ReadWholeFile(Folder.GetPath(name)); }
+
+    TTemporaryFolder Folder;
+};
+
+TEST_F(TableTest, PrintsAndFails) {
+    for (const auto& [arguments, status, out, told] : cases) {
+        EXPECT_EQ(Run(arguments), status) << arguments;
+        EXPECT_EQ(Content(u"printed"), out) << arguments;
+        EXPECT_EQ(Content(u"told"), told) << arguments;
+    }
+    for (const char* wrong : {"", "towns.csv --limit -1", "towns.csv --limit x", "towns.csv --none"}) {
+        EXPECT_EQ(Run(wrong), 2) << wrong;
+    }
+}
+
+TEST_F(TableTest, WritesWhatCanBeReadAgain) {
+    EXPECT_EQ(Run("towns.csv --sort mm --out towns.csv"), 0);
+    EXPECT_EQ(Content(u"printed"), "");
+    const std::string sorted =
+        "town,mm,days,\"mm,days\",mm:desc,mm\n\"Li\nnz\",0.5,0,z,3,9\n\"B\xC3\xBCrs \"\"B\"\", "
+        "V\",5,-10,,2,8\n"
+        "Graz,12.8,3,x,1,7\n";
+    EXPECT_EQ(Content(u"towns.csv"), sorted);
+    EXPECT_EQ(Run("towns.csv --columns mm,days --out one.csv && '" VARNHOLT_PROGRAM
+                  "' table one.csv --sort mm,days:desc --rows '2, 3'"),
+              0);
+    EXPECT_EQ(Content(u"one.csv"), "\"mm,days\"\nz\n\"\"\nx\n");
+    EXPECT_EQ(Content(u"printed"), "mm,days\ntext\nx\n\n");
+    EXPECT_EQ(Run("ragged.csv --out towns.csv"), 1);
+    EXPECT_EQ(Content(u"towns.csv"), sorted) << "the former file is lost";
+    EXPECT_EQ(Run("towns.csv --out none/out.csv"), 1);
+    EXPECT_EQ(Run("towns.csv --limit 1 && ls *.part"), 2) << "a draft was left behind";
+}
+
+}  // namespace
+}  // namespace Varnholt::Tests
