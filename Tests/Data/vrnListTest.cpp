@@ -97,7 +97,7 @@ void ExpectSame(const IList<T>& list, const std::vector<T>& model, const T& want
     const StringView told = model.empty() ? u"The list is empty" : u"(nothing raised)";
     EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.First()); }), told);
     EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.Last()); }), told);
-    if (!model.empty()) EXPECT_EQ(ends, (std::vector<T>{model.front(), model.back()}));
+    EXPECT_TRUE(model.empty() ? ends.empty() : ends == (std::vector<T>{model.front(), model.back()}));
     std::vector<T> walked, called;
     for (const T& item : list) walked.push_back(item);
     list.Each([&](const T& item) { called.push_back(item); });

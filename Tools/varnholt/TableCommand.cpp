@@ -28,7 +28,7 @@ std::unique_ptr<TTableData> LoadTable(const TStringGrid& grid, const std::option
     return TTableData::FromStringGrid(&picked);
 }
 
-/// How many rows to show; decimal digits alone, for a leading 0 means nothing to those who type it.
+/// How many rows to show: decimal digits alone. CLI11 takes 010 for octal and cuts a number that is too large.
 std::size_t ReadLimit(const std::string& text) {
     std::size_t limit = 0;
     const char* const textEnd = text.data() + text.size();
