@@ -22,7 +22,7 @@ std::optional<struct stat> FactsOfEntry(const std::string& native) {
 String CreateDraft(StringView path) {
     String reason;
     const auto native = TryToNativePath(path, reason);
-    if (!native) return {};
+    if (!native || native->empty()) return {};
     const auto former = FactsOfEntry(*native);
     if (former && (!S_ISREG(former->st_mode) || access(native->c_str(), W_OK) != 0)) return {};
     String draft = String(path).append(u".").append(GuidToString(CreateGuid())).append(u".part");

@@ -30,11 +30,11 @@ TEST(DoubleArrayUtils, RangeOfValues) {
     };
     const auto same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
     for (const auto& [values, noData, min, max, found] : cases) {
-        double low = 7, high = 7;
-        EXPECT_EQ(DoubleArrayGetMinMax(values, noData, low, high), found) << testing::PrintToString(values);
-        EXPECT_TRUE(same(low, min) && same(high, max)) << testing::PrintToString(values);
-        EXPECT_EQ(DoubleArrayArrayGetMinMax({{}, values, values}, noData, low, high), found);
-        EXPECT_TRUE(same(low, min) && same(high, max)) << testing::PrintToString(values);
+        SCOPED_TRACE(testing::PrintToString(values));
+        double low = 7, high = 7, lowest = 7, highest = 7;
+        EXPECT_EQ(DoubleArrayGetMinMax(values, noData, low, high), found);
+        EXPECT_EQ(DoubleArrayArrayGetMinMax({{}, values, values}, noData, lowest, highest), found);
+        EXPECT_TRUE(same(low, min) && same(lowest, min) && same(high, max) && same(highest, max));
     }
     float low = 0, high = 0;
     EXPECT_TRUE(SingleArrayArrayGetMinMax({{0.25F}, {}, {-1, 8}}, -1, low, high));
@@ -86,7 +86,9 @@ TEST(DoubleArrayUtils, Refused) {
         {[] { (void)DoubleArrayCreateJagged(0, 0); }, u"DoubleArrayCreateJagged|Width|Width must be >= 1"},
         {[] { (void)DoubleArrayCreateJagged(1, -1, 5); }, u"DoubleArrayCreateJagged|Height|Height must be >= 1"},
         {extract({}, {}), u"DoubleArrayExtractRect|Source|nil"},
-        {extract(field, {-1, 0, 0, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=-1, Top=0, Right=0, Bottom=0)"},
+        {extract(field, {-1, 0, 0, 9}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=-1, Top=0, Right=0, Bottom=9)"},
+        {extract(field, {0, -1, 0, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=0, Top=-1, Right=0, Bottom=0)"},
+        {extract(field, {2, 0, 1, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=2, Top=0, Right=1, Bottom=0)"},
         {extract(field, {0, 1, 9, 0}), u"DoubleArrayExtractRect|DataRect|DataRect contains one or more invalid values (Left=0, Top=1, Right=9, Bottom=0)"},
         {extract(field, {0, 0, 9, 3}), u"DoubleArrayExtractRect|DataRect|DataRect.Bottom (3) exceeds the height of the specified array (3)"},
         {extract({{}, {1}}, {0, 1, 0, 1}), u"DoubleArrayExtractRect|DataRect|The specified array width is 0"},

@@ -66,12 +66,10 @@ TEST(RangeParser, TakesAndRefuses) {
 TEST(RangeParser, Values) {
     EXPECT_THAT(TRangeParser::Parse(u"8, -3 - -2, 1 - 3"), ElementsAre(8, -3, -2, 1, 2, 3));
     EXPECT_THAT(TRangeParser::Parse(u"2147483646 - 2147483647"), ElementsAre(2'147'483'646, 2'147'483'647));
-    TIntegerArray values = {7};
-    EXPECT_TRUE(TRangeParser::TryParse(u"", values));
-    EXPECT_TRUE(values.IsEmpty());
-    for (const StringView text : {u"1 - x", u"1 - 2000000000", u"-2147483648 - -2, 0 - 2147483647"}) {
+    TIntegerArray values;
+    for (const StringView text : {u"", u"1 - x", u"1 - 2000000000", u"-2147483648 - -2, 0 - 2147483647"}) {
         values = {7};
-        EXPECT_FALSE(TRangeParser::TryParse(text, values)) << ToUtf8(text);
+        EXPECT_EQ(TRangeParser::TryParse(text, values), text.empty()) << ToUtf8(text);
         EXPECT_TRUE(values.IsEmpty()) << ToUtf8(text);
     }
     const TRangeParser wide(u"5, 0 - 4, 10 - 268435460");
@@ -83,13 +81,9 @@ TEST(RangeParser, Values) {
 
 /// The rule as it is told: every pair is compared.
 bool AreApart(const std::vector<TRange>& ranges) {
-    for (const TRange& a : ranges) {
-        for (const TRange& b : ranges) {
-            if (&a == &b) continue;
-            if (a.First == b.First) return false;
-            const TRange& low = a.First < b.First ? a : b;
-            const TRange& high = a.First < b.First ? b : a;
-            if (high.First <= low.Last) return false;
+    for (const TRange& low : ranges) {
+        for (const TRange& high : ranges) {
+            if (&low != &high && low.First <= high.First && high.First <= low.Last) return false;
         }
     }
     return true;
@@ -110,8 +104,7 @@ TEST(RangeParser, RefusesWhatComparingAllPairsRefuses) {
         accepted += isRight ? 1 : 0;
         ASSERT_EQ(Parsed(text), isRight ? ToUtf8(text) : "! Syntax error");
     }
-    EXPECT_GT(accepted, 1000);
-    EXPECT_LT(accepted, 19'000);
+    EXPECT_TRUE(accepted > 1000 && accepted < 19'000) << accepted;
     String many;
     for (int i = 100'000; i > 0; --i) many += IntToStr(10 * i) + u" - " + IntToStr(10 * i + 9) + u", ";
     EXPECT_EQ(TRangeParser(many + u"7").ToValuesArray().GetLength(), 1'000'001);

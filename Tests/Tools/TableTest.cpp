@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
@@ -38,11 +39,15 @@ const struct {
     {"towns.csv --rows '3, 1 - 2' --columns mm", 0, "   mm\nfloat\n  0.5\n 12.8\n    5\n", ""},
     {"towns.csv --rows '2' --columns mm,town", 0, "     mm  town\ninteger  text\n      5  B\xC3\xBCrs \"B\", V\n", ""},
     {"towns.csv --limit 0 --columns mm", 0, "   mm\nfloat\n", ""},
-    {"head.csv --sort b", 0, "a     b\ntext  text\n", ""},
+    {"towns.csv --limit 08 --columns mm", 0, "   mm\nfloat\n 12.8\n    5\n  0.5\n", ""},
+    {"towns.csv --limit 0x1", 2, "", "--limit: \"0x1\" is not a whole number of 0 or more\nRun with --help for more information.\n"},
+    {"head.csv --sort a", 0, "a     b\ntext  text\n", ""},
     {"towns.csv --sort Town", 1, "", "varnholt: Column \"Town\" not found\n"},
     {"towns.csv --sort town:asc", 1, "", "varnholt: Column \"town:asc\" not found\n"},
+    {"towns.csv --sort ''", 1, "", "varnholt: Column \"\" not found\n"},
     {"towns.csv --columns town,,mm", 1, "", "varnholt: Column \"\" not found\n"},
     {"towns.csv --rows 5-1", 1, "", "varnholt: '5-1' is not a valid integer value\n"},
+    {"towns.csv --rows ''", 1, "", "varnholt: No row is asked for\n"},
     {"towns.csv --rows '3 - 2'", 1, "", "varnholt: Syntax Error\n"},
     {"towns.csv --rows '1, 1'", 1, "", "varnholt: Syntax error\n"},
     {"towns.csv --rows '1 - 2000000000'", 1, "", "varnholt: Row 2000000000 not found, the file has 3 rows\n"},
@@ -52,7 +57,8 @@ const struct {
     {"empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
     {"none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},
     {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write to standard output\n"},
-    {"towns.csv --columns mm --limit 1 --out /dev/stdout | cat", 0, "mm\n12.8\n", ""},
+    {"towns.csv --out ''", 1, "", "varnholt: Cannot create file \"\": No such file or directory\n"},
+    {"towns.csv --columns mm --limit 1 --out pipe & timeout 60 cat pipe", 0, "mm\n12.8\n", ""},
     {"'" VARNHOLT_SOURCE_DIR "/Examples/data/seattle-weather.csv' --sort weather,temp_max:desc --limit 5", 0,
      "date        precipitation  temp_max  temp_min   wind  weather\n"
      "text                float     float     float  float  text\n"
@@ -68,10 +74,13 @@ class TableTest : public ::testing::Test {
 protected:
     TableTest() {
         WriteFileInOneGo(Folder.GetPath(u"towns.csv"), kTowns);
-        WriteFileInOneGo(Folder.GetPath(u"head.csv"), "a,b\n");
+        WriteFileInOneGo(Folder.GetPath(u"head.csv"),
+                         "\xEF\xBB\xBF"
+                         "a,b\r\n\r\n");
         WriteFileInOneGo(Folder.GetPath(u"ragged.csv"), "a,b\n\"1\n\",2\n3\n");
         WriteFileInOneGo(Folder.GetPath(u"open.csv"), "a,b\n\"1,2\n");
         WriteFileInOneGo(Folder.GetPath(u"empty.csv"), "");
+        mkfifo((Folder.GetNativePath() + "/pipe").c_str(), 0600);
     }
 
     int Run(const std::string& arguments) {
@@ -91,7 +100,7 @@ TEST_F(TableTest, PrintsAndFails) {
         EXPECT_EQ(Content(u"printed"), out) << arguments;
         EXPECT_EQ(Content(u"told"), told) << arguments;
     }
-    for (const char* wrong : {"", "towns.csv --limit -1", "towns.csv --limit x", "towns.csv --none"}) {
+    for (const char* wrong : {"", "towns.csv --limit -1", "towns.csv --limit ''", "towns.csv --none"}) {
         EXPECT_EQ(Run(wrong), 2) << wrong;
     }
 }

@@ -43,6 +43,7 @@ std::unique_ptr<TStringGrid> ReadGrid(StringView path) {
 
 TIntegerArray ReadRowNumbers(StringView text, const TStringGrid& grid) {
     const TRangeParser ranges(text);
+    if (ranges.GetCount() == 0) throw EArgumentException(u"No row is asked for");
     const std::int32_t last = grid.GetRowCount() - 1;
     for (const TRange& range : ranges.ToArray()) {
         if (range.First >= 1 && range.Last <= last) continue;
@@ -100,7 +101,6 @@ std::vector<std::int32_t> TColumnNames::ReadColumns(StringView list) const {
 
 TSortOperation TColumnNames::ReadSortKeys(StringView list) const {
     TSortOperation keys;
-    if (list.empty()) return keys;
     ReadList(list, [&](StringView name) {
         std::int32_t column = IndexOf(name);
         const bool isAscending = column >= 0;

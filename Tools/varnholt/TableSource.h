@@ -16,7 +16,8 @@ namespace Varnholt::Tool {
 [[nodiscard]] std::unique_ptr<TStringGrid> ReadGrid(StringView path);
 
 /// The row numbers that ranges such as "1 - 5, 8" stand for, in the order of the text. Raises what
-/// TRangeParser raises, and ERangeError for a row that the grid has not.
+/// TRangeParser raises, EArgumentException "No row is asked for" for an empty text, and ERangeError for a row
+/// that the grid has not.
 [[nodiscard]] TIntegerArray ReadRowNumbers(StringView text, const TStringGrid& grid);
 
 /// The header of a grid with some of its rows below, as a grid of their own that holds no texts.
@@ -55,7 +56,7 @@ public:
     /// The columns of a list, in its order.
     [[nodiscard]] std::vector<std::int32_t> ReadColumns(StringView list) const;
     /// The sort keys of a list; ":desc" behind a name turns the order round, unless it belongs to the name.
-    /// No keys for an empty list. Raises what TSortOperation::Add raises, too.
+    /// Raises what TSortOperation::Add raises, too.
     [[nodiscard]] TSortOperation ReadSortKeys(StringView list) const;
 
 private:

@@ -219,9 +219,9 @@ VARNHOLT_EXPORT void RequireRoom(std::size_t count);
 }  // namespace ListSupport
 
 /// The list. Make one with std::make_shared or CreateFromArray, or derive a class from it and replace what it
-/// does: AddRange, AddArray and CreateFromArray append through Add, and the operations that take a callback,
-/// Take, Skip and OrderBy read through Count and GetItem. The rest works on the items directly. New lists are
-/// always plain ones.
+/// does: AddRange and AddArray append through Add, Each walks through GetEnumerator, Contains asks IndexOf, and
+/// the queries with a callback, Take, Skip and OrderBy read through Count and GetItem. The rest, Sort with it,
+/// works on the items directly. New lists are always plain ones.
 template <typename T>
 class VARNHOLT_EXPORT TInterfacedList : public virtual IList<T> {
 public:

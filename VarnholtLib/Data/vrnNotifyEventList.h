@@ -44,8 +44,8 @@ public:
     /// Calls every callback in list order, with the sender (which may be none). What a callback raises is
     /// swallowed, whatever it is, and the next one is called. A callback may change the list, but not end its
     /// life: one that is added meanwhile is first called by the next Send, one that is removed before
-    /// its turn is not called, and one that is moved is called once. Handles without a callback are passed
-    /// over. Raises std::bad_alloc alone, before the first call.
+    /// its turn is not called (of a handle held twice: removed twice), and one that is moved is called once.
+    /// Handles without a callback are passed over. Raises std::bad_alloc alone, before the first call.
     void Send(INotifySender* sender);
 };
 

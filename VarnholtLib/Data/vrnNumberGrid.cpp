@@ -240,7 +240,7 @@ void TRows::AddBlock(std::size_t count) {
     try {
         TBlock block;
         block.Rows.reserve(capacity);
-        block.Values = std::make_unique_for_overwrite<Extended[]>(capacity * width);
+        block.Values = std::make_unique_for_overwrite<Extended[]>(block.Rows.capacity() * width);
         block.Width = width;
         FBlocks.push_back(std::move(block));
     } catch (const std::bad_alloc&) {

@@ -14,7 +14,8 @@
 /// around a value do not matter. Ranges may stand in any order, but no two of them share a value.
 ///
 /// A value is what StrToInt reads, or a name: its position in a list, from 0, by the list's IndexOf. A name
-/// holds neither a comma nor an underscore, which also parts the ends of a range. The value -1 is refused.
+/// can hold no comma, no minus with a blank behind it and no underscore, which also parts the ends of a range.
+/// The value -1 is refused.
 ///
 /// Empty text has no ranges. A part that is empty, as between two commas, or that has more than two ends, as
 /// "1 - 2 - 3", is the range 0 to 0.
