@@ -1,6 +1,6 @@
 #include "VarnholtLib/Data/vrnSmartArray.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
@@ -184,8 +184,7 @@ TEST(SmartArray, RandomOperationsAsInTheModel) {
             model.FinalizeSort();
         } else if (operation == 6) {
             const double low = draw() / 9.0, high = 15 - draw() / 9.0;
-            std::erase_if(model.Values,
-                          [&](const Variant& value) { return !(value >= low && value <= high); });
+            std::erase_if(model.Values, [&](const auto& value) { return !(value >= low && value <= high); });
             ASSERT_EQ(array.Filter(high, low), std::ssize(model.Values));
         } else if (operation == 7) {
             std::erase(model.Values, 7.5);
@@ -216,10 +215,9 @@ TEST(SmartArray, SharesItsStorageUntilItIsRebuilt) {
 }
 
 TEST(SmartArray, FailingFilterLosesNothing) {
-    std::vector<std::int32_t> asked;
+    std::int32_t asked = 0;
     const auto raise = [&](std::int32_t index, const Variant&) {
-        asked.push_back(index);
-        return index < 2 ? true : throw std::runtime_error("enough");
+        return index == asked++ && index < 2 ? true : throw std::runtime_error("enough");
     };
     const auto keep = [](std::int32_t, const Variant&) { return true; };
     const std::function<void(TSmartArray&)> filters[] = {
@@ -236,7 +234,7 @@ TEST(SmartArray, FailingFilterLosesNothing) {
         EXPECT_FALSE(array.GetSorted());
         EXPECT_EQ(Shown(array), Shown(values));
     }
-    EXPECT_THAT(asked, testing::ElementsAre(0, 1, 2));
+    EXPECT_EQ(asked, 3);
     // Narrowed, also by a callback that works on the array itself.
     TSmartArray array(TVariantArray{0.1, 1e300});
     EXPECT_EQ(array.Filter([&](std::int32_t, const Variant&) { return array.Filter(0.1) >= 0; }, caKeep), 2);

@@ -5,38 +5,29 @@
 #include <map>
 #include <random>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tests/Foundation/Raised.h"
 
 namespace Varnholt {
 namespace {
-
-std::string RangeError(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const ERangeError& failure) {
-        return failure.what();
-    }
-    return "nothing raised";
-}
 
 TEST(StringGrid, TakesOnlyWhatLiesWithin) {
     constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
     TStringGrid grid;
     EXPECT_EQ(grid.GetColCount() * grid.GetRowCount(), 25);
     EXPECT_EQ(grid.GetFixedCols() + grid.GetFixedRows(), 2);
-    const std::pair<std::function<void()>, const char*> refused[] = {
-        {[&] { (void)grid.GetCell(5, 0); }, "Grid cell out of range (column 5, row 0)"},
-        {[&] { (void)grid.GetCell(-1, 4); }, "Grid cell out of range (column -1, row 4)"},
-        {[&] { grid.SetCell(0, 5, u""); }, "Grid cell out of range (column 0, row 5)"},
-        {[&] { grid.SetCell(0, lowest, u"x"); }, "Grid cell out of range (column 0, row -2147483648)"},
-        {[&] { grid.SetColCount(-1); }, "Grid count out of range (-1)"},
-        {[&] { grid.SetRowCount(lowest); }, "Grid count out of range (-2147483648)"},
-        {[&] { grid.SetFixedCols(6); }, "Fixed count out of range (6)"},
-        {[&] { grid.SetFixedRows(-1); }, "Fixed count out of range (-1)"},
-        {[&] { TStringGrid(0, 1); }, "Fixed count out of range (1)"},
+    const std::pair<std::function<void()>, StringView> refused[] = {
+        {[&] { (void)grid.GetCell(5, 0); }, u"Grid cell out of range (column 5, row 0)"},
+        {[&] { (void)grid.GetCell(-1, 4); }, u"Grid cell out of range (column -1, row 4)"},
+        {[&] { grid.SetCell(0, 5, u""); }, u"Grid cell out of range (column 0, row 5)"},
+        {[&] { grid.SetCell(0, lowest, u"x"); }, u"Grid cell out of range (column 0, row -2147483648)"},
+        {[&] { grid.SetColCount(-1); }, u"Grid count out of range (-1)"},
+        {[&] { grid.SetRowCount(lowest); }, u"Grid count out of range (-2147483648)"},
+        {[&] { grid.SetFixedCols(6); }, u"Fixed count out of range (6)"},
+        {[&] { grid.SetFixedRows(-1); }, u"Fixed count out of range (-1)"},
+        {[&] { TStringGrid(0, 1); }, u"Fixed count out of range (1)"},
         {[&] { TStringGrid(2'000'000'000, 2'000'000'000).SetCell(0, 1'999'999'999, u"x"); },
-         "Grid too large"}};
-    for (const auto& [call, message] : refused) EXPECT_EQ(RangeError(call), message);
+         u"Grid too large"}};
+    for (const auto& [call, message] : refused) EXPECT_EQ(Raised<ERangeError>(call), message);
     grid.SetFixedRows(5);
     grid.SetRowCount(3);
     EXPECT_EQ(grid.GetFixedRows(), 3);
@@ -58,9 +49,7 @@ TEST(StringGrid, ACellMayBeCopiedFromAnother) {
 
 TEST(StringGrid, HoldsWhatAMapOfCellsHolds) {
     std::mt19937 random(20120101);
-    const auto below = [&](std::int32_t limit) {
-        return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(limit));
-    };
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
     for (int round = 0; round < 20; ++round) {
         TStringGrid grid(4, 4, 0, 0);
         std::map<std::pair<int, int>, String> model;
