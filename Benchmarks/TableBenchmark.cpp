@@ -1,9 +1,10 @@
-// The sort of a smart array and of a table beside the sorts of the standard library on plain values, the loading
-// of a string grid, and the memory of a table.
+// The sort of a smart array and of a table beside the sorts of the standard library on plain values, the
+// loading of a string grid, and the memory of a table.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <random>
 #include <utility>

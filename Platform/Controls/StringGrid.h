@@ -49,7 +49,8 @@ public:
     [[nodiscard]] virtual StringView GetCell(std::int32_t col, std::int32_t row) const;
 
     /// Replaces the text of a cell; it may be a view of another cell. Raises ERangeError as GetCell does, and
-    /// "Grid too large" beyond 4294967295 code units of text in all, or more cells than can be addressed.
+    /// "Grid too large" beyond 4294967295 code units of text in all, a part of the replaced texts among them,
+    /// or more cells than can be addressed.
     void SetCell(std::int32_t col, std::int32_t row, StringView text);
 
     /// Changes a count. The cells in the columns and rows that stay keep their texts, new ones are empty.

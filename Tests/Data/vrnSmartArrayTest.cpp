@@ -1,6 +1,6 @@
 #include "VarnholtLib/Data/vrnSmartArray.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
@@ -149,14 +149,12 @@ TEST(SmartArray, BadPivotsChangeNoResult) {
 }
 
 TEST(SmartArray, BadPivotsTakeNoQuadraticTime) {  // that would be minutes, and as many frames as values
-    for (const int ties : {1, 5}) {
-        const TValues values = WorstCase(200'000, ties);
-        TSmartArray array{TVariantArray(values)};
-        array.Sort();
-        for (std::int32_t i = 0; i < array.GetCount(); ++i) ASSERT_EQ(array.GetData(i), i / ties);
-        array.UndoSort();  // by the map
-        ASSERT_EQ(Shown(array), Shown(values));
-    }
+    const TValues values = WorstCase(200'000, 5);
+    TSmartArray array{TVariantArray(values)};
+    array.Sort();
+    for (std::int32_t i = 0; i < array.GetCount(); ++i) ASSERT_EQ(array.GetData(i), i / 5);
+    array.UndoSort();  // by the map
+    ASSERT_EQ(Shown(array), Shown(values));
 }
 
 TEST(SmartArray, RandomOperationsAsInTheModel) {
@@ -186,8 +184,7 @@ TEST(SmartArray, RandomOperationsAsInTheModel) {
             model.FinalizeSort();
         } else if (operation == 6) {
             const double low = draw() / 9.0, high = 15 - draw() / 9.0;
-            std::erase_if(model.Values,
-                          [&](const Variant& value) { return !(value >= low && value <= high); });
+            std::erase_if(model.Values, [&](const auto& value) { return !(value >= low && value <= high); });
             ASSERT_EQ(array.Filter(high, low), std::ssize(model.Values));
         } else if (operation == 7) {
             std::erase(model.Values, 7.5);
@@ -218,10 +215,9 @@ TEST(SmartArray, SharesItsStorageUntilItIsRebuilt) {
 }
 
 TEST(SmartArray, FailingFilterLosesNothing) {
-    std::vector<std::int32_t> asked;
+    std::int32_t asked = 0;
     const auto raise = [&](std::int32_t index, const Variant&) {
-        asked.push_back(index);
-        return index < 2 ? true : throw std::runtime_error("enough");
+        return index == asked++ && index < 2 ? true : throw std::runtime_error("enough");
     };
     const auto keep = [](std::int32_t, const Variant&) { return true; };
     const std::function<void(TSmartArray&)> filters[] = {
@@ -238,9 +234,9 @@ TEST(SmartArray, FailingFilterLosesNothing) {
         EXPECT_FALSE(array.GetSorted());
         EXPECT_EQ(Shown(array), Shown(values));
     }
-    EXPECT_THAT(asked, testing::ElementsAre(0, 1, 2));
-    TSmartArray array(
-        TVariantArray{0.1, 1e300});  // narrowed, also by a callback that works on the array itself
+    EXPECT_EQ(asked, 3);
+    // Narrowed, also by a callback that works on the array itself.
+    TSmartArray array(TVariantArray{0.1, 1e300});
     EXPECT_EQ(array.Filter([&](std::int32_t, const Variant&) { return array.Filter(0.1) >= 0; }, caKeep), 2);
     EXPECT_EQ(Shown(array), Shown(TValues{double{0.1F}, kInfinity}));
 }
@@ -257,6 +253,11 @@ TEST(SmartArray, Figures) {
         {{kBig, 1, 0.5}, static_cast<double>(kBig + 1) + 0.5, 0.5, static_cast<double>(kBig), 1},
         {{u"10", u"9"}, 19, 9, 10, 9.5},
         {{TCurrency{1'000}, TCurrency{2'000}}, 0.3, 0.1, 0.2, 0.15},
+        {{7, u"-3", true, TCurrency{5'000}, u"$10", {}, 0.25, u"$10", u"0.5", 2.5F, kBig >> 51, true},
+         41.75,
+         -3,
+         16,
+         3.25},
         {{2, kNaN}, kNaN, 2, 2, kNaN},
         {{kNaN, 2}, kNaN, kNaN, kNaN, kNaN},
     };
@@ -270,22 +271,6 @@ TEST(SmartArray, Figures) {
     }
 }
 
-TEST(SmartArray, SumAddsAsVariantsDo) {
-    std::mt19937 random(8);
-    for (unsigned round = 0; round < 200; ++round) {
-        TValues values;
-        Variant total = 0;
-        for (int i = 0; i < 30; ++i) {
-            const auto draw = static_cast<std::int32_t>(random());
-            const Variant kinds[] = {draw,   draw * 1e-3, std::int64_t{draw} << 32, TCurrency{draw},
-                                     u"0.1", u"12"};
-            values.push_back(kinds[random() % (round % 6 + 1)]);
-            total += values.back();
-        }
-        EXPECT_EQ(Show(TSmartArray{TVariantArray(values)}.Sum()), Show(total.ToDouble()));
-    }
-}
-
 TEST(SmartArray, Messages) {
     TSmartArray empty(0), plain(3, 1), sorted(3, 1), texts(2, u"x");
     sorted.Sort();
@@ -294,19 +279,28 @@ TEST(SmartArray, Messages) {
         EXPECT_EQ(Raised<Exception>([&] { (empty.*figure)(); }), u"TSmartArray.Average");
         EXPECT_EQ(Raised<EVariantError>([&] { (texts.*figure)(); }), u"Cannot convert String 'x' to Double");
     }
-    EXPECT_EQ(Raised<Exception>([&] { return empty.Median(); }), u"TSmartArray.Average");
-    EXPECT_EQ(Raised<Exception>([&] { return plain.GetSortMapValue(3); }), u"TSmartArray.GetSortMapValue");
-    EXPECT_EQ(Raised<Exception>([&] { sorted.SetData(3, 1); }), u"TSmartArray.SetData");
-    EXPECT_EQ(Raised<Exception>([&] { sorted.Push({1, 2, 3}); }), u"TSmartArray.SetData");
-    EXPECT_EQ(Raised<Exception>([&] {
-                  plain.Push({1, 2});
-              }),
-              u"Smart Array size much match provided data size");
-    EXPECT_EQ(Raised<ERangeError>([&] { return sorted.GetData(3); }), u"Array index out of bounds (3)");
-    EXPECT_EQ(Raised<ERangeError>([&] { return sorted.GetSortMapValue(-1); }),
-              u"Array index out of bounds (-1)");
-    EXPECT_EQ(Raised<ERangeError>([&] { plain.SetData(3, 1); }), u"Array index out of bounds (3)");
-    EXPECT_EQ(Raised<ERangeError>([] { TSmartArray array(-1); }), u"Array length out of range (-1)");
+    using TCalls = std::vector<std::pair<std::function<void()>, StringView>>;
+    const TCalls general = {
+        {[&] { (void)empty.Median(); }, u"TSmartArray.Average"},
+        {[&] { (void)plain.GetSortMapValue(3); }, u"TSmartArray.GetSortMapValue"},
+        {[&] { sorted.SetData(3, 1); }, u"TSmartArray.SetData"},
+        {[&] {
+             sorted.Push({1, 2, 3});
+         },
+         u"TSmartArray.SetData"},
+        {[&] {
+             plain.Push({1, 2});
+         },
+         u"Smart Array size much match provided data size"},
+    };
+    const TCalls range = {
+        {[&] { (void)sorted.GetData(3); }, u"Array index out of bounds (3)"},
+        {[&] { (void)sorted.GetSortMapValue(-1); }, u"Array index out of bounds (-1)"},
+        {[&] { plain.SetData(3, 1); }, u"Array index out of bounds (3)"},
+        {[&] { TSmartArray array(-1); }, u"Array length out of range (-1)"},
+    };
+    for (const auto& [call, message] : general) EXPECT_EQ(Raised<Exception>(call), message);
+    for (const auto& [call, message] : range) EXPECT_EQ(Raised<ERangeError>(call), message);
     EXPECT_EQ(Raised<EArgumentNilException>([&] { sorted.Filter(nullptr, caKeep); }), u"comparasonCallback");
     EXPECT_EQ(Shown(plain), Shown(TValues{1, 1, 1}));
     plain.Push({1.5F, 0.1F, 2});

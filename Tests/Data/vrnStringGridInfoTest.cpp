@@ -75,9 +75,9 @@ TEST(StringGridInfo, ReadsEachCellAtMostTwice) {
 }
 
 TEST(StringGridInfo, RefusesWhatIsNotThere) {
-    TCountingGrid grid({{u"1", u"2.5"}, {u"3", u"4"}});
+    TCountingGrid grid({{u"1", u"2.5"}, {u"3", u"4"}, {u"5", u"6"}});
     TStringGridInfo info(&grid);
-    grid.Rows = {{u"one", u"2.5"}, {u"1", u"two"}};
+    grid.Rows = {{u"one", u"2.5"}, {u"1", u"two"}, {u"1", u"1e309"}};
     const TStringGrid heading(1, 1, 0, 1);
     EXPECT_EQ(TStringGridInfo(&heading).GetColTypeAtIndex(0), varString);
     TVariantArray data = {7};
@@ -91,6 +91,7 @@ TEST(StringGridInfo, RefusesWhatIsNotThere) {
     const auto read = [&](int row) { return [&info, &data, row] { info.GetRowDataAsArray(row, data); }; };
     EXPECT_EQ(Raised<EConvertError>(read(0)), u"'one' is not a valid integer value");
     EXPECT_EQ(Raised<EConvertError>(read(1)), u"'two' is not a valid floating point value");
+    EXPECT_EQ(Raised<EConvertError>(read(2)), u"'1e309' is not a valid floating point value");
     EXPECT_EQ(data, TVariantArray{7});
     info.DiscoverColumnTypes();
     EXPECT_EQ(info.GetColTypeAtIndex(0), varString);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 #include "Platform/Runtime/Encoding.h"

@@ -119,9 +119,9 @@ public:
     ///
     /// A sorted array is unsorted while the callback runs, and sorted again afterwards. When the callback
     /// raises, or a value that stays is no number, the array keeps all its values, unsorted in their initial
-    /// order. The filter looks at the values that the array held at its start; what a callback makes of the
-    /// array's length meanwhile is overwritten. An empty callback raises EArgumentNilException
-    /// "comparasonCallback" unless the array is empty.
+    /// order. The filter walks over the storage that it starts with, so it sees what a callback sets or sorts
+    /// there; whatever else it makes of the values is overwritten. An empty callback raises
+    /// EArgumentNilException "comparasonCallback" unless the array is empty.
     std::int32_t Filter(const TComparasonCallback& comparasonCallback, TComparasonAction comparasonAction);
 
     /// Sets all values, as 64-bit floats. Raises Exception, with nothing changed: "Smart Array size much

@@ -4,9 +4,12 @@
 #include <bit>
 #include <compare>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <span>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "VarnholtLib/Data/vrnSmartArray.h"
 
@@ -149,7 +152,7 @@ void SmartSortRange(TSortedItem<T>* a, std::ptrdiff_t lo, std::ptrdiff_t hi, int
 }
 
 /// Sorts the items by the quicksort told at TSmartArray::Sort. If memory for the ranks is short
-/// (std::bad_alloc), the items are left in some order, some of them moved from.
+/// (std::bad_alloc), the items are left in some order.
 template <typename T>
 void SmartSort(std::span<TSortedItem<T>> items) {
     const int levels =

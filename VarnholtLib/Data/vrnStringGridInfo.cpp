@@ -17,7 +17,7 @@ double CellToFloat(StringView cell) {
     if (TryStrToFloat(cell, value)) return value;
     std::int32_t integer = 0;
     if (TryStrToInt(cell, integer)) return integer;
-    return static_cast<double>(StrToFloat(cell));
+    throw EConvertError(u"'" + String(cell) + u"' is not a valid floating point value");
 }
 
 Variant CellToVariant(StringView cell, TVarType type) {
