@@ -6,9 +6,9 @@
 
 #include "VarnholtLib/Numerics/vrnMath.h"
 
-/// A second evaluator, written as plainly as possible: it cleans character by character, copies texts, and reduces
-/// lists of values as the rules of vrnCalc.h tell. Slow, recursive, and independent of the library's parser and
-/// programs. Keywords are answered by a callback that the caller gives.
+/// A second evaluator, written as plainly as possible: it cleans character by character, copies texts, and
+/// reduces lists of values as the rules of vrnCalc.h tell. Slow, recursive, and independent of the library's
+/// parser and programs. Keywords are answered by a callback that the caller gives.
 namespace Varnholt::Test {
 
 class TReferenceCalc {

@@ -7,8 +7,8 @@
 
 #include "Tests/Numerics/ReferenceCalc.h"
 
-/// The evaluator beside the plain one of ReferenceCalc.h, over random and damaged expressions: the same cleaned
-/// text, the same callbacks in the same order, and the same value or the same failure.
+/// The evaluator beside the plain one of ReferenceCalc.h, over random and damaged expressions: the same
+/// cleaned text, the same callbacks in the same order, and the same value or the same failure.
 namespace Varnholt::Test {
 namespace {
 

@@ -82,8 +82,8 @@ TEST(Descriptive, ProbabilityPlotCorrelation) {
     for (const auto& values : {std::vector<float>{-999, -1000}, {5}, {0.1F, 0.1F, 0.1F, 0.1F}}) {
         EXPECT_EQ(PPCC2(Array(values)), -999) << testing::PrintToString(values);
     }
-    // Filliben's medians for n = 3 are 0.2063, 0.5, 0.7937: the quantiles are -a, 0, a, so that for 1, 2, 6 the
-    // correlation is 5 a / sqrt(14 * 2 a^2).
+    // Filliben's medians for n = 3 are 0.2063, 0.5, 0.7937: the quantiles are -a, 0, a, so that for 1, 2, 6
+    // the correlation is 5 a / sqrt(14 * 2 a^2).
     EXPECT_NEAR(PPCC2(Array({-999, 6, 1, -1000, 2})), 5 / std::sqrt(28.0), 1e-6);
     // On its own quantiles, (i - 0.3175) / (n + 0.365), a sample lies on a line, but for its two ends.
     std::vector<float> values;

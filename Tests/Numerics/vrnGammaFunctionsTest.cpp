@@ -10,8 +10,8 @@
 #include "VarnholtLib/Numerics/vrnRoundingPrivate.h"
 
 // Values marked "50 digits" were computed with 50-digit arithmetic. Tolerances: a float has 6E-8, the Lanczos
-// series with six coefficients 2E-10, and series and fractions stop at 3E-7 and round at each of up to 100 terms.
-// The absolute error of ln Gamma(a), 6E-8 of its value, is a relative one of x^a e^-x / Gamma(a).
+// series with six coefficients 2E-10, and series and fractions stop at 3E-7 and round at each of up to 100
+// terms. The absolute error of ln Gamma(a), 6E-8 of its value, is a relative one of x^a e^-x / Gamma(a).
 
 namespace Varnholt {
 namespace {
@@ -78,8 +78,8 @@ TEST(GammaFunctions, IncompleteBeta) {
     }
 }
 
-// P + Q = 1; P(a, x) - P(a + 1, x) = x^a e^-x / Gamma(a + 1), also across the border between series and fraction;
-// I_x(a, b) = 1 - I_(1-x)(b, a).
+// P + Q = 1; P(a, x) - P(a + 1, x) = x^a e^-x / Gamma(a + 1), also across the border between series and
+// fraction; I_x(a, b) = 1 - I_(1-x)(b, a).
 TEST(GammaFunctions, IdentitiesOverRandomArguments) {
     std::mt19937 random(7);
     std::uniform_real_distribution<float> shapes(0.05F, 60), shares(0, 1);
@@ -118,7 +118,8 @@ TEST(GammaFunctions, RaiseWhatTheyCanNotCompute) {
     }
 }
 
-/// The series (up to x = a + 1) and the fraction in Extended throughout, with the roundings as the header names them.
+/// The series (up to x = a + 1) and the fraction in Extended throughout, with the roundings as the header
+/// names them.
 float PlainSum(float a, float x) {
     Extended ap = a;
     float del = 1 / a, sum = del;

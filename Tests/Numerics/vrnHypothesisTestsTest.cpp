@@ -34,8 +34,8 @@ TEST(HypothesisTests, EqualVariances) {
     }
 }
 
-// Welch's test: where one variance is next to nothing, its degrees of freedom are those of the other one alone, and for
-// 2 degrees Student's tails are 1 - |t| / sqrt(t^2 + 2).
+// Welch's test: where one variance is next to nothing, its degrees of freedom are those of the other one
+// alone, and for 2 degrees Student's tails are 1 - |t| / sqrt(t^2 + 2).
 TEST(HypothesisTests, UnequalVariances) {
     const TFT result = Compare(20, 0.001F, 17, 3, 40, 3), mirrored = Compare(17, 3, 20, 0.001F, 3, 40);
     EXPECT_LT(result.ProbF, 1e-5);
@@ -44,8 +44,8 @@ TEST(HypothesisTests, UnequalVariances) {
     EXPECT_EQ(mirrored.T, -result.T);
     EXPECT_EQ(mirrored.ProbT, result.ProbT);
     EXPECT_EQ(mirrored.F, result.F);
-    // u = 0.02, v = 0.64, df = 0.66^2 / (0.02^2 / 49 + 0.64^2 / 24) = 25.5112 (Satterthwaite), t = 2.4618; Student's
-    // tails of both by numerical integration.
+    // u = 0.02, v = 0.64, df = 0.66^2 / (0.02^2 / 49 + 0.64^2 / 24) = 25.5112 (Satterthwaite), t = 2.4618;
+    // Student's tails of both by numerical integration.
     const TFT between = Compare(12, 1, 10, 4, 50, 25);
     EXPECT_NEAR(between.T, 2 / std::sqrt(0.66), 1e-6);
     EXPECT_NEAR(between.ProbT, 0.020913144, 2e-6);

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-/// The floors of the house: a file may include files of its own floor and of the floors below it, and folders beside one
-/// another on a floor keep apart unless they are listed as neighbours.
+/// The floors of the house: a file may include files of its own floor and of the floors below it, and folders
+/// beside one another on a floor keep apart unless they are listed as neighbours.
 namespace {
 
 namespace fs = std::filesystem;

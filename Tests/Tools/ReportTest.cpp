@@ -112,7 +112,8 @@ TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
     EXPECT_EQ(Written(u"new/out/yearly.csv")["2024"], "366,16,802.8");
 }
 
-// Reckoned from the formulas with 30 digits by another program. 32-bit sums over 1461 days are off by up to 6e-6.
+// Reckoned from the formulas with 30 digits by another program. 32-bit sums over 1461 days are off by up to
+// 6e-6.
 TEST_F(ReportTest, SampleStationAgreesWithAnotherReckoning) {
     const TRun run = Run("'" VARNHOLT_SOURCE_DIR
                          "/Examples/data/seattle-weather.csv' --latitude '47 DEG 36 MIN N' --out ." +
