@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <optional>
+#include <utility>
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Guid.h"
@@ -18,32 +19,40 @@ std::optional<struct stat> FactsOfEntry(const std::string& native) {
     return facts;
 }
 
-/// The path of a new file beside that one; empty where the file is to be written directly.
-String CreateDraft(StringView path) {
-    String reason;
-    const auto native = TryToNativePath(path, reason);
-    if (!native || native->empty()) return {};
-    const auto former = FactsOfEntry(*native);
-    if (former && (!S_ISREG(former->st_mode) || access(native->c_str(), W_OK) != 0)) return {};
-    String draft = String(path).append(u".").append(GuidToString(CreateGuid())).append(u".part");
-    try {
-        TFileStream file(draft, fmRewrite);
-        if (former) chmod(ToNativePath(draft).c_str(), former->st_mode & 07777);
-    } catch (const EFCreateError&) {
-        return {};
-    }
-    return draft;
+bool MayBeReplaced(const std::string& native, const struct stat& facts) {
+    return S_ISREG(facts.st_mode) && facts.st_nlink == 1 && facts.st_uid == geteuid() &&
+           access(native.c_str(), W_OK) == 0;
 }
 
 }  // namespace
 
-TDraftFileStream::TDraftFileStream(StringView path) : TDraftFileStream(path, CreateDraft(path)) {}
+TDraftFileStream::TDraftFileStream(StringView path) : TFileStream(path) {
+    if (!OpenDraft()) Open(path, fmRewrite);
+}
 
-TDraftFileStream::TDraftFileStream(StringView path, String draft)
-    : TFileStream(draft.empty() ? path : draft, fmRewrite, path), FDraft(std::move(draft)) {}
+// False where the file is to be written directly.
+bool TDraftFileStream::OpenDraft() {
+    String reason;
+    const auto native = TryToNativePath(GetFileName(), reason);
+    if (!native || native->empty()) return false;
+    const auto former = FactsOfEntry(*native);
+    if (former && !MayBeReplaced(*native, *former)) return false;
+    const String ending = u"." + GuidToString(CreateGuid()) + u".part";
+    String draft = GetFileName() + ending;
+    try {
+        Open(draft, fmRewrite);
+    } catch (const EFCreateError&) {
+        return false;
+    }
+    FDraft = std::move(draft);
+    if (former) chmod((*native + ToUtf8(ending)).c_str(), former->st_mode & 07777);
+    return true;
+}
 
 TDraftFileStream::~TDraftFileStream() {
-    if (!FDraft.empty()) unlink(ToNativePath(FDraft).c_str());
+    String reason;
+    if (FDraft.empty()) return;
+    if (const auto native = TryToNativePath(FDraft, reason)) unlink(native->c_str());
 }
 
 void TDraftFileStream::Commit() {

@@ -13,7 +13,8 @@ namespace Varnholt {
 
 /// Writes a draft beside the file, which Commit puts in the file's place. A crash at any time leaves the
 /// former file or the new one. What a rename would not replace as meant is written directly, as it comes: a
-/// link, a pipe or device, a file that may not be written, and a file in a folder that takes no new one.
+/// link, also a hard one, a pipe or device, a file of another user or one that may not be written, and a file in
+/// a folder that takes no new one.
 class VARNHOLT_EXPORT TDraftFileStream final : public TFileStream {
 public:
     /// Raises EFCreateError (`Cannot create file "%s": %s`) with the file's own path, and leaves a present
@@ -27,7 +28,7 @@ public:
     void Commit();
 
 private:
-    explicit TDraftFileStream(StringView path, String draft);
+    [[nodiscard]] bool OpenDraft();
 
     String FDraft;  // empty where the file is written directly, and after Commit
 };

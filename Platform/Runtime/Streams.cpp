@@ -179,13 +179,16 @@ void TMemoryStream::Clear() noexcept {
     FPosition = 0;
 }
 
-TFileStream::TFileStream(StringView path, TFileMode mode) : TFileStream(path, mode, path) {}
-
-TFileStream::TFileStream(StringView path, TFileMode mode, StringView nameInMessages)
-    : FFileName(nameInMessages), FHandle(OpenFile(path, mode)) {}
+TFileStream::TFileStream(StringView path, TFileMode mode) : TFileStream(path) {
+    Open(path, mode);
+}
 
 TFileStream::~TFileStream() {
     if (FHandle >= 0) close(FHandle);
+}
+
+void TFileStream::Open(StringView path, TFileMode mode) {
+    FHandle = OpenFile(path, mode);
 }
 
 int TFileStream::Handle() const {

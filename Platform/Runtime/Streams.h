@@ -143,8 +143,10 @@ public:
     void Close();
 
 protected:
-    /// Opens the file of that path for one that messages call by another name.
-    TFileStream(StringView path, TFileMode mode, StringView nameInMessages);
+    /// A stream without a file yet, which messages call by that name.
+    explicit TFileStream(StringView nameInMessages) : FFileName(nameInMessages) {}
+    /// Opens its file, once; raises as the constructor does, with this path.
+    void Open(StringView path, TFileMode mode);
 
     [[nodiscard]] String UnexpectedEndMessage() const override;
 

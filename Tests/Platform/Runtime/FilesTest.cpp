@@ -81,6 +81,9 @@ TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
     WriteFileInOneGo(u"D:\\file", "replaced");
     EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
     EXPECT_EQ(fs::status(file).permissions(), rights);
+    fs::create_hard_link(file, FFolder.GetNativePath("twin"));
+    WriteFileInOneGo(u"D:\\file", "both");
+    EXPECT_EQ(ReadWholeFile(u"D:\\twin"), "both");
 }
 
 TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
