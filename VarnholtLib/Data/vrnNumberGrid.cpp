@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/TextStreams.h"
@@ -355,7 +356,8 @@ void TNumberGrid::RequireIntegers() const {
 std::shared_ptr<INumberGrid> TNumberGrid::SaveCsv(StringView fileName) {
     RequireIntegers();
     constexpr std::size_t kBufferSize = 1 << 16;
-    TStreamWriter writer(fileName, TEncoding::Utf8(), kBufferSize);
+    TDraftFileStream file(fileName);
+    TStreamWriter writer(file, TEncoding::Utf8(), kBufferSize);
     for (std::int32_t column = 0; column < FColumns.GetCount(); ++column) {
         writer.Write(FColumns[column].GetName() + u",");
     }
@@ -368,6 +370,7 @@ std::shared_ptr<INumberGrid> TNumberGrid::SaveCsv(StringView fileName) {
         writer.WriteLine();
     }
     writer.Close();
+    file.Commit();
     return shared_from_this();
 }
 
