@@ -83,7 +83,7 @@ double TRowSummary::Mean() const {
 }
 
 TRowCalculator::TRowCalculator(TCalc& calc, StringView path) : FCalc(calc), FFile(path) {
-    FFile.ReadRow(FHeader);
+    FFile.ReadHeader(FHeader);
     for (std::size_t i = 0; i < FHeader.size(); ++i) {
         FColumns.push_back(std::make_unique<TColumn>(TColumn{i}));
         FCalc.RegisterKeyword(FHeader[i], FColumns.back().get(), [](TCalc&, const String&, void* param) {

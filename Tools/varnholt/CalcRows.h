@@ -70,7 +70,8 @@ struct TRowSummary {
 /// Reads a file row by row and calculates an expression with the row's cells as keywords.
 class TRowCalculator {
 public:
-    /// Opens the file and registers its columns on the evaluator, which must outlive the calculator.
+    /// Opens the file and registers its columns on the evaluator, which must outlive the calculator. Raises
+    /// what TCsvInput does, also for an empty file.
     TRowCalculator(TCalc& calc, StringView path);
     ~TRowCalculator();
 
