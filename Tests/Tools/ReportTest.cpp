@@ -1,15 +1,11 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <chrono>
 #include <cmath>
-#include <cstdlib>
 #include <map>
 #include <sstream>
 
-#include "Platform/Runtime/Files.h"
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Tools/ProgramTest.h"
 
 namespace Varnholt::Tests {
 namespace {
@@ -40,25 +36,24 @@ struct TRun {
     std::string Out, Err;
 };
 
-class ReportTest : public ::testing::Test {
+class ReportTest : public TProgramTest {
 protected:
+    ReportTest() : TProgramTest("report") {}
+
     /// Runs the program on a file of that content.
     TRun Report(const std::string& content, const std::string& arguments = "--latitude 47.6") {
-        WriteFileInOneGo(Folder.GetPath(u"station.csv"), content);
+        Write(u"station.csv", content);
         return Run("station.csv " + arguments);
     }
 
     TRun Run(const std::string& arguments) {
-        const std::string command = "cd '" + Folder.GetNativePath() + "' && '" VARNHOLT_PROGRAM "' report " +
-                                    arguments + " >printed 2>told";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadWholeFile(Folder.GetPath(u"printed")),
-                ReadWholeFile(Folder.GetPath(u"told"))};
+        const int status = TProgramTest::Run(arguments);
+        return {status, Content(u"printed"), Content(u"told")};
     }
 
     /// The rows of a written file, each cut at its first comma.
     std::map<std::string, std::string> Written(StringView name, std::vector<std::string>* order = nullptr) {
-        std::istringstream text(ReadWholeFile(Folder.GetPath(name)));
+        std::istringstream text(Content(name));
         std::map<std::string, std::string> rows;
         for (std::string line; std::getline(text, line);) {
             const std::string key = line.substr(0, line.find(','));
@@ -67,8 +62,6 @@ protected:
         }
         return rows;
     }
-
-    TTemporaryFolder Folder;
 };
 
 /// Days from 2022 to 2024: half a degree warmer each year; the 1st of a month has ten times its number in mm,

@@ -1,13 +1,6 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
+#include "Tests/Tools/ProgramTest.h"
 
-#include <cstdlib>
-
-#include "Platform/Runtime/Files.h"
-#include "Tests/Support/TemporaryFolder.h"
-
-/// `varnholt table` as its users run it: arguments in; exit status, output, messages and files out.
 namespace Varnholt::Tests {
 namespace {
 
@@ -19,12 +12,7 @@ constexpr const char* kTowns =
     "\"Li\nnz\",0.5,0,z,3,9\n";
 
 // clang-format off
-const struct {
-    const char* Arguments;
-    int Status;
-    const char* Out;
-    const char* Told;
-} cases[] = {
+constexpr TProgramCase cases[] = {
     {"towns.csv", 0,
      "town            mm     days  mm,days  mm:desc       mm\n"
      "text         float  integer  text     integer  integer\n"
@@ -70,39 +58,22 @@ const struct {
 };
 // clang-format on
 
-class TableTest : public ::testing::Test {
+class TableTest : public TProgramTest {
 protected:
-    TableTest() {
-        WriteFileInOneGo(Folder.GetPath(u"towns.csv"), kTowns);
-        WriteFileInOneGo(Folder.GetPath(u"head.csv"),
-                         "\xEF\xBB\xBF"
-                         "a,b\r\n\r\n");
-        WriteFileInOneGo(Folder.GetPath(u"ragged.csv"), "a,b\n\"1\n\",2\n3\n");
-        WriteFileInOneGo(Folder.GetPath(u"open.csv"), "a,b\n\"1,2\n");
-        WriteFileInOneGo(Folder.GetPath(u"empty.csv"), "");
-        mkfifo((Folder.GetNativePath() + "/pipe").c_str(), 0600);
+    TableTest() : TProgramTest("table") {
+        Write(u"towns.csv", kTowns);
+        Write(u"head.csv",
+              "\xEF\xBB\xBF"
+              "a,b\r\n\r\n");
+        Write(u"ragged.csv", "a,b\n\"1\n\",2\n3\n");
+        Write(u"open.csv", "a,b\n\"1,2\n");
+        Write(u"empty.csv", "");
+        mkfifo(Folder.GetNativePath("pipe").c_str(), 0600);
     }
-
-    int Run(const std::string& arguments) {
-        const std::string command = "cd '" + Folder.GetNativePath() + "' && { '" VARNHOLT_PROGRAM "' table " +
-                                    arguments + "; } >printed 2>told";
-        const int status = std::system(command.c_str());
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    std::string Content(StringView name) { return ReadWholeFile(Folder.GetPath(name)); }
-
-    TTemporaryFolder Folder;
 };
 
 TEST_F(TableTest, PrintsAndFails) {
-    for (const auto& [arguments, status, out, told] : cases) {
-        EXPECT_EQ(Run(arguments), status) << arguments;
-        EXPECT_EQ(Content(u"printed"), out) << arguments;
-        EXPECT_EQ(Content(u"told"), told) << arguments;
-    }
-    for (const char* wrong : {"", "towns.csv --limit -1", "towns.csv --limit ''", "towns.csv --none"}) {
-        EXPECT_EQ(Run(wrong), 2) << wrong;
-    }
+    ExpectAll(cases, {"", "towns.csv --limit -1", "towns.csv --limit ''", "towns.csv --none"});
 }
 
 TEST_F(TableTest, WritesWhatCanBeReadAgain) {
