@@ -8,7 +8,7 @@
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/Data/vrnGrid.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
@@ -27,4 +27,4 @@ TArray ArrayOf(std::initializer_list<std::remove_cvref_t<decltype(TArray(1).GetB
     return array;
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -8,7 +8,7 @@
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/Foundation/vrnExceptions.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -151,4 +151,4 @@ TEST(DoubleArrayUtils, Packing) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -3,9 +3,10 @@
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/FormatSettings.h"
 #include "Tests/Data/GridTestSupport.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 using testing::ElementsAre;
 
@@ -133,19 +134,17 @@ TEST(FloatArray, FilterRemovesWhatTheCallbackNames) {
 }
 
 TEST(FloatArray, TextsFollowTheDecimalSeparator) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const String path = folder.GetPath(u"values.txt");
     const TFloatArray array = ArrayOf({1.5F, -999, 0.126F}, 0);
-    FormatSettings() = TFormatSettings::Invariant();
     EXPECT_EQ(array.ToString(), u"1.500,-999.000,0.126");
     array.SaveToCSVFile(path);
     EXPECT_EQ(ReadWholeFile(path), "Index,Value\r\n0,1.50\r\n1,-999.00\r\n2,0.13\r\n");
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(array.ToString(), u"1,500,-999,000,0,126");
     array.SaveToFile(path);
     EXPECT_EQ(ReadWholeFile(path), "0 1,50\r\n1 -999,00\r\n2 0,13\r\n");
-    FormatSettings() = TFormatSettings::Invariant();
     EXPECT_THROW(array.SaveToFile(path + u"\\x"), Exception) << "no folder";
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -4,7 +4,7 @@
 
 #include "Tests/Data/GridTestSupport.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -118,4 +118,4 @@ TEST(FloatGrid, HandsOutCellsAsCopies) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -8,7 +8,7 @@
 #include <random>
 #include <span>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using TFloats = std::vector<float>;
@@ -86,4 +86,4 @@ TEST(FloatSort, KeepsTheBitsOfTheTextbookSteps) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

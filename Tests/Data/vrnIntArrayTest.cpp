@@ -2,7 +2,7 @@
 
 #include "Tests/Data/GridTestSupport.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 using testing::ElementsAre;
 
@@ -34,4 +34,4 @@ TEST(IntArray, CleanTakesTheBaseFromTheFirstKeptValue) {
     EXPECT_EQ(longer.Clean(0, 0).GetBase(), 66'000);
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

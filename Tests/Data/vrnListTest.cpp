@@ -10,7 +10,7 @@
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/Data/vrnNotifyEventList.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -268,4 +268,4 @@ TEST(NotifyEventList, SendsToAllWhateverTheyRaise) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -9,10 +9,11 @@
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -199,7 +200,7 @@ TEST(NumberGrid, CallbacksMayAddRows) {
 }
 
 TEST(NumberGrid, SaveCsvWritesTheseBytes) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const auto grid = GridOf({{2.5L, 2.5L, -1e20L}, {-3.5L, 0.1L, 7}});
     grid->GetColumns().AddFloatColumns(TStringArray{u"\u00e4,\""});
     const String path = folder.GetPath(u"a.csv");
@@ -207,11 +208,9 @@ TEST(NumberGrid, SaveCsvWritesTheseBytes) {
         source.SaveCsv(path);
         return ReadWholeFile(path);
     };
-    const TFormatSettings settings = FormatSettings();
     EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2.5,-1E20,0,\r\n-4,0.1,7,0,\r\n");
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2,5,-1E20,0,\r\n-4,0,1,7,0,\r\n");
-    FormatSettings() = settings;
     EXPECT_THROW(grid->SaveCsv(folder.GetPath(u"none\\a.csv")), EFCreateError);
     grid->GetRow(1).SetValue(0, kNaN);
     EXPECT_THROW(grid->SaveCsv(path), ERangeError);
@@ -236,4 +235,4 @@ TEST(NumberGridDeathTest, RowsThatMemoryCanNotHoldAreNotMade) {
 #endif
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

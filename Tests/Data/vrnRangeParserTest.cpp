@@ -8,7 +8,7 @@
 #include "Platform/Runtime/StringList.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -111,4 +111,4 @@ TEST(RangeParser, RefusesWhatComparingAllPairsRefuses) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -15,7 +15,7 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using TValues = std::vector<Variant>;
@@ -308,7 +308,7 @@ TEST(SmartArray, Messages) {
 }
 
 TEST(SmartArray, DumpsInTheOrderOfReading) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     TSmartArray array(TVariantArray{2, 0.00005, -1.5});
     array.Sort();
     array.SetInverted(true);
@@ -317,4 +317,4 @@ TEST(SmartArray, DumpsInTheOrderOfReading) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -5,9 +5,10 @@
 #include <map>
 
 #include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -46,10 +47,9 @@ TEST(StringGridInfo, TypesOfColumns) {
         EXPECT_EQ(TStringGridInfo(&grid).GetColTypeAtIndex(0), type) << ToUtf8(cells.back());
         EXPECT_EQ(grid.Reads.size(), read) << ToUtf8(cells.back());
     }
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(TStringGridInfo::GetTypeOfValueString(u"1,5"), varDouble);
     EXPECT_EQ(TStringGridInfo::GetTypeOfValueString(u"1.5"), varString);
-    FormatSettings() = TFormatSettings::Invariant();
 }
 
 TEST(StringGridInfo, ReadsEachCellAtMostTwice) {
@@ -98,4 +98,4 @@ TEST(StringGridInfo, RefusesWhatIsNotThere) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -11,7 +11,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 #include "VarnholtLib/Data/vrnSmartArray.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -91,7 +91,7 @@ TEST(TableData, SortsAsTheStepsDo) {
 }
 
 TEST(TableData, SortsBesideTheStoredOrderAndDumpsEither) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const String path = folder.GetPath(u"table.txt");
     TTableData table(TTypes{varInteger, varString});
     AddRows(table, {{2, u"b"}, {1, u"\u00E9"}, {2, u"a"}, {1, u"b"}});
@@ -241,4 +241,4 @@ TEST(TableData, RowsSurviveTheirTable) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -6,7 +6,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 TEST(vrnEscape, UnescapeIsTheInverse) {
     EXPECT_EQ(CStyleEscape(u"a\\'\"\t\n\r?\b"), u"a\\\\\\'\\\"\\t\\n\\r\\?\b");
@@ -49,4 +49,4 @@ TEST(vrnEscape, FindsTheClosingQuoteOrRefuses) {
     }
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

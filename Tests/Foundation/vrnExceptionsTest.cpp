@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 struct EDescendant : EExArgumentException {
@@ -33,4 +33,4 @@ TEST(vrnExceptions, MessagesAndFields) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 String Ensured(StringView path) {
@@ -58,4 +58,4 @@ TEST(vrnPathText, FileExtIs) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

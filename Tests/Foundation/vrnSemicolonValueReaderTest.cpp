@@ -4,7 +4,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using TPairs = std::map<String, String>;
@@ -39,4 +39,4 @@ TEST(vrnSemicolonValueReader, RefusesASecondKeyAndKeepsWhatItHas) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

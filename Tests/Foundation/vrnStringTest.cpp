@@ -6,7 +6,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 TEST(vrnString, TestsOfNumberTextsAndCharacters) {
     const struct {
@@ -156,4 +156,4 @@ TEST(vrnString, SimpleEncoding) {
           u"Element 1 is no encoded character"}});
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

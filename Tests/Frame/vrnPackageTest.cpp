@@ -28,7 +28,7 @@ extern "C" VARNHOLT_EXPORT void RecordLoadStep(const char* step) noexcept {
     gSteps += step;
 }
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr const char *kStart = "+a+B+D+d", *kStop = "-d-D-B-a";
@@ -92,4 +92,4 @@ TEST(vrnPackage, EachModuleCountsItsUses) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -7,9 +7,10 @@
 
 #include "Platform/Runtime/FormatSettings.h"
 #include "Tests/Support/AllocationCount.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using ::testing::ElementsAre;
@@ -142,13 +143,11 @@ TEST(Calc, CleaningPasses) {
 }
 
 TEST(Calc, NumbersFollowTheDecimalSeparator) {
-    const TFormatSettings saved = FormatSettings();
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     TCalc calc;
     EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"1,5 * 2"); }), "no failure");
     EXPECT_EQ(calc.Calculate(), 3);
     EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"1.5"); }), "'1.5' is not a valid floating point value");
-    FormatSettings() = saved;
 }
 
 TEST(Calc, ItemsShowHowTheExpressionWasCut) {
@@ -406,9 +405,9 @@ TEST(Calc, CalculatesWithoutAllocating) {
           wide, median}) {
         calc.Set_Exp(expression);
         const Extended first = calc.Calculate();
-        const std::int64_t before = Varnholt::Test::AllocationCount();
+        const std::int64_t before = AllocationCount();
         for (int i = 0; i < 3; ++i) EXPECT_EQ(calc.Calculate(), first);
-        EXPECT_EQ(Varnholt::Test::AllocationCount() - before, 0) << ToUtf8(expression.substr(0, 60));
+        EXPECT_EQ(AllocationCount() - before, 0) << ToUtf8(expression.substr(0, 60));
     }
 }
 
@@ -432,4 +431,4 @@ TEST(Calc, IndependentEvaluatorsOnSeveralThreads) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

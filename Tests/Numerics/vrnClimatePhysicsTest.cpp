@@ -6,7 +6,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 /// Hours and radiation of the day.
@@ -123,4 +123,4 @@ TEST(vrnClimatePhysics, TakesPolesAndOddInputs) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

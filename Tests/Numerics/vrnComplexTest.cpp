@@ -6,7 +6,7 @@
 #include <complex>
 #include <random>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using TModel = std::complex<Extended>;
@@ -44,4 +44,4 @@ TEST(vrnComplex, AgreesWithTheStandardLibrary) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

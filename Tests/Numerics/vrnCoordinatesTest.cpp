@@ -4,8 +4,9 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Numbers.h"
+#include "Tests/Support/FormatSettingsScope.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr StringView kHead = u"Problem parsing the string: ", kTail = u" is not a valid floating point value";
@@ -46,13 +47,11 @@ TEST(vrnCoordinates, ReadsOrRefuses) {
         EXPECT_EQ(Outcome(GetLatitudeValue, text), latitude) << ToUtf8(text);
         EXPECT_EQ(Outcome(GetLongitudeValue, text), longitude) << ToUtf8(text);
     }
-    const TFormatSettings saved = FormatSettings();
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(Outcome(GetLatitudeValue, u"33.5") + Outcome(GetLatitudeValue, u"33,5"), u"'33.5'335");
-    FormatSettings() = saved;
     for (const auto& [value, eastwards] : {std::pair{-170.0f, 190.0f}, {170, 170}, {0, 0}})
         EXPECT_EQ(LongitudeVal(value), eastwards);
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -5,10 +5,11 @@
 #include <cmath>
 
 #include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/vrnPackage.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 // clang-format off
@@ -89,10 +90,8 @@ TEST(vrnCurveFit, RejectsOtherPointsAndFormatsEquations) {
               u"Number of Y values is less than the number of X values");
     EXPECT_TRUE(a == 8 && b == 9);
     EXPECT_EQ(FitLinearFormatEq(1, 2) + FitExpFormatEq(0.5F, -2.25F), u"Y=1.000+2.000XY=0.500e^-2.250X");
-    const TFormatSettings former = FormatSettings();
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(FitLinearFormatEq(-1.5F, -2), u"Y=-1,500+-2,000X");
-    FormatSettings() = former;
 }
 
 // Works on the one row of the load table, and leaves it as the loader did.
@@ -131,4 +130,4 @@ TEST(vrnCurveFit, RegistryLivesFromLoadToUnload) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

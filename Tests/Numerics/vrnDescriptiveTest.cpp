@@ -13,7 +13,7 @@
 #include "Platform/Runtime/Random.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr float kInf = std::numeric_limits<float>::infinity();
@@ -174,4 +174,4 @@ TEST(Descriptive, RandomNumbersAndBootstrapSamples) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -9,7 +9,7 @@
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/Numerics/vrnGammaFunctions.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr float kInf = std::numeric_limits<float>::infinity();
@@ -132,4 +132,4 @@ TEST(Distributions, Percentiles) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -13,7 +13,7 @@
 // series with six coefficients 2E-10, and series and fractions stop at 3E-7 and round at each of up to 100
 // terms. The absolute error of ln Gamma(a), 6E-8 of its value, is a relative one of x^a e^-x / Gamma(a).
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr float kInf = std::numeric_limits<float>::infinity();
@@ -171,4 +171,4 @@ TEST(GammaFunctions, RoundingsAreThoseOfExtended) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -7,7 +7,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 struct TFT {
@@ -91,4 +91,4 @@ TEST(HypothesisTests, ChiSquareOfBins) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

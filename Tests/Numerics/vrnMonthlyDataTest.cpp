@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using THelper = TMonthlyDataHelper;
@@ -29,4 +29,4 @@ TEST(vrnMonthlyData, WorksOnTheYearAndOnSelections) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

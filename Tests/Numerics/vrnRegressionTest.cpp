@@ -9,7 +9,7 @@
 #include "Platform/Controls/MessageDialog.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -308,4 +308,4 @@ TEST(mrqmin, AFailingModelEndsTheFit) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

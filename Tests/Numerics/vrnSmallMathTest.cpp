@@ -8,7 +8,7 @@
 #include "Platform/Runtime/Numbers.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
@@ -68,4 +68,4 @@ TEST(vrnSmallMath, ChecksIndexesAndReadsBinaryDigits) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

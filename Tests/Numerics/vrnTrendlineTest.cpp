@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 TEST(vrnTrendline, FollowsTheLineThroughThePositions) {
@@ -25,4 +25,4 @@ TEST(vrnTrendline, FollowsTheLineThroughThePositions) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

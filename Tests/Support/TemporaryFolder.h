@@ -8,12 +8,12 @@
 
 #include "Platform/Runtime/Paths.h"
 
-/// A folder of its own for a test, below the system's temporary folder; it goes with all that is in it.
+namespace Varnholt::Test {
+
+/// A folder of its own for a test, below the system's temporary folder. It is deleted with all that is in it:
 ///
 ///     const TTemporaryFolder folder;
 ///     WriteFileInOneGo(folder.GetPath(u"a.csv"), "1,2");
-namespace Varnholt::Tests {
-
 class TTemporaryFolder {
 public:
     TTemporaryFolder() : FNative(std::filesystem::temp_directory_path() / "varnholt-test-XXXXXX") {
@@ -26,8 +26,7 @@ public:
     TTemporaryFolder(const TTemporaryFolder&) = delete;
     TTemporaryFolder& operator=(const TTemporaryFolder&) = delete;
 
-    /// The library path of a name in the folder; without a name, the folder itself with a backslash behind
-    /// it.
+    /// The library path of a name in the folder; without a name, the folder itself with a trailing backslash.
     [[nodiscard]] String GetPath(StringView name = {}) const {
         return FromNativePath(FNative) + u"\\" + String(name);
     }
@@ -40,4 +39,16 @@ private:
     std::string FNative;
 };
 
-}  // namespace Varnholt::Tests
+/// A temporary folder that is a drive while the object lives, so that a test can use literal paths:
+///
+///     const TTemporaryDrive drive(u'D');
+///     WriteFileInOneGo(u"D:\\a.csv", "1,2");
+class TTemporaryDrive : public TTemporaryFolder {
+public:
+    explicit TTemporaryDrive(Char letter) { SetDrive(letter, GetNativePath()); }
+
+private:
+    const TDriveTableScope FScope;
+};
+
+}  // namespace Varnholt::Test

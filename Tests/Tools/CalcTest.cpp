@@ -2,7 +2,7 @@
 
 #include "Tests/Tools/ProgramTest.h"
 
-namespace Varnholt::Tests {
+namespace Varnholt::Test {
 namespace {
 
 constexpr const char* kRows = "a,b\n1,2\n4,\n-999.5,3\nx,1\n6,0\n8\n";
@@ -56,4 +56,4 @@ TEST_F(CalcTest, WritesTheFileWhenAllIsDone) {
 }
 
 }  // namespace
-}  // namespace Varnholt::Tests
+}  // namespace Varnholt::Test

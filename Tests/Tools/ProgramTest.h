@@ -11,7 +11,7 @@
 #include "Platform/Runtime/Files.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt::Tests {
+namespace Varnholt::Test {
 
 /// One call of a command and what it does.
 struct TProgramCase {
@@ -53,4 +53,4 @@ private:
     std::string FCommand;
 };
 
-}  // namespace Varnholt::Tests
+}  // namespace Varnholt::Test

@@ -7,7 +7,7 @@
 
 #include "Tests/Tools/ProgramTest.h"
 
-namespace Varnholt::Tests {
+namespace Varnholt::Test {
 namespace {
 
 using ::testing::AllOf;
@@ -229,4 +229,4 @@ TEST_F(ReportTest, BadInputIsTold) {
 }
 
 }  // namespace
-}  // namespace Varnholt::Tests
+}  // namespace Varnholt::Test

@@ -1,7 +1,7 @@
 #include <sys/stat.h>
 #include "Tests/Tools/ProgramTest.h"
 
-namespace Varnholt::Tests {
+namespace Varnholt::Test {
 namespace {
 
 // Columns whose names hold a comma and ":desc", a column of floats with an integer in it, and a name twice.
@@ -96,4 +96,4 @@ TEST_F(TableTest, WritesWhatCanBeReadAgain) {
 }
 
 }  // namespace
-}  // namespace Varnholt::Tests
+}  // namespace Varnholt::Test

@@ -7,7 +7,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 using testing::ElementsAre;
 
@@ -100,4 +100,4 @@ TEST(ArraysTest, FindsTheExtremesAndNarrowsVariants) {
     EXPECT_THROW((void)ToSingleArray({1, u"x"}), EVariantError);
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

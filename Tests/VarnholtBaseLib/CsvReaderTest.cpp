@@ -9,7 +9,7 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using TRows = std::vector<std::vector<String>>;
@@ -100,7 +100,7 @@ TEST(CsvReaderTest, ReadsBackWhatCsvFieldWrote) {
 }
 
 TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const String path = folder.GetPath(u"a.csv");
     WriteFileInOneGo(path,
                      "\xEF\xBB\xBFLAT,ID,NAME,name,NAME\r\n\r\n-36.85,\"1\",\"Z\xC3\xBCrich, See\"\r\n");
@@ -126,4 +126,4 @@ TEST(CsvFileTest, LoadsATableAndFindsItsColumns) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -8,7 +8,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 static_assert(sizeof(TMonth) == 1 && sizeof(TDateType) == 4);
@@ -41,4 +41,4 @@ TEST(MonthsTest, RefusesNumbersThatAreNoMonth) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -5,7 +5,7 @@
 /// Defined by the program.
 extern "C" VARNHOLT_EXPORT void RecordLoadStep(const char* step) noexcept;
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 constexpr TModuleWork kOnlyModule = {.Initialize = []() noexcept { RecordLoadStep("+a"); },
@@ -22,14 +22,14 @@ constexpr std::array kModules = {TModule{u"a", kOnlyModule}, TModule{u"b", kOnly
 
 }  // namespace
 
-template class TLoadTable<kModules>;
+}  // namespace Varnholt::Test
 
-}  // namespace Varnholt
+template class Varnholt::TLoadTable<Varnholt::Test::kModules>;
 
 extern "C" VARNHOLT_EXPORT void ProbeInitialize() {
-    Varnholt::TLoadTable<Varnholt::kModules>::Initialize();
+    Varnholt::TLoadTable<Varnholt::Test::kModules>::Initialize();
 }
 
 extern "C" VARNHOLT_EXPORT void ProbeFinalize() {
-    Varnholt::TLoadTable<Varnholt::kModules>::Finalize();
+    Varnholt::TLoadTable<Varnholt::Test::kModules>::Finalize();
 }

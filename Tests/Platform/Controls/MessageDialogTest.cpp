@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 struct TAnswering final : IMessageDialogService {
@@ -40,4 +40,4 @@ TEST(MessageDialog, AServiceAnswersUntilItsScopeEndsThenStandardErrorTakesTheTex
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

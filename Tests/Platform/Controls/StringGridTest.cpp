@@ -7,7 +7,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 TEST(StringGrid, TakesOnlyWhatLiesWithin) {
@@ -60,4 +60,4 @@ TEST(StringGrid, HoldsWhatAMapOfCellsHolds) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -4,7 +4,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 // "L" letter, "D" digit, "W" white space, "U" upper case, "l" lower case; the categories are those of
 // UnicodeData.txt and PropList.txt.
@@ -54,4 +54,4 @@ TEST(Characters, WalksByWholeCharacter) {
     EXPECT_EQ(Raised<ERangeError>([&] { (void)CharacterAt(text, 7); }), u"Position 7 is outside the text");
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

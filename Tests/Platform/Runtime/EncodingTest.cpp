@@ -8,7 +8,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using namespace std::string_view_literals;
@@ -124,4 +124,4 @@ TEST(EncodingTest, ThreadsConvertAtTheSameTime) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -5,17 +5,15 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 class FilesTest : public testing::Test {
 protected:
     FilesTest() {
-        SetDrive(u'D', FFolder.GetNativePath());
         WriteFileInOneGo(u"D:\\file", "abc");
         ForceDirectories(u"D:\\folder");
     }
-    const Tests::TTemporaryFolder FFolder;
-    const TDriveTableScope FScope;
+    const TTemporaryDrive FDrive{u'D'};
 };
 
 TEST_F(FilesTest, FilesAndFoldersComeAndGo) {
@@ -71,7 +69,7 @@ TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
     }
     EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
     namespace fs = std::filesystem;
-    const fs::path file = FFolder.GetNativePath("file"), link = FFolder.GetNativePath("link");
+    const fs::path file = FDrive.GetNativePath("file"), link = FDrive.GetNativePath("link");
     const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
     fs::permissions(file, rights);
     fs::create_symlink("file", link);
@@ -81,7 +79,7 @@ TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
     WriteFileInOneGo(u"D:\\file", "replaced");
     EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
     EXPECT_EQ(fs::status(file).permissions(), rights);
-    fs::create_hard_link(file, FFolder.GetNativePath("twin"));
+    fs::create_hard_link(file, FDrive.GetNativePath("twin"));
     WriteFileInOneGo(u"D:\\file", "both");
     EXPECT_EQ(ReadWholeFile(u"D:\\twin"), "both");
 }
@@ -100,4 +98,4 @@ TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
     EXPECT_EQ(countOpen(), before);
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

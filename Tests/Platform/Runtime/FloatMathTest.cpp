@@ -8,7 +8,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 constexpr Extended kInf = std::numeric_limits<Extended>::infinity();
 constexpr Extended kNan = std::numeric_limits<Extended>::quiet_NaN();
@@ -92,4 +92,4 @@ TEST(FloatMath, RoundsToEvenInEveryMode) {
     // clang-format on
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

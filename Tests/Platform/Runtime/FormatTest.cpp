@@ -9,9 +9,10 @@
 #include <vector>
 
 #include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 static_assert(!std::is_convertible_v<bool, TFormatArg> && !std::is_convertible_v<Char, TFormatArg> &&
               !std::is_convertible_v<const char*, TFormatArg> &&
@@ -67,9 +68,8 @@ TEST(Format, AcceptedAndRejected) {
 }
 
 TEST(Format, FollowsTheDecimalSeparator) {
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(Format(u"%f %.0f %s", {-1.5, 3.0, u"1.5"}), u"-1,50 3 1.5");
-    FormatSettings() = TFormatSettings::Invariant();
 }
 
 // printf rounds exactly too; only what rounds to zero keeps its sign there.
@@ -90,4 +90,4 @@ TEST(Format, RandomFloatsAgreeWithPrintf) {
     }
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

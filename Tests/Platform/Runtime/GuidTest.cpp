@@ -6,7 +6,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 constexpr TGuid kGuid = TGuid::FromText(u"{01234567-89ab-CDEF-fedc-ba9876543210}");
 static_assert(kGuid.Bytes[0] == 0x01 && kGuid.Bytes[7] == 0xEF && kGuid.Bytes[15] == 0x10);
@@ -31,4 +31,4 @@ TEST(Guid, NewOnesAreRandomVersion4AndDiffer) {
     }
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -11,7 +11,7 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 TEST(Numbers, Integers) {
@@ -160,7 +160,7 @@ bool SetCommaLocale(const std::string& folder) {
 
 TEST(Numbers, ConversionsFollowTheSettingsAndNeverTheLocale) {
     ASSERT_EQ(FormatSettings(), TFormatSettings::Invariant());
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     if (!SetCommaLocale(folder.GetNativePath())) GTEST_SKIP() << "no locale with a decimal comma";
     ASSERT_EQ(std::localeconv()->decimal_point, std::string(","));
 
@@ -187,4 +187,4 @@ TEST(Numbers, ConversionsFollowTheSettingsAndNeverTheLocale) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -6,7 +6,7 @@
 
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 using namespace std::string_view_literals;
 
@@ -94,4 +94,4 @@ TEST(PathsTest, DrivesComeBackAtTheEndOfTheScope) {
     for (Char letter : {u'1', u'\u00C4'}) EXPECT_THROW(SetDrive(letter, "/tmp"), EArgumentException);
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <map>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 TEST(Random, SeedFixesTheSequence) {
     SetRandomSeed(1);
@@ -28,4 +28,4 @@ TEST(Random, RangeExcludesItsUpperBound) {
     for (const std::int32_t value : {INT32_MIN, 0, INT32_MAX}) EXPECT_EQ(RandomRange(value, value), value);
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -9,10 +9,8 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
-
-using Tests::TTemporaryFolder;
 
 std::string ReadText(TStream& stream, std::size_t size) {
     std::string text(size, '\0');
@@ -115,9 +113,7 @@ TEST(FileStreamTest, ModesKeepOrReplaceAndPositionsReachBeyondFourGiB) {
 }
 
 TEST(FileStreamTest, FailuresNameThePathAndTheReason) {
-    const TTemporaryFolder folder;
-    const TDriveTableScope scope;
-    SetDrive(u'D', folder.GetNativePath());
+    const TTemporaryDrive drive(u'D');
     WriteFileInOneGo(u"D:\\file", "abc");
     ForceDirectories(u"D:\\folder");
     // clang-format off
@@ -170,4 +166,4 @@ TEST(FileStreamTest, ShortWriteEndsInAFailureAndKeepsTheFormerFile) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

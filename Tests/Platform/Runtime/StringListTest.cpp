@@ -6,7 +6,7 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
@@ -60,7 +60,7 @@ TEST(StringListTest, TextIsSplitAndJoined) {
 }
 
 TEST(StringListTest, FilesHoldExactlyTheLines) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const String path = folder.GetPath(u"a.csv");
     const TStringList list = ListOf({u"Z\u00FCrich,\u20AC", u"", u"\u0100"});
     // clang-format off
@@ -88,4 +88,4 @@ TEST(StringListTest, FilesHoldExactlyTheLines) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -8,7 +8,7 @@
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 namespace {
 
 using namespace std::string_view_literals;
@@ -80,7 +80,7 @@ TEST(TextReaderTest, MixedReadingLosesNothing) {
 }
 
 TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
-    const Tests::TTemporaryFolder folder;
+    const TTemporaryFolder folder;
     const String path = folder.GetPath(u"out.txt");
     for (const std::size_t size : {0u, 1u, 3u, 7u, 4096u}) {
         TStreamWriter writer(path, TEncoding::Utf8(), size);
@@ -128,4 +128,4 @@ TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 TEST(Text, TrimTakesControlCodesAndBlanksAtBothEnds) {
     const std::pair<StringView, StringView> cases[] = {{u"", u""},
@@ -50,4 +50,4 @@ TEST(Text, CaseMappingLeavesAllButAsciiLettersAlone) {
     EXPECT_EQ(LowerCase(u"@AZ[`az{\u00C4"), u"@az[`az{\u00C4");
 }
 
-}  // namespace Varnholt
+}  // namespace Varnholt::Test

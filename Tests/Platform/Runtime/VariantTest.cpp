@@ -7,9 +7,10 @@
 #include <vector>
 
 #include "Platform/Runtime/FormatSettings.h"
+#include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 
-namespace Varnholt {
+namespace Varnholt::Test {
 
 void PrintTo(const Variant& value, std::ostream* out) {
     *out << "type " << value.GetType() << " '" << ToUtf8(value.ToText()) << "'";
@@ -170,10 +171,9 @@ TEST(VariantTest, AddsByTheTypesOfTheOperandsAndDividesAsRealNumbers) {
 }
 
 TEST(VariantTest, FollowsTheDecimalSeparatorInUse) {
-    FormatSettings().DecimalSeparator = u',';
+    const TFormatSettingsScope comma(u',');
     EXPECT_EQ(Variant(u"12,5").ToDouble(), 12.5);
     EXPECT_EQ(Variant(1.5).ToText() + Variant(TCurrency{-10500}).ToText(), u"1,5-1,05");
-    FormatSettings() = TFormatSettings::Invariant();
 }
 
 TEST(VariantTest, KeepsTextsApart) {
@@ -187,4 +187,4 @@ TEST(VariantTest, KeepsTextsApart) {
 }
 
 }  // namespace
-}  // namespace Varnholt
+}  // namespace Varnholt::Test
