@@ -6,6 +6,7 @@
 #include <random>
 
 #include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/TextStreams.h"
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -72,6 +73,41 @@ TEST(CsvReaderTest, NamesTheLineOfAQuoteThatStaysOpen) {
                       u"The quote opened in line " + String(1, line) + u" is never closed");
             EXPECT_FALSE(reader.ReadRow(row));
         }
+}
+
+TEST(CsvReaderTest, RefusesARowThatIsTooLong) {
+    const String tooLong = u"The row in line 2 is longer than 40 characters";
+    // A field counts 16 and its characters; a row of exactly 40 is read.
+    const String texts[] = {u"a,12345678\r\n" + String(25, u'x'), u"a,1234567\r\n\"" + String(40, u'\n'),
+                            u"1234567,a\n\"" + String(50, u'"'), u"a\n,,\n"};
+    for (const String& text : texts)
+        for (const std::size_t size : kChunkSizes) {
+            SCOPED_TRACE(ToUtf8(text) + " in chunks of " + std::to_string(size));
+            TCSVRowReader reader(Chunks(text, size));
+            reader.SetMaxRowLength(text.starts_with(u"a,12345678") ? 41 : 40);
+            std::vector<String> row;
+            EXPECT_TRUE(reader.ReadRow(row));
+            reader.SetMaxRowLength(40);
+            EXPECT_EQ(Raised<EConvertError>([&] { reader.ReadRow(row); }), tooLong);
+            EXPECT_FALSE(reader.ReadRow(row));
+        }
+    TCSVRowReader endless([](std::span<Char> chunk) {
+        std::ranges::fill(chunk, u',');
+        return chunk.size();
+    });
+    std::vector<String> row;
+    EXPECT_THROW(endless.ReadRow(row), EConvertError);
+    EXPECT_THROW(endless.SetMaxRowLength(0), EArgumentException);
+}
+
+TEST(CsvReaderTest, KnowsTheLineOfInvalidBytes) {
+    TMemoryStream stream(BytesOf("a,b\n\"1\n2\",c\r\nd\xFF,e\n"));
+    TStreamReader text(stream, TEncoding::Utf8(), true, 4, ibRefuse);
+    TCSVRowReader reader(text);
+    std::vector<String> row;
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(reader.ReadRow(row));
+    for (int i = 0; i < 2; ++i) EXPECT_THROW(reader.ReadRow(row), EEncodingError);
+    EXPECT_EQ(reader.GetCurrentLine(), 4);
 }
 
 TEST(CsvReaderTest, TakesAnySeparatorButQuotesAndLineEnds) {

@@ -77,8 +77,38 @@ TEST(EncodingTest, PiecesOfAnySizeGiveTheWhole) {
     }
 }
 
+// Valid text before the invalid bytes is kept, and the decoder can be used again.
+TEST(EncodingTest, StrictDecoderNamesTheInvalidBytes) {
+    // clang-format off
+    const struct { StringView name; std::string_view bytes; StringView text, message; } cases[] = {
+        {u"utf-8", "a\xFF\x62", u"a", u"Byte FF is not valid in UTF-8"},
+        {u"utf-8", "\xC3\xBC\xE2\x82", u"\u00FC", u"Bytes E2 82 are not valid in UTF-8"},
+        {u"utf-8", "\xF0\x9F\x8C\x8D\xED\xA0\xBC", u"\U0001F30D", u"Byte ED is not valid in UTF-8"},
+        {u"utf-16be", "\0a\xD8\x3C\0a"sv, u"a", u"Bytes D8 3C are not valid in UTF-16BE"},
+        {u"utf-32le", "a\0\0\0\0\0\0\x01"sv, u"a", u"Bytes 00 00 00 01 are not valid in UTF-32LE"},
+        {u"ascii", "ab\x80", u"ab", u"Byte 80 is not valid in US-ASCII"},
+        {u"shift_jis", "a\x81", u"a", u"Byte 81 is not valid in ibm-943_P15A-2003"},
+    };
+    // clang-format on
+    for (const auto& c : cases) {
+        TDecoder decoder(TEncoding::ForName(c.name), ibRefuse);
+        for (std::size_t size = 1; size <= c.bytes.size(); ++size) {
+            SCOPED_TRACE(ToUtf8(c.message) + " in pieces of " + std::to_string(size));
+            String text;
+            EXPECT_EQ(Raised<EEncodingError>([&] {
+                          for (std::size_t i = 0; i < c.bytes.size(); i += size)
+                              decoder.Decode(c.bytes.substr(i, size), false, text);
+                          decoder.Decode({}, true, text);
+                      }),
+                      c.message);
+            EXPECT_EQ(text, c.text);
+        }
+    }
+}
+
 TEST(EncodingTest, PreamblesAndNamesLeadToOneObjectEach) {
-    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
+    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE(),
+                                      &TEncoding::Utf32LE(), &TEncoding::Utf32BE()})
         EXPECT_EQ(TEncoding::DetectByPreamble(std::string(encoding->GetPreamble()) + "a"), encoding);
     for (std::string_view bytes : {""sv, "\xEF\xBB"sv, "\xFF"sv, "a\xFF\xFE"sv})
         EXPECT_EQ(TEncoding::DetectByPreamble(bytes), nullptr) << bytes;
@@ -86,9 +116,17 @@ TEST(EncodingTest, PreamblesAndNamesLeadToOneObjectEach) {
     const std::pair<StringView, const TEncoding&> names[] = {
         {u"utf8", TEncoding::Utf8()}, {u"UTF-16", TEncoding::Utf16LE()}, {u"utf-16be", TEncoding::Utf16BE()},
         {u"ascii", TEncoding::Ascii()}, {u"cp1252", TEncoding::Default()},
+        {u"UTF-32", TEncoding::Utf32LE()}, {u"UnicodeBig", TEncoding::Utf16BE()},
         {u"latin1", TEncoding::ForName(u"ISO-8859-1")}};
     // clang-format on
     for (const auto& [name, encoding] : names) EXPECT_EQ(&TEncoding::ForName(name), &encoding);
+    // Names of ICU with options, and an encoding that has no "?".
+    for (StringView name : {u"ISO-2022-JP", u"ibm-37_P100-1995,swaplfnl", u"GB_2312-80"}) {
+        const TEncoding& encoding = TEncoding::ForName(name);
+        EXPECT_EQ(&TEncoding::ForName(encoding.GetName()), &encoding) << ToUtf8(name);
+        EXPECT_EQ(encoding.GetString(encoding.GetBytes(u"\u3042")) == u"\u3042", name[0] != u'i')
+            << ToUtf8(name);
+    }
     const String endless(5000, u'x');
     for (StringView name :
          {u""sv, u"no-such"sv, u"utf-8,version=1"sv, u"../utf-8"sv, u"utf-8\0"sv, StringView(endless)})

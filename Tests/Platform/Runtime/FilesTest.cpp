@@ -62,26 +62,24 @@ TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
                                 u"Cannot rename \"D:\\file\" to \"D:\\folder\": Is a directory"}});
 }
 
-TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
+TEST_F(FilesTest, ReadsAndWritesWholeFiles) {
     for (const auto& bytes : {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
         WriteFileInOneGo(u"D:\\file", bytes);
         EXPECT_TRUE(ReadWholeFile(u"D:\\file") == bytes) << bytes.size();
     }
-    EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
-    namespace fs = std::filesystem;
-    const fs::path file = FDrive.GetNativePath("file"), link = FDrive.GetNativePath("link");
-    const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
-    fs::permissions(file, rights);
-    fs::create_symlink("file", link);
-    WriteFileInOneGo(u"D:\\link", "through the link");
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "through the link");
-    WriteFileInOneGo(u"D:\\file", "replaced");
-    EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
-    EXPECT_EQ(fs::status(file).permissions(), rights);
-    fs::create_hard_link(file, FDrive.GetNativePath("twin"));
-    WriteFileInOneGo(u"D:\\file", "both");
-    EXPECT_EQ(ReadWholeFile(u"D:\\twin"), "both");
+    EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // has a size of 0
+}
+
+TEST_F(FilesTest, SameFileIsFoundThroughLinks) {
+    WriteFileInOneGo(u"D:\\other", "abc");
+    std::filesystem::create_symlink("file", FDrive.GetNativePath("link"));
+    std::filesystem::create_hard_link(FDrive.GetNativePath("file"), FDrive.GetNativePath("twin"));
+    const std::pair<StringView, bool> cases[] = {
+        {u"D:\\file", true},     {u"D:\\folder\\..\\file", true}, {u"D:\\link", true}, {u"D:\\twin", true},
+        {u"D:\\file\\x", false}, {u"D:\\other", false},           {u"Q:\\x", false},   {u"", false}};
+    for (const auto& [path, isSame] : cases) EXPECT_EQ(IsSameFile(u"D:\\file", path), isSame) << ToUtf8(path);
+    EXPECT_FALSE(IsSameFile(u"D:\\no", u"D:\\no"));
+    EXPECT_TRUE(IsSameFile(u"D:", u"D:\\folder\\.."));
 }
 
 TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {

@@ -1,9 +1,7 @@
 #include "Platform/Runtime/Streams.h"
 
-#include <sys/resource.h>
-
-#include <csignal>
-#include <filesystem>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "Platform/Runtime/Files.h"
 #include "Tests/Support/Raised.h"
@@ -146,23 +144,56 @@ TEST(FileStreamTest, FailuresNameThePathAndTheReason) {
               u"Cannot use file \"D:\\file\": It is closed");
 }
 
-// The system takes the part that still fits, and refuses only the rest.
-TEST(FileStreamTest, ShortWriteEndsInAFailureAndKeepsTheFormerFile) {
+/// Puts a file in the place of a standard descriptor; without a path, closes it.
+class TRedirection {
+public:
+    TRedirection(int handle, const char* path) : FHandle(handle), FFormer(fcntl(handle, F_DUPFD, 100)) {
+        close(handle);
+        if (path != nullptr) static_cast<void>(open(path, O_RDWR | O_CREAT, 0600));
+    }
+    ~TRedirection() {
+        dup2(FFormer, FHandle);
+        close(FFormer);
+    }
+
+private:
+    int FHandle, FFormer;
+};
+
+TEST(StandardStreamTest, ReadsAndWritesTheDescriptorsOfTheProcess) {
     const TTemporaryFolder folder;
-    const String path = folder.GetPath(u"limited");
-    rlimit former{};
-    WriteFileInOneGo(path, "as it was");
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
-    const rlimit limit{1000, former.rlim_max};
-    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    EXPECT_EQ(Raised<EWriteError>([&] { WriteFileInOneGo(path, std::string(4000, 'x')); }),
-              u"Cannot write file \"" + path + u"\": File too large");
-    setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, formerHandler);
-    EXPECT_EQ(ReadWholeFile(path), "as it was");
-    const std::filesystem::directory_iterator files(folder.GetNativePath());
-    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+    const std::string file = folder.GetNativePath("file");
+    {
+        const TRedirection output(STDOUT_FILENO, file.c_str());
+        for (const char* text : {"ab", "cd"}) {
+            const auto stream = TFileStream::StandardOutput();
+            stream->WriteBuffer(BytesOf(text));
+            stream->Close();
+        }
+        EXPECT_EQ(write(STDOUT_FILENO, "e", 1), 1);
+    }
+    const TRedirection input(STDIN_FILENO, file.c_str());
+    const auto stream = TFileStream::StandardInput();
+    EXPECT_EQ(ReadText(*stream, 9), "abcde");
+    std::string one(1, ' ');
+    EXPECT_EQ(Raised<EReadError>([&] { stream->ReadBuffer(WritableBytesOf(one)); }),
+              u"Cannot read standard input: Unexpected end of file");
+}
+
+TEST(StandardStreamTest, FailuresNameTheStream) {
+    String full, noInput, noOutput;
+    {
+        const TRedirection output(STDOUT_FILENO, "/dev/full");
+        full = Raised<EWriteError>([] { TFileStream::StandardOutput()->WriteBuffer(BytesOf("x")); });
+    }
+    {
+        const TRedirection output(STDOUT_FILENO, nullptr), input(STDIN_FILENO, nullptr);
+        noInput = Raised<EFOpenError>([] { static_cast<void>(TFileStream::StandardInput()); });
+        noOutput = Raised<EFCreateError>([] { static_cast<void>(TFileStream::StandardOutput()); });
+    }
+    EXPECT_EQ(full, u"Cannot write standard output: No space left on device");
+    EXPECT_EQ(noInput, u"Cannot open standard input: Bad file descriptor");
+    EXPECT_EQ(noOutput, u"Cannot create standard output: Bad file descriptor");
 }
 
 }  // namespace

@@ -56,6 +56,9 @@ TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
         {"\xFF\xFE", utf8, true, utf16, u""}, {"\xFF", utf8, true, utf8, u"\uFFFD"},
         {"\xC3\xBC", utf8, true, utf8, u"\u00FC"}, {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
         {"a\0\xFC"sv, utf16, true, utf16, u"a\uFFFD"}, {"", ansi, true, ansi, u""},
+        {"\xFF\xFE\0\0a\0\0\0"sv, utf8, true, TEncoding::Utf32LE(), u"a"},
+        {"\xFF\xFE\0\0a\0"sv, utf16, false, utf16, u"\0a"sv},
+        {"\0\0\xFE\xFF\0\0\0a"sv, utf8, true, TEncoding::Utf32BE(), u"a"},
     };
     // clang-format on
     for (const auto& c : cases) {
@@ -77,6 +80,24 @@ TEST(TextReaderTest, MixedReadingLosesNothing) {
     EXPECT_TRUE(reader.Read(two) == 2 && StringView(two, 2) == u"tw" && reader.ReadLine() == u"o");
     EXPECT_EQ(reader.ReadToEnd(), u"three\rfour");
     EXPECT_THROW(TStreamReader(stream, TEncoding::Utf8(), true, 0), EArgumentException);
+}
+
+TEST(TextReaderTest, RefusesInvalidBytesAfterTheTextBeforeThem) {
+    for (std::size_t size = 1; size < 12; ++size) {
+        SCOPED_TRACE(size);
+        TMemoryStream stream(BytesOf("one\r\ntwo\r\xFFx\n"));
+        TStreamReader byLine(stream, TEncoding::Utf8(), true, size, ibRefuse);
+        EXPECT_TRUE(byLine.ReadLine() == u"one" && byLine.ReadLine() == u"two");
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(Raised<EEncodingError>([&] { static_cast<void>(byLine.ReadLine()); }),
+                      u"Byte FF is not valid in UTF-8");
+        stream.SetPosition(0);
+        TStreamReader byChunk(stream, TEncoding::Utf8(), true, size, ibRefuse);
+        String chunk(20, u' ');
+        EXPECT_EQ(byChunk.Read(chunk), 9U);
+        EXPECT_THROW(static_cast<void>(byChunk.Read(chunk)), EEncodingError);
+        EXPECT_THROW(static_cast<void>(byChunk.GetEndOfStream()), EEncodingError);
+    }
 }
 
 TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
