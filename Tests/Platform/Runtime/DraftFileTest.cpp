@@ -10,6 +10,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <set>
 
 #include "Platform/Runtime/DraftNamePrivate.h"
@@ -20,14 +21,16 @@
 
 namespace {
 
-mode_t widestBeforeModeIsSet = 0;
+int modesSet = 0;
+mode_t excess = 0;  // rights that a draft had and its former file has not
 
 }  // namespace
 
 // Stands before the system's own, to see what mode a draft has until it gets that of the former file.
 extern "C" VARNHOLT_EXPORT int fchmod(int handle, mode_t mode) noexcept {
     struct stat facts {};
-    if (fstat(handle, &facts) == 0) widestBeforeModeIsSet |= facts.st_mode & 0777;
+    if (fstat(handle, &facts) == 0) excess |= facts.st_mode & 0777 & ~mode;
+    ++modesSet;
     return static_cast<int>(syscall(SYS_fchmod, handle, mode));
 }
 
@@ -88,40 +91,39 @@ const std::string kList =
     "\40\0\0\0\xFF\xFF\xFF\xFF"s;
 
 TEST_P(DraftFileTest, KeepsModeGroupAttributesAndList) {
-    const std::string file = FDrive.GetNativePath("file"), fresh = FDrive.GetNativePath("fresh");
-    const std::vector<std::string> names = {"user.note", "system.posix_acl_access"};
-    const auto replace = [&] {
-        const std::string before = Attributes(file, names);
+    const std::string file = FDrive.GetNativePath("file"), folder = FDrive.GetNativePath();
+    const char *note = "user.note", *list = "system.posix_acl_access",
+               *folderList = "system.posix_acl_default";
+    const auto set = [](const std::string& path, const char* name, const std::string& value) {
+        static_cast<void>(setxattr(path.c_str(), name, value.data(), value.size(), 0));
+    };
+    const std::function<void()> changes[] = {
+        [] {},
+        [&] { static_cast<void>(chown(file.c_str(), geteuid(), geteuid() == 0 ? 7 : getegid())); },
+        [&] { set(file, note, "a value of some length"); },
+        [&] { set(file, list, kList); },
+        // A list that the folder gives to new files is only for new files.
+        [&] { removexattr(file.c_str(), list), set(folder, folderList, kList); },
+        [&] { fs::permissions(file, fs::perms(0664)); },
+    };
+    const mode_t formerMask = umask(027);
+    modesSet = 0;
+    for (const auto& change : changes) {
+        change();
+        const std::string before = Attributes(file, {note, list});
         WriteFileInOneGo(u"D:\\file", "new");
         EXPECT_EQ(ReadWholeFile(u"D:\\file"), "new");
-        EXPECT_EQ(Attributes(file, names), before);
-    };
-    const mode_t formerMask = umask(0);
-    widestBeforeModeIsSet = 0;
-    replace();
-    if (geteuid() == 0) {
-        EXPECT_EQ(chown(file.c_str(), 0, 7), 0);
+        EXPECT_EQ(Attributes(file, {note, list}), before) << &change - changes;
     }
-    static_cast<void>(setxattr(file.c_str(), names[0].c_str(), "value of some length", 20, 0));
-    replace();
-    EXPECT_EQ(widestBeforeModeIsSet, 0600U);
-    chmod(file.c_str(), 0664);
-    replace();
-    static_cast<void>(setxattr(file.c_str(), names[1].c_str(), kList.data(), kList.size(), 0));
-    replace();
-    // A list that the folder gives to new files is only for new files.
-    removexattr(file.c_str(), names[1].c_str());
-    setxattr(FDrive.GetNativePath().c_str(), "system.posix_acl_default", kList.data(), kList.size(), 0);
-    replace();
-    for (const auto* way : {"draft", "plain"}) {
-        if (way == "draft"s) WriteFileInOneGo(u"D:\\fresh", "");
-        if (way == "plain"s) TFileStream(u"D:\\plain", fmCreate);
+    EXPECT_TRUE(modesSet == std::ssize(changes) && excess == 0) << excess;
+    for (const bool hasList : {true, false}) {  // a new file is like any other new file
+        WriteFileInOneGo(u"D:\\draft", "");
+        TFileStream(u"D:\\plain", fmCreate);
+        EXPECT_EQ(Attributes(FDrive.GetNativePath("draft"), {list}),
+                  Attributes(FDrive.GetNativePath("plain"), {list}));
+        for (StringView name : {u"D:\\draft", u"D:\\plain"}) DeleteFile(name);
+        if (hasList) removexattr(folder.c_str(), folderList);
     }
-    EXPECT_EQ(Attributes(fresh, names), Attributes(FDrive.GetNativePath("plain"), names));
-    removexattr(FDrive.GetNativePath().c_str(), "system.posix_acl_default");
-    umask(027);
-    WriteFileInOneGo(u"D:\\masked", "");
-    EXPECT_EQ(fs::status(FDrive.GetNativePath("masked")).permissions(), fs::perms(0640));
     umask(formerMask);
 }
 
@@ -213,47 +215,38 @@ TEST_P(DraftFileTest, LeavesTheFormerFileWithoutACommit) {
     EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
 }
 
-// A named draft needs the handler that a program installs.
-TEST_P(DraftFileTest, LeavesNothingWhenTheProcessIsKilled) {
-    const bool isNamed = !GetParam().first;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ, SIGKILL}) {
+/// What a process does to end in the middle of writing two files. With SIGXFSZ ignored (for signal 0) the
+/// system takes the part that still fits, refuses the rest, and the process ends by itself.
+[[noreturn]] void EndWhileWriting(int signal, bool hasHandler) {
+    if (hasHandler)
+        std::signal(signal, [](int) {
+            RemoveDraftFiles();
+            _exit(1);
+        });
+    if (signal == 0) std::signal(SIGXFSZ, SIG_IGN);
+    String message;
+    {
+        TDraftFileStream file(u"D:\\file"), other(u"D:\\other");
+        const rlimit limit{1000, 1000};
+        if (signal == SIGXFSZ || signal == 0) setrlimit(RLIMIT_FSIZE, &limit);
+        message = Raised<EWriteError>([&] { file.WriteBuffer(BytesOf(std::string(2000, 'x'))); });
+        if (signal != 0) raise(signal);
+    }
+    _exit(message == u"Cannot write file \"D:\\file\": File too large" ? 1 : 2);
+}
+
+TEST_P(DraftFileTest, LeavesNothingWhenTheProcessEnds) {
+    const bool isNamed = !GetParam().first;  // needs the handler that a program installs
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ, 0, SIGKILL}) {
         if (isNamed && signal == SIGKILL) continue;
         const pid_t child = fork();
-        if (child == 0) {
-            const rlimit limit{1000, 1000};
-            if (isNamed)
-                std::signal(signal, [](int) {
-                    RemoveDraftFiles();
-                    _exit(1);
-                });
-            TDraftFileStream file(u"D:\\file"), other(u"D:\\other");
-            if (signal == SIGXFSZ) setrlimit(RLIMIT_FSIZE, &limit);
-            file.WriteBuffer(BytesOf(std::string(2000, 'x')));
-            raise(signal);
-            _exit(2);
-        }
+        if (child == 0) EndWhileWriting(signal, isNamed && signal != 0);
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_TRUE(isNamed ? WEXITSTATUS(status) == 1 : WTERMSIG(status) == signal)
-            << signal << " " << status;
+        EXPECT_EQ(status, isNamed || signal == 0 ? W_EXITCODE(1, 0) : W_EXITCODE(0, signal));
         EXPECT_THAT(Names(), testing::ElementsAre("file")) << signal;
     }
     EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
-}
-
-// The system takes the part that still fits, and refuses only the rest.
-TEST_P(DraftFileTest, ShortWriteLeavesTheFormerFile) {
-    rlimit former{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
-    const rlimit limit{1000, former.rlim_max};
-    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    EXPECT_EQ(Raised<EWriteError>([] { WriteFileInOneGo(u"D:\\file", std::string(4000, 'x')); }),
-              u"Cannot write file \"D:\\file\": File too large");
-    setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, formerHandler);
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
-    EXPECT_THAT(Names(), testing::ElementsAre("file"));
 }
 
 TEST_P(DraftFileTest, FailedAllocationsLeaveNothing) {
@@ -276,31 +269,27 @@ TEST_P(DraftFileTest, FailedAllocationsLeaveNothing) {
 
 TEST_P(DraftFileTest, CommitsAllFilesOrNone) {
     const StringView paths[] = {u"D:\\file", u"D:\\fresh", u"D:\\last"};
-    WriteFileInOneGo(u"D:\\last", "former last");
-    for (const int broken : {-1, 0, 1, 2}) {  // the file whose place a folder takes
-        SCOPED_TRACE(broken);
+    WriteFileInOneGo(paths[2], "former");
+    for (const StringView broken : {paths[0], paths[1], paths[2], StringView()}) {
+        SCOPED_TRACE(ToUtf8(broken));
         TDraftFileStream first(paths[0]), second(paths[1]), third(paths[2]);
         TDraftFileStream* const files[] = {&first, &second, &third};
         for (TDraftFileStream* file : files) file->WriteBuffer(BytesOf("new"));
-        const std::set<std::string> all = {"file", "fresh", "last"};
-        if (broken < 0) {
+        if (broken.empty()) {
             TDraftFileStream::CommitTogether(files);
             for (const StringView path : paths) EXPECT_EQ(ReadWholeFile(path), "new");
-            EXPECT_EQ(Names(), all);
-            for (const StringView path : paths) WriteFileInOneGo(path, "former");
-            DeleteFile(paths[1]);
+            EXPECT_THAT(Names(), testing::ElementsAre("file", "fresh", "last"));
             continue;
         }
-        const StringView path = paths[broken];
-        if (FileExists(path)) DeleteFile(path);
-        ForceDirectories(path);
+        if (FileExists(broken)) DeleteFile(broken);
+        ForceDirectories(broken);
         EXPECT_EQ(Raised<EInOutError>([&] { TDraftFileStream::CommitTogether(files); }),
-                  u"Cannot replace file \"" + String(path) + u"\": Is a directory");
+                  u"Cannot replace file \"" + String(broken) + u"\": Is a directory");
         EXPECT_THROW(first.WriteBuffer(BytesOf("x")), EStreamError);
-        for (const int i : {0, 2}) EXPECT_TRUE(i == broken || ReadWholeFile(paths[i]) == "former") << i;
-        EXPECT_EQ(Names().size(), broken == 1 ? 3U : 2U);
-        RemoveDirectory(path);
-        if (broken != 1) WriteFileInOneGo(path, "former");
+        EXPECT_EQ(Names().size(), broken == paths[1] ? 3U : 2U);
+        RemoveDirectory(broken);
+        if (broken != paths[1]) WriteFileInOneGo(broken, "former");
+        for (const int i : {0, 2}) EXPECT_EQ(ReadWholeFile(paths[i]), "former") << i;
     }
 }
 
