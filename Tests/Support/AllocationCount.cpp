@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <exception>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -35,19 +37,18 @@ std::int64_t AllocationCount() {
 
 std::int64_t FailEachAllocation(const std::function<void()>& call, const std::function<void()>& check) {
     for (std::int64_t failing = 1;; ++failing) {
-        bool hasFailed = false;
+        std::exception_ptr raised;
         untilFailure = failing;
         try {
             call();
-            hasFailed = untilFailure == 0;
-            untilFailure = 0;
         } catch (...) {
-            hasFailed = untilFailure == 0;
-            untilFailure = 0;
-            if (!hasFailed) throw;
+            raised = std::current_exception();
         }
+        const bool hasFailed = std::exchange(untilFailure, 0) == 0;
         check();
-        if (!hasFailed) return failing - 1;
+        if (hasFailed) continue;
+        if (raised) std::rethrow_exception(raised);
+        return failing - 1;
     }
 }
 

@@ -67,11 +67,6 @@ INSTANTIATE_TEST_SUITE_P(Ways, DraftFileTest,
                          testing::Values(std::pair(true, true), std::pair(false, true),
                                          std::pair(false, false)));
 
-std::size_t OpenDescriptors() {
-    const fs::directory_iterator all("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
-}
-
 /// The mode, group and attributes of a file.
 std::string Attributes(const std::string& native, const std::vector<std::string>& names) {
     struct stat facts {};
@@ -95,7 +90,7 @@ TEST_P(DraftFileTest, KeepsModeGroupAttributesAndList) {
     const char *note = "user.note", *list = "system.posix_acl_access",
                *folderList = "system.posix_acl_default";
     const auto set = [](const std::string& path, const char* name, const std::string& value) {
-        static_cast<void>(setxattr(path.c_str(), name, value.data(), value.size(), 0));
+        setxattr(path.c_str(), name, value.data(), value.size(), 0);
     };
     const std::function<void()> changes[] = {
         [] {},
@@ -199,19 +194,14 @@ TEST_P(DraftFileTest, RefusesPathsBeforeAnythingIsWritten) {
 }
 
 TEST_P(DraftFileTest, LeavesTheFormerFileWithoutACommit) {
-    {
-        TDraftFileStream file(u"D:\\file");
-        file.WriteBuffer(BytesOf("lost"));
-        EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
-        EXPECT_EQ(Names().size(), GetParam().first ? 1U : 2U);
-    }
-    EXPECT_EQ(Names().size(), 1U);
-    if (GetParam().first) return;
     TDraftFileStream file(u"D:\\file");
+    file.WriteBuffer(BytesOf("lost"));
+    EXPECT_EQ(Names().size(), GetParam().first ? 1U : 2U);
+    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
+    if (GetParam().first) return;
     RemoveDraftFiles();
     EXPECT_EQ(Raised<EInOutError>([&] { file.Commit(); }),
               u"Cannot replace file \"D:\\file\": No such file or directory");
-    EXPECT_THROW(file.Commit(), EStreamError);
     EXPECT_EQ(ReadWholeFile(u"D:\\file"), "former");
 }
 
@@ -250,8 +240,8 @@ TEST_P(DraftFileTest, LeavesNothingWhenTheProcessEnds) {
 }
 
 TEST_P(DraftFileTest, FailedAllocationsLeaveNothing) {
-    const std::size_t descriptors = OpenDescriptors();
-    ASSERT_EQ(setxattr(FDrive.GetNativePath("file").c_str(), "user.note", "value of some length", 20, 0), 0);
+    const std::ptrdiff_t descriptors = OpenDescriptors();
+    setxattr(FDrive.GetNativePath("file").c_str(), "user.note", "a value of some length", 22, 0);
     const auto commitBoth = [] {
         TDraftFileStream first(u"D:\\file"), second(u"D:\\second");
         first.WriteBuffer(BytesOf("new"));

@@ -3,8 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <filesystem>
-
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/TextStreams.h"
 #include "Tests/Support/AllocationCount.h"
@@ -132,17 +130,13 @@ TEST(FileStreamTest, FailuresNameThePathAndTheReason) {
 TEST(FileStreamTest, FailuresCloseTheFile) {
     const TTemporaryDrive drive(u'D');
     WriteFileInOneGo(u"D:\\file", "abc");
-    const auto countOpen = [] {
-        const std::filesystem::directory_iterator all("/proc/self/fd");
-        return std::distance(begin(all), end(all));
-    };
-    const auto before = countOpen();
+    const std::ptrdiff_t before = OpenDescriptors();
     const std::function<void()> calls[] = {
         [] { TStreamReader(u"D:\\file"); }, [] { TStreamWriter(u"D:\\out", TEncoding::ForName(u"latin2")); },
         [] { static_cast<void>(TFileStream::StandardInput()); },
         [] { Raised<EFOpenError>([] { static_cast<void>(ReadWholeFile(u"D:")); }); }};
     for (const auto& call : calls)
-        FailEachAllocation(call, [&] { EXPECT_EQ(countOpen(), before) << &call - calls; });
+        FailEachAllocation(call, [&] { EXPECT_EQ(OpenDescriptors(), before) << &call - calls; });
 }
 
 /// Puts a file in the place of a standard descriptor; without a path, closes it.
