@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Variant.h"
 
 /// The array types that modules hand around: resizable, 0-based, and cheap to pass on.
@@ -132,9 +133,9 @@ private:
     }
 
     [[nodiscard]] std::size_t CheckedIndex(std::int64_t index) const {
-        const auto position = static_cast<std::size_t>(index);  // a negative index becomes a huge position
-        if (position >= size()) RaiseArrayIndex(index);
-        return position;
+        if (!IsIndex(index, size())) [[unlikely]]
+            RaiseArrayIndex(index);
+        return static_cast<std::size_t>(index);
     }
 
     std::shared_ptr<std::vector<T>> FItems;  // none for the empty array

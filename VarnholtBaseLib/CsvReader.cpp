@@ -1,10 +1,12 @@
 #include "VarnholtBaseLib/CsvReader.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
 #include "Platform/Runtime/TextStreams.h"
@@ -13,6 +15,7 @@ namespace Varnholt {
 namespace {
 
 constexpr std::size_t kBufferSize = 32768;
+constexpr std::size_t kFieldCost = 16;  // what an empty field takes, in code units
 constexpr Char kQuote = u'"';
 constexpr Char kByteOrderMark = u'\xFEFF';
 
@@ -26,6 +29,24 @@ TCSVRowReader::TCSVRowReader(TSource source, Char separator)
     if (separator == kQuote || IsLineEnd(separator)) {
         throw EArgumentException(u"A quote or line end cannot separate columns");
     }
+}
+
+void TCSVRowReader::SetMaxRowLength(std::int64_t length) {
+    if (length < 1) throw EArgumentException(u"The longest row needs a length");
+    FMaxRowLength = static_cast<std::size_t>(length);
+}
+
+void TCSVRowReader::CountLength(std::size_t length) {
+    FRowLength += length;
+    if (FRowLength > FMaxRowLength) [[unlikely]]
+        RaiseTooLong();
+}
+
+void TCSVRowReader::RaiseTooLong() {
+    FSource = [](std::span<Char>) { return std::size_t{0}; };
+    FPosition = FFilled = 0;
+    throw EConvertError(
+        Format(u"The row in line %d is longer than %d characters", {FRowLine, FMaxRowLength}));
 }
 
 /// Fetches the next characters once all those in the buffer are used.
@@ -47,8 +68,10 @@ bool TCSVRowReader::AppendUntil(TStop isStop, String& field) {
         const Char* from = FBuffer.data() + FPosition;
         const Char* end = FBuffer.data() + FFilled;
         const Char* stop = std::find_if(from, end, isStop);
-        field.append(from, static_cast<std::size_t>(stop - from));
-        FPosition += static_cast<std::size_t>(stop - from);
+        const auto length = static_cast<std::size_t>(stop - from);
+        CountLength(length);
+        field.append(from, length);
+        FPosition += length;
         if (stop != end) return true;
     }
     return false;
@@ -77,11 +100,14 @@ void TCSVRowReader::ReadQuoted(String& field) {
     const std::int64_t openedIn = FLine;
     while (AppendUntil([](Char c) { return c == kQuote || IsLineEnd(c); }, field)) {
         if (FBuffer[FPosition] != kQuote) {
-            field += TakeLineEnd();
+            const StringView lineEnd = TakeLineEnd();
+            CountLength(lineEnd.size());
+            field += lineEnd;
             continue;
         }
         ++FPosition;
         if (!NextIs(kQuote)) return;
+        CountLength(1);
         field += kQuote;
         ++FPosition;
     }
@@ -108,10 +134,12 @@ bool TCSVRowReader::ReadRow(std::vector<String>& row) {
     std::size_t count = 0;
     if (SkipEmptyLines()) {
         FRowLine = FLine;
+        FRowLength = 0;
         bool more = true;
         while (more) {
             if (count == row.size()) row.emplace_back();
             row[count].clear();
+            CountLength(kFieldCost);
             more = ReadField(row[count]);
             ++count;
         }

@@ -45,13 +45,21 @@ public:
     explicit TCSVRowReader(TSource source, Char separator = u',');
 
     /// Reads the next row into row, whose strings are used again; false at the end of the text, with row
-    /// empty. A quoted field without its closing quote raises EConvertError "The quote opened in line LINE is
-    /// never closed"; row is then not to be used, and the text is at its end. Errors of the source pass
-    /// through.
+    /// empty. Raises EConvertError "The quote opened in line LINE is never closed" for a quoted field without
+    /// its closing quote, and "The row in line LINE is longer than LENGTH characters" (see SetMaxRowLength);
+    /// row is then not to be used, and further calls return false. Errors of the source pass through.
     bool ReadRow(std::vector<String>& row);
 
     /// The line, from 1, in which the row read last began. 0 before the first row.
     [[nodiscard]] std::int64_t GetLineNumber() const noexcept { return FRowLine; }
+    /// The line, from 1, of the next character to be read. After an error of the source, such as bytes that
+    /// are not valid in the encoding, it is the line of that error.
+    [[nodiscard]] std::int64_t GetCurrentLine() const noexcept { return FLine; }
+
+    /// Sets the length of the longest row, so that a file without line ends cannot fill the memory. What counts
+    /// is the code units of all fields, and 16 more for each field. At least 1, else EArgumentException.
+    static constexpr std::int64_t kDefaultMaxRowLength = std::int64_t{1} << 26;
+    void SetMaxRowLength(std::int64_t length);
 
 private:
     bool Refill();
@@ -63,6 +71,8 @@ private:
     bool ReadField(String& field);
     void ReadQuoted(String& field);
     StringView TakeLineEnd();
+    void CountLength(std::size_t length);
+    [[noreturn]] void RaiseTooLong();
 
     TSource FSource;
     Char FSeparator;
@@ -72,6 +82,8 @@ private:
     bool FAtStart = true;
     std::int64_t FLine = 1;
     std::int64_t FRowLine = 0;
+    std::size_t FRowLength = 0;
+    std::size_t FMaxRowLength = kDefaultMaxRowLength;
 };
 
 /// A whole table in memory, with its header row first.

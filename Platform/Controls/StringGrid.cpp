@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <utility>
 
-#include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Indexes.h"
 
 namespace Varnholt {
 namespace {
@@ -21,7 +22,8 @@ void CheckCount(std::int32_t count) {
 }
 
 void CheckFixed(std::int32_t fixed, std::int32_t count) {
-    if (fixed < 0 || fixed > count) throw ERangeError(Format(u"Fixed count out of range (%d)", {fixed}));
+    if (!IsIndex(fixed, static_cast<std::size_t>(count) + 1))
+        throw ERangeError(Format(u"Fixed count out of range (%d)", {fixed}));
 }
 
 }  // namespace
@@ -37,11 +39,11 @@ TStringGrid::TStringGrid(std::int32_t colCount, std::int32_t rowCount, std::int3
 TStringGrid::~TStringGrid() = default;
 
 std::size_t TStringGrid::CheckedPosition(std::int32_t col, std::int32_t row) const {
-    if (col < 0 || col >= FColCount || row < 0 || row >= FRowCount) {
+    const auto colCount = static_cast<std::size_t>(FColCount);
+    if (!IsIndex(col, colCount) || !IsIndex(row, static_cast<std::size_t>(FRowCount))) {
         throw ERangeError(Format(u"Grid cell out of range (column %d, row %d)", {col, row}));
     }
-    return static_cast<std::size_t>(row) * static_cast<std::size_t>(FColCount) +
-           static_cast<std::size_t>(col);
+    return static_cast<std::size_t>(row) * colCount + static_cast<std::size_t>(col);
 }
 
 StringView TStringGrid::GetCell(std::int32_t col, std::int32_t row) const {
@@ -129,7 +131,11 @@ void TStringGrid::DropTexts(std::size_t from, std::size_t to) {
 void TStringGrid::PackTexts() {
     if (FDropped <= std::max(FText.size() / 2, FCells.size())) return;
     String packed;
-    packed.reserve(FText.size() - FDropped);
+    try {
+        packed.reserve(FText.size() - FDropped);
+    } catch (const std::bad_alloc&) {
+        return;  // the change itself is done; the next one tries again
+    }
     for (TCell& cell : FCells) {
         const StringView text(FText.data() + cell.Start, cell.Length);
         cell.Start = static_cast<std::uint32_t>(packed.size());

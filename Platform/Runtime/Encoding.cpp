@@ -1,21 +1,25 @@
 #include "Platform/Runtime/Encoding.h"
-#include "Platform/Runtime/Immortal.h"
 
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <list>
 #include <mutex>
 
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Immortal.h"
+
 namespace Varnholt {
 namespace {
 
-constexpr std::ptrdiff_t kPiece = 1 << 20;  // ICU counts in 32 bits, so long texts go through in pieces
-constexpr std::ptrdiff_t kSlack = 32;       // room for what the converter still holds from the last piece
-constexpr std::size_t kMaxNameLength = 50;  // ICU takes names of up to 60 characters
+constexpr std::ptrdiff_t kPiece = 1 << 20;    // ICU counts in 32 bits, so long texts go through in pieces
+constexpr std::ptrdiff_t kSlack = 32;         // room for what the converter still holds from the last piece
+constexpr std::size_t kMaxInvalidBytes = 64;  // more than a character of any encoding takes
+constexpr std::size_t kMaxNameLength = 50;    // ICU takes names of up to 60 characters
 
 struct TConverterCloser {
     void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
@@ -58,11 +62,20 @@ void Check(UErrorCode status) {
     throw EEncodingError(u"Text conversion failed: " + FromUtf8(u_errorName(status)));
 }
 
+// The errors of a converter whose callback stops.
+bool IsInvalidText(UErrorCode status) {
+    return status == U_INVALID_CHAR_FOUND || status == U_TRUNCATED_CHAR_FOUND ||
+           status == U_ILLEGAL_CHAR_FOUND || status == U_ILLEGAL_ESCAPE_SEQUENCE ||
+           status == U_UNSUPPORTED_ESCAPE_SEQUENCE;
+}
+
 TConverter OpenConverter(const char* name) {
     UErrorCode status = U_ZERO_ERROR;
     TConverter converter(ucnv_open(name, &status));
     Check(status);
-    if (!IsUnicode(converter.get())) ucnv_setSubstString(converter.get(), u"?", 1, &status);
+    // An encoding of two bytes a character has no "?" and keeps its own substitute.
+    UErrorCode ignored = U_ZERO_ERROR;
+    if (!IsUnicode(converter.get())) ucnv_setSubstString(converter.get(), u"?", 1, &ignored);
     ucnv_setFromUCallBack(converter.get(), ReplaceCharacter, nullptr, nullptr, nullptr, &status);
     ucnv_setToUCallBack(converter.get(), ReplaceBytes, nullptr, nullptr, nullptr, &status);
     Check(status);
@@ -71,21 +84,25 @@ TConverter OpenConverter(const char* name) {
 
 bool IsNameCharacter(Char c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
-           StringView(u"-_.:+()").find(c) != StringView::npos;
+           StringView(u"-_.:+(),=").find(c) != StringView::npos;
 }
 
-// ICU's own name of the encoding, empty where it knows none. ICU itself would take a path, or options behind
-// a comma, and would take an empty name for the system's encoding.
+// ICU's own name of the encoding, empty where it knows none. ICU itself would take a path, and would take an
+// empty name for the system's encoding. Some names of ICU contain options after a comma, as
+// "ISO_2022,locale=ja,version=0"; other combinations of name and option are refused.
 std::string CanonicalName(StringView name) {
     if (name.empty() || name.size() > kMaxNameLength || !std::ranges::all_of(name, IsNameCharacter))
         return {};
+    const std::string given = ToUtf8(name);
     UErrorCode status = U_ZERO_ERROR;
-    const TConverter converter(ucnv_open(ToUtf8(name).c_str(), &status));
+    const TConverter converter(ucnv_open(given.c_str(), &status));
     if (U_FAILURE(status)) return {};
     const char* canonical = ucnv_getName(converter.get(), &status);
     if (U_FAILURE(status)) return {};
     std::string result(canonical);
-    // These two would write a mark of their own in front of every text.
+    if (given.find(',') != std::string::npos && given != result) return {};
+    // These would write a mark of their own in front of every text.
+    if (result.starts_with("UTF-16")) result = result.substr(0, result.find(','));
     if (result == "UTF-16" || result == "UTF-32") result += "LE";
     return result;
 }
@@ -118,6 +135,16 @@ const TEncoding& TEncoding::Utf16BE() noexcept {
     return encoding;
 }
 
+const TEncoding& TEncoding::Utf32LE() noexcept {
+    static constexpr TEncoding encoding("UTF-32LE", std::string_view("\xFF\xFE\0\0", 4));
+    return encoding;
+}
+
+const TEncoding& TEncoding::Utf32BE() noexcept {
+    static constexpr TEncoding encoding("UTF-32BE", std::string_view("\0\0\xFE\xFF", 4));
+    return encoding;
+}
+
 const TEncoding& TEncoding::Ascii() noexcept {
     static constexpr TEncoding encoding("US-ASCII", "");
     return encoding;
@@ -143,7 +170,8 @@ void TEncoding::SetDefault(StringView name) {
 const TEncoding& TEncoding::ForName(StringView name) {
     const std::string canonical = CanonicalName(name);
     if (canonical.empty()) throw EEncodingError(u"No encoding is named \"" + String(name) + u"\"");
-    for (const TEncoding* known : {&Utf8(), &Utf16LE(), &Utf16BE(), &Ascii(), &Windows1252()})
+    for (const TEncoding* known :
+         {&Utf8(), &Utf16LE(), &Utf16BE(), &Utf32LE(), &Utf32BE(), &Ascii(), &Windows1252()})
         if (canonical == CanonicalName(FromUtf8(known->FName))) return *known;
 
     static TImmortal<std::mutex> lock;
@@ -154,7 +182,8 @@ const TEncoding& TEncoding::ForName(StringView name) {
 }
 
 const TEncoding* TEncoding::DetectByPreamble(std::string_view bytes) noexcept {
-    for (const TEncoding* candidate : {&Utf8(), &Utf16LE(), &Utf16BE()})
+    // UTF-32 first, as its preamble begins with that of UTF-16.
+    for (const TEncoding* candidate : {&Utf8(), &Utf32LE(), &Utf32BE(), &Utf16LE(), &Utf16BE()})
         if (bytes.starts_with(candidate->FPreamble)) return candidate;
     return nullptr;
 }
@@ -176,13 +205,35 @@ String TEncoding::GetString(std::string_view bytes) const {
 }
 
 struct TDecoder::TState {
-    TConverter converter;
+    TConverter Converter;
+    const TEncoding& Encoding;
 };
 
-TDecoder::TDecoder(const TEncoding& encoding)
-    : FState(std::make_unique<TState>(TState{OpenConverter(encoding.FName)})) {}
+TDecoder::TDecoder(const TEncoding& encoding, TInvalidBytes invalid)
+    : FState(std::make_unique<TState>(TState{OpenConverter(encoding.FName), encoding})) {
+    if (invalid == ibReplace) return;
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_setToUCallBack(FState->Converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    Check(status);
+}
 
 TDecoder::~TDecoder() = default;
+
+void TDecoder::RaiseInvalidBytes() {
+    std::array<char, kMaxInvalidBytes> bytes{};
+    auto count = static_cast<std::int8_t>(bytes.size());
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_getInvalidChars(FState->Converter.get(), bytes.data(), &count, &status);
+    ucnv_resetToUnicode(FState->Converter.get());
+    Check(status);
+    String message(count == 1 ? u"Byte" : u"Bytes");
+    for (std::int8_t i = 0; i < count; ++i) {
+        const auto byte = static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(i)]);
+        message += Format(u" %.2x", {byte});
+    }
+    message += count == 1 ? u" is" : u" are";
+    throw EEncodingError(message + u" not valid in " + FState->Encoding.GetName());
+}
 
 void TDecoder::Decode(std::string_view bytes, bool last, String& text) {
     const char* source = bytes.empty() ? "" : bytes.data();
@@ -195,16 +246,17 @@ void TDecoder::Decode(std::string_view bytes, bool last, String& text) {
             text.resize(used + static_cast<std::size_t>(pieceEnd - source + kSlack));
             Char* target = text.data() + used;
             status = U_ZERO_ERROR;
-            ucnv_toUnicode(FState->converter.get(), &target, text.data() + text.size(), &source, pieceEnd,
+            ucnv_toUnicode(FState->Converter.get(), &target, text.data() + text.size(), &source, pieceEnd,
                            nullptr, last && pieceEnd == end, &status);
             text.resize(static_cast<std::size_t>(target - text.data()));
         }
+        if (IsInvalidText(status)) RaiseInvalidBytes();
         Check(status);
     } while (source != end);
 }
 
 struct TEncoder::TState {
-    TConverter converter;
+    TConverter Converter;
 };
 
 TEncoder::TEncoder(const TEncoding& encoding)
@@ -223,7 +275,7 @@ void TEncoder::Encode(StringView text, bool last, std::string& bytes) {
             bytes.resize(used + static_cast<std::size_t>((pieceEnd - source) * 2 + kSlack));
             char* target = bytes.data() + used;
             status = U_ZERO_ERROR;
-            ucnv_fromUnicode(FState->converter.get(), &target, bytes.data() + bytes.size(), &source, pieceEnd,
+            ucnv_fromUnicode(FState->Converter.get(), &target, bytes.data() + bytes.size(), &source, pieceEnd,
                              nullptr, last && pieceEnd == end, &status);
             bytes.resize(static_cast<std::size_t>(target - bytes.data()));
         }

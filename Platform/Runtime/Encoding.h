@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,7 +17,9 @@
 /// that the encoding does not have becomes one "?"; in the UTF encodings, where only half of a surrogate
 /// pair can be at fault, it becomes U+FFFD. Text that arrives in pieces goes through a TDecoder or TEncoder.
 ///
-/// Leans on ICU's converters. Threads: a TEncoding may be used on any number of threads at once; a TDecoder
+/// A decoder can also refuse such bytes instead (ibRefuse).
+///
+/// Uses ICU's converters. Threads: a TEncoding may be used on any number of threads at once; a TDecoder
 /// or TEncoder serves one thread at a time.
 namespace Varnholt {
 
@@ -33,6 +36,10 @@ public:
     [[nodiscard]] static const TEncoding& Utf16LE() noexcept;
     /// UTF-16 with the high byte first, with the preamble FE FF.
     [[nodiscard]] static const TEncoding& Utf16BE() noexcept;
+    /// UTF-32 with the low byte first, with the preamble FF FE 00 00.
+    [[nodiscard]] static const TEncoding& Utf32LE() noexcept;
+    /// UTF-32 with the high byte first, with the preamble 00 00 FE FF.
+    [[nodiscard]] static const TEncoding& Utf32BE() noexcept;
     /// 7-bit ASCII. A byte above 127 is no text.
     [[nodiscard]] static const TEncoding& Ascii() noexcept;
 
@@ -50,7 +57,8 @@ public:
     /// EEncodingError (`No encoding is named "%s"`).
     [[nodiscard]] static const TEncoding& ForName(StringView name);
 
-    /// The encoding whose preamble stands at the start of the bytes (UTF-8 or UTF-16), or a null pointer.
+    /// The encoding of the preamble that the bytes begin with, or a null pointer. FF FE 00 00 is UTF-32 and
+    /// never UTF-16 text that begins with a zero character.
     [[nodiscard]] static const TEncoding* DetectByPreamble(std::string_view bytes) noexcept;
 
     /// The name that ForName takes back.
@@ -76,6 +84,12 @@ private:
     std::string_view FPreamble;
 };
 
+/// What a decoder does with bytes that are not valid in the encoding.
+enum TInvalidBytes : std::uint8_t {
+    ibReplace,  ///< they become U+FFFD
+    ibRefuse,   ///< raises EEncodingError
+};
+
 /// Decodes bytes that arrive in pieces; a character may be cut at the end of a piece.
 ///
 ///     TDecoder decoder(TEncoding::Utf8());
@@ -83,16 +97,22 @@ private:
 ///     decoder.Decode("\xBCrich", true, text);
 class VARNHOLT_EXPORT TDecoder {
 public:
-    explicit TDecoder(const TEncoding& encoding);
+    explicit TDecoder(const TEncoding& encoding, TInvalidBytes invalid = ibReplace);
     ~TDecoder();
     TDecoder(const TDecoder&) = delete;
     TDecoder& operator=(const TDecoder&) = delete;
 
     /// Appends the text of the bytes. With `last`, a character that is still incomplete becomes U+FFFD, and
     /// the decoder is ready for a new text.
+    ///
+    /// With ibRefuse, invalid bytes and an incomplete last character raise EEncodingError, such as "Byte FF is
+    /// not valid in UTF-8" or "Bytes E2 82 are not valid in UTF-8". The text of the valid bytes before them
+    /// has then been appended, the bytes after them are ignored, and the decoder is ready for a new text.
     void Decode(std::string_view bytes, bool last, String& text);
 
 private:
+    [[noreturn]] void RaiseInvalidBytes();
+
     struct TState;
     std::unique_ptr<TState> FState;
 };

@@ -53,6 +53,12 @@ bool DirectoryExists(StringView path) {
     return facts && S_ISDIR(facts->st_mode);
 }
 
+bool IsSameFile(StringView a, StringView b) {
+    const auto left = Facts(a);
+    const auto right = Facts(b);
+    return left && right && left->st_dev == right->st_dev && left->st_ino == right->st_ino;
+}
+
 std::int64_t FileSize(StringView path) {
     const String what = u"read size of file " + Quoted(path);
     const std::string native = NativeOrFail(path, what);

@@ -23,6 +23,10 @@ namespace Varnholt {
 /// Whether there is a folder of that name. False for a path that has no native form.
 [[nodiscard]] VARNHOLT_EXPORT bool DirectoryExists(StringView path);
 
+/// Whether both paths lead to the same file or folder, after all symbolic links. False if one does not exist.
+/// Never fails.
+[[nodiscard]] VARNHOLT_EXPORT bool IsSameFile(StringView a, StringView b);
+
 /// The file's length in bytes. Raises EInOutError (`Cannot read size of file "%s": %s`), for a folder too.
 [[nodiscard]] VARNHOLT_EXPORT std::int64_t FileSize(StringView path);
 

@@ -64,12 +64,6 @@ std::size_t FolderLength(StringView path) {
     return HasDrive(path) ? 2 : 0;
 }
 
-/// 0-based place of the extension's dot, or the length of a path without extension.
-std::size_t ExtensionStart(StringView path) {
-    const std::size_t dot = path.rfind(u'.');
-    return dot != StringView::npos && dot >= FolderLength(path) ? dot : path.size();
-}
-
 std::string WithSlashes(StringView path) {
     std::string native = ToUtf8(path);
     std::ranges::replace(native, '\\', '/');
@@ -117,20 +111,6 @@ String ExtractFileName(StringView path) {
 
 String ExtractFilePath(StringView path) {
     return String(path.substr(0, FolderLength(path)));
-}
-
-String ExtractFileExt(StringView path) {
-    return String(path.substr(ExtensionStart(path)));
-}
-
-String ChangeFileExt(StringView path, StringView extension) {
-    return String(path.substr(0, ExtensionStart(path))).append(extension);
-}
-
-String IncludeTrailingPathDelimiter(StringView path) {
-    String result(path);
-    if (!EndsInSeparator(path)) result += IsNative(path) ? u'/' : u'\\';
-    return result;
 }
 
 String ExcludeTrailingPathDelimiter(StringView path) {

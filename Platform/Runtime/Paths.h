@@ -35,17 +35,6 @@ namespace Varnholt {
 /// What stands before the file name, with its separator: `C:\a\` of `C:\a\x.csv`.
 [[nodiscard]] VARNHOLT_EXPORT String ExtractFilePath(StringView path);
 
-/// The extension from the last dot of the file name on: `.csv` of `C:\a\x.csv`. Empty if there is no dot.
-[[nodiscard]] VARNHOLT_EXPORT String ExtractFileExt(StringView path);
-
-/// The path with the given extension, which brings its own dot, instead of its own or behind it where it has
-/// none. An empty extension takes the present one away.
-[[nodiscard]] VARNHOLT_EXPORT String ChangeFileExt(StringView path, StringView extension);
-
-/// The path with a separator at its end, added where it is missing: a slash behind a native path, otherwise a
-/// backslash.
-[[nodiscard]] VARNHOLT_EXPORT String IncludeTrailingPathDelimiter(StringView path);
-
 /// The path without the one separator at its end, if there is one.
 [[nodiscard]] VARNHOLT_EXPORT String ExcludeTrailingPathDelimiter(StringView path);
 

@@ -9,8 +9,10 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "Platform/Runtime/Paths.h"
+#include "Platform/Runtime/SystemCallsPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -20,18 +22,6 @@ static_assert(sizeof(off_t) == sizeof(std::int64_t), "Files need 64-bit position
 constexpr std::int64_t kCopyBuffer = 1 << 20;
 constexpr std::int64_t kMaxMemorySize = std::int64_t{1} << 40;
 constexpr mode_t kNewFileRights = 0666;
-
-String FileMessage(StringView action, StringView path, StringView reason) {
-    return String(action).append(u" file \"").append(path).append(u"\": ").append(reason);
-}
-
-/// Runs a system call again for as long as a signal interrupts it.
-template <typename TCall>
-auto Uninterrupted(TCall call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR) result = call();
-    return result;
-}
 
 int OpenFlags(TFileMode mode) {
     switch (mode) {
@@ -52,8 +42,7 @@ int OpenFlags(TFileMode mode) {
 }
 
 [[noreturn]] void RaiseOpenFailure(StringView path, TFileMode mode, StringView reason) {
-    if (mode == fmCreate || mode == fmRewrite)
-        throw EFCreateError(FileMessage(u"Cannot create", path, reason));
+    if (mode == fmCreate || mode == fmRewrite) RaiseCannotCreate(path, reason);
     throw EFOpenError(FileMessage(u"Cannot open", path, reason));
 }
 
@@ -77,6 +66,19 @@ void CheckMemorySize(std::int64_t size) {
 }
 
 }  // namespace
+
+String FileMessage(StringView action, StringView path, StringView reason) {
+    return String(action).append(u" file \"").append(path).append(u"\": ").append(reason);
+}
+
+void RaiseCannotCreate(StringView path, StringView reason) {
+    throw EFCreateError(FileMessage(u"Cannot create", path, reason));
+}
+
+bool SyncToDisk(int handle) noexcept {
+    // A pipe or a device has no disk.
+    return Uninterrupted([&] { return fsync(handle); }) == 0 || errno == EINVAL || errno == EROFS;
+}
 
 String SystemReason(int errorNumber) {
     const char* text =
@@ -184,7 +186,36 @@ TFileStream::TFileStream(StringView path, TFileMode mode) : TFileStream(path) {
 }
 
 TFileStream::~TFileStream() {
-    if (FHandle >= 0) close(FHandle);
+    Abandon();
+}
+
+void TFileStream::Abandon() noexcept {
+    if (FHandle >= 0) close(std::exchange(FHandle, -1));
+}
+
+std::unique_ptr<TFileStream> TFileStream::OpenStandard(int handle, StringView name) {
+    std::unique_ptr<TFileStream> stream(new TFileStream(name));
+    stream->FIsStandard = true;
+    constexpr int kFirstOther = STDERR_FILENO + 1;
+    stream->FHandle = fcntl(handle, F_DUPFD_CLOEXEC, kFirstOther);
+    return stream;
+}
+
+std::unique_ptr<TFileStream> TFileStream::StandardInput() {
+    auto stream = OpenStandard(STDIN_FILENO, u"standard input");
+    if (stream->FHandle < 0) throw EFOpenError(stream->Message(u"Cannot open", SystemReason(errno)));
+    return stream;
+}
+
+std::unique_ptr<TFileStream> TFileStream::StandardOutput() {
+    auto stream = OpenStandard(STDOUT_FILENO, u"standard output");
+    if (stream->FHandle < 0) throw EFCreateError(stream->Message(u"Cannot create", SystemReason(errno)));
+    return stream;
+}
+
+String TFileStream::Message(StringView action, StringView reason) const {
+    if (!FIsStandard) return FileMessage(action, FFileName, reason);
+    return String(action).append(u" ").append(FFileName).append(u": ").append(reason);
 }
 
 void TFileStream::Open(StringView path, TFileMode mode) {
@@ -192,14 +223,14 @@ void TFileStream::Open(StringView path, TFileMode mode) {
 }
 
 int TFileStream::Handle() const {
-    if (FHandle < 0) throw EStreamError(FileMessage(u"Cannot use", FFileName, u"It is closed"));
+    if (FHandle < 0) throw EStreamError(Message(u"Cannot use", u"It is closed"));
     return FHandle;
 }
 
 std::size_t TFileStream::Read(std::span<std::byte> buffer) {
     const int handle = Handle();
     const ssize_t count = Uninterrupted([&] { return read(handle, buffer.data(), buffer.size()); });
-    if (count < 0) throw EReadError(FileMessage(u"Cannot read", FFileName, SystemReason(errno)));
+    if (count < 0) throw EReadError(Message(u"Cannot read", SystemReason(errno)));
     return static_cast<std::size_t>(count);
 }
 
@@ -207,7 +238,7 @@ std::size_t TFileStream::Write(std::span<const std::byte> bytes) {
     const int handle = Handle();
     for (auto rest = bytes; !rest.empty();) {  // the system may take a part at a time
         const ssize_t count = Uninterrupted([&] { return write(handle, rest.data(), rest.size()); });
-        if (count < 0) throw EWriteError(FileMessage(u"Cannot write", FFileName, SystemReason(errno)));
+        if (count < 0) throw EWriteError(Message(u"Cannot write", SystemReason(errno)));
         rest = rest.subspan(static_cast<std::size_t>(count));
     }
     return bytes.size();
@@ -216,49 +247,44 @@ std::size_t TFileStream::Write(std::span<const std::byte> bytes) {
 std::int64_t TFileStream::Seek(std::int64_t offset, TSeekOrigin origin) {
     const int whence = origin == soBeginning ? SEEK_SET : origin == soCurrent ? SEEK_CUR : SEEK_END;
     const off_t position = lseek(Handle(), offset, whence);
-    if (position < 0) throw EStreamError(FileMessage(u"Cannot seek in", FFileName, SystemReason(errno)));
+    if (position < 0) throw EStreamError(Message(u"Cannot seek in", SystemReason(errno)));
     return position;
 }
 
 std::int64_t TFileStream::GetPosition() const {
     const off_t position = lseek(Handle(), 0, SEEK_CUR);
-    if (position < 0) throw EStreamError(FileMessage(u"Cannot seek in", FFileName, SystemReason(errno)));
+    if (position < 0) throw EStreamError(Message(u"Cannot seek in", SystemReason(errno)));
     return position;
 }
 
 std::int64_t TFileStream::GetSize() const {
     struct stat facts {};
     if (fstat(Handle(), &facts) != 0)
-        throw EStreamError(FileMessage(u"Cannot read size of", FFileName, SystemReason(errno)));
+        throw EStreamError(Message(u"Cannot read size of", SystemReason(errno)));
     return facts.st_size;
 }
 
 void TFileStream::SetSize(std::int64_t size) {
     const int handle = Handle();
     if (Uninterrupted([&] { return ftruncate(handle, size); }) != 0)
-        throw EWriteError(FileMessage(u"Cannot write", FFileName, SystemReason(errno)));
+        throw EWriteError(Message(u"Cannot write", SystemReason(errno)));
     if (GetPosition() > size) SetPosition(size);
 }
 
 void TFileStream::Flush() {
     const int handle = Handle();
-    const int result = Uninterrupted([&] { return fsync(handle); });
-    const bool nothingToKeep = errno == EINVAL || errno == EROFS;  // a pipe or a device has no disk behind it
-    if (result != 0 && !nothingToKeep)
-        throw EWriteError(FileMessage(u"Cannot write", FFileName, SystemReason(errno)));
+    if (!SyncToDisk(handle)) throw EWriteError(Message(u"Cannot write", SystemReason(errno)));
 }
 
 void TFileStream::Close() {
     if (FHandle < 0) return;
-    const int result = close(FHandle);
-    FHandle = -1;
+    const int result = close(std::exchange(FHandle, -1));
     // An interrupted close has released the file all the same.
-    if (result != 0 && errno != EINTR)
-        throw EWriteError(FileMessage(u"Cannot write", FFileName, SystemReason(errno)));
+    if (result != 0 && errno != EINTR) throw EWriteError(Message(u"Cannot write", SystemReason(errno)));
 }
 
 String TFileStream::UnexpectedEndMessage() const {
-    return FileMessage(u"Cannot read", FFileName, u"Unexpected end of file");
+    return Message(u"Cannot read", u"Unexpected end of file");
 }
 
 }  // namespace Varnholt

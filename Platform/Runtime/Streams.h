@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -123,8 +124,16 @@ public:
     /// Opens the file. Raises EFCreateError (`Cannot create file "%s": %s`) in the modes fmCreate and
     /// fmRewrite, otherwise EFOpenError (`Cannot open file "%s": %s`); a folder is no file.
     TFileStream(StringView path, TFileMode mode);
-    /// Closes the file if it is open, and can not report a failure: call Close before.
+    /// Closes the file if it is open, and cannot report a failure: call Close before.
     ~TFileStream() override;
+
+    /// The standard input or output of the process, called "standard input" and "standard output" in messages
+    /// and by GetFileName. The stream has a descriptor of its own, so Close reports what the system could not
+    /// keep and leaves the descriptor of the process open. Nothing is buffered. Raises EFOpenError
+    /// (`Cannot open standard input: %s`) or EFCreateError (`Cannot create standard output: %s`) if the
+    /// process has none.
+    [[nodiscard]] static std::unique_ptr<TFileStream> StandardInput();
+    [[nodiscard]] static std::unique_ptr<TFileStream> StandardOutput();
 
     std::size_t Read(std::span<std::byte> buffer) override;
     std::size_t Write(std::span<const std::byte> bytes) override;
@@ -143,18 +152,26 @@ public:
     void Close();
 
 protected:
-    /// A stream without a file yet, which messages call by that name.
-    explicit TFileStream(StringView nameInMessages) : FFileName(nameInMessages) {}
+    /// A stream without a file yet, with the path for messages.
+    explicit TFileStream(StringView path) : FFileName(path) {}
     /// Opens its file, once; raises as the constructor does, with this path.
     void Open(StringView path, TFileMode mode);
+    /// Takes over an open descriptor of the system, once.
+    void Attach(int handle) noexcept { FHandle = handle; }
+    /// The system's descriptor; raises EStreamError if the stream is closed.
+    [[nodiscard]] int Handle() const;
+    /// Closes the file, if it is open, without reporting a failure.
+    void Abandon() noexcept;
 
     [[nodiscard]] String UnexpectedEndMessage() const override;
 
 private:
-    [[nodiscard]] int Handle() const;
+    [[nodiscard]] static std::unique_ptr<TFileStream> OpenStandard(int handle, StringView name);
+    [[nodiscard]] String Message(StringView action, StringView reason) const;
 
     String FFileName;
     int FHandle = -1;
+    bool FIsStandard = false;  // FFileName is no path
 };
 
 }  // namespace Varnholt

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
@@ -32,11 +32,6 @@ void TStringList::CheckRoom() const {
     if (FLines.size() >= kMaxCount) throw EListError(u"Too many lines for a list");
 }
 
-std::size_t TStringList::Checked(std::int32_t index) const {
-    if (index < 0 || index >= GetCount()) throw EListError::IndexOutOfBounds(index);
-    return static_cast<std::size_t>(index);
-}
-
 std::int32_t TStringList::Add(StringView line) {
     CheckRoom();
     FLines.emplace_back(line);
@@ -45,20 +40,20 @@ std::int32_t TStringList::Add(StringView line) {
 
 void TStringList::Insert(std::int32_t index, StringView line) {
     CheckRoom();
-    if (index < 0 || index > GetCount()) throw EListError::IndexOutOfBounds(index);
-    FLines.emplace(FLines.begin() + index, line);
+    const std::size_t position = ListIndex(index, FLines.size() + 1);
+    FLines.emplace(FLines.begin() + static_cast<std::ptrdiff_t>(position), line);
 }
 
 void TStringList::Delete(std::int32_t index) {
-    FLines.erase(FLines.begin() + static_cast<std::ptrdiff_t>(Checked(index)));
+    FLines.erase(FLines.begin() + static_cast<std::ptrdiff_t>(ListIndex(index, FLines.size())));
 }
 
 const String& TStringList::operator[](std::int32_t index) const {
-    return FLines[Checked(index)];
+    return FLines[ListIndex(index, FLines.size())];
 }
 
 String& TStringList::operator[](std::int32_t index) {
-    return FLines[Checked(index)];
+    return FLines[ListIndex(index, FLines.size())];
 }
 
 std::int32_t TStringList::IndexOf(StringView text) const {

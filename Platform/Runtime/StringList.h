@@ -60,7 +60,6 @@ public:
 
 private:
     void CheckRoom() const;
-    [[nodiscard]] std::size_t Checked(std::int32_t index) const;
 
     std::vector<String> FLines;
     bool FCaseSensitive = false;

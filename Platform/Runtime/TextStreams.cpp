@@ -7,26 +7,30 @@
 namespace Varnholt {
 namespace {
 
-constexpr std::size_t kPreambleLength = 3;  // of the longest
+constexpr std::size_t kPreambleLength = 4;  // of the longest
 constexpr std::size_t kEncodePiece = 1 << 16;
 
 }  // namespace
 
-TStreamReader::TStreamReader(StringView path, const TEncoding& encoding, bool detectPreamble,
-                             std::size_t bufferSize)
-    : FOwned(std::make_unique<TFileStream>(path, fmOpenRead)),
-      FStream(FOwned.get()),
+TStreamReader::TStreamReader(std::unique_ptr<TStream> owned, TStream* stream, const TEncoding& encoding,
+                             bool detectPreamble, std::size_t bufferSize, TInvalidBytes invalid)
+    : FOwned(std::move(owned)),
+      FStream(stream != nullptr ? stream : FOwned.get()),
       FEncoding(&encoding),
       FDetectPreamble(detectPreamble),
+      FInvalid(invalid),
       FBytes(bufferSize, '\0') {
     if (bufferSize == 0) throw EArgumentException(u"A text reader needs a buffer");
 }
 
+TStreamReader::TStreamReader(StringView path, const TEncoding& encoding, bool detectPreamble,
+                             std::size_t bufferSize, TInvalidBytes invalid)
+    : TStreamReader(std::make_unique<TFileStream>(path, fmOpenRead), nullptr, encoding, detectPreamble,
+                    bufferSize, invalid) {}
+
 TStreamReader::TStreamReader(TStream& stream, const TEncoding& encoding, bool detectPreamble,
-                             std::size_t bufferSize)
-    : FStream(&stream), FEncoding(&encoding), FDetectPreamble(detectPreamble), FBytes(bufferSize, '\0') {
-    if (bufferSize == 0) throw EArgumentException(u"A text reader needs a buffer");
-}
+                             std::size_t bufferSize, TInvalidBytes invalid)
+    : TStreamReader(nullptr, &stream, encoding, detectPreamble, bufferSize, invalid) {}
 
 TStreamReader::~TStreamReader() = default;
 
@@ -45,21 +49,38 @@ void TStreamReader::Start() {
     if (detected != nullptr) FEncoding = detected;
     const std::string_view preamble = FEncoding->GetPreamble();
     const std::size_t skipped = head.starts_with(preamble) ? preamble.size() : 0;
-    FDecoder = std::make_unique<TDecoder>(*FEncoding);
-    FDecoder->Decode(std::string_view(head).substr(skipped), false, FText);
+    FDecoder = std::make_unique<TDecoder>(*FEncoding, FInvalid);
+    Decode(std::string_view(head).substr(skipped), false);
 }
 
-/// Decodes further bytes, once all text has been handed out. False at the end of the text.
-bool TStreamReader::Fill() {
+void TStreamReader::Decode(std::string_view bytes, bool last) {
+    try {
+        FDecoder->Decode(bytes, last, FText);
+    } catch (const EEncodingError& failure) {
+        FFailure = failure;
+        FFinished = true;
+    }
+}
+
+/// Decodes further bytes, once all text has been handed out. False at the end of the text, and before invalid
+/// bytes.
+bool TStreamReader::TryFill() {
     FText.clear();
     FPosition = 0;
     if (!FDecoder) Start();
     while (FText.empty() && !FFinished) {
         const std::size_t count = FStream->Read(WritableBytesOf(FBytes));
         FFinished = count == 0;
-        FDecoder->Decode(std::string_view(FBytes).substr(0, count), FFinished, FText);
+        Decode(std::string_view(FBytes).substr(0, count), FFinished);
     }
     return !FText.empty();
+}
+
+/// The same, but raises for invalid bytes.
+bool TStreamReader::Fill() {
+    if (TryFill()) return true;
+    if (FFailure) throw *FFailure;
+    return false;
 }
 
 bool TStreamReader::ReadLine(String& line) {
@@ -72,7 +93,9 @@ bool TStreamReader::ReadLine(String& line) {
         FPosition += length;
         if (length == rest.size()) continue;
         ++FPosition;
-        if (*end == u'\r' && Peek() == u'\n') ++FPosition;
+        const bool isPair =
+            *end == u'\r' && (FPosition < FText.size() || TryFill()) && FText[FPosition] == u'\n';
+        if (isPair) ++FPosition;
         return true;
     }
     return !line.empty();
@@ -95,11 +118,12 @@ String TStreamReader::ReadToEnd() {
 
 std::size_t TStreamReader::Read(std::span<Char> chunk) {
     std::size_t used = 0;
-    while (used < chunk.size() && (FPosition < FText.size() || Fill())) {
+    while (used < chunk.size() && (FPosition < FText.size() || TryFill())) {
         const std::size_t count = FText.copy(chunk.data() + used, chunk.size() - used, FPosition);
         used += count;
         FPosition += count;
     }
+    if (used == 0 && !chunk.empty() && FFailure) throw *FFailure;
     return used;
 }
 

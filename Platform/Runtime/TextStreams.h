@@ -26,17 +26,21 @@ namespace Varnholt {
 
 /// Reads text. The encoding is that of the preamble in front of the text, if there is one, else the one
 /// given. With `detectPreamble` false the encoding is the one given, and only its own preamble is passed
-/// over. Bytes that are no text in the encoding become U+FFFD. All operations may raise EReadError.
+/// over. Bytes that are not valid in the encoding become U+FFFD, or with ibRefuse raise EEncodingError as
+/// TDecoder does: once all text before them has been read, and again at each further attempt. A line that
+/// ends before them is still returned. All operations may raise EReadError.
 class VARNHOLT_EXPORT TStreamReader {
 public:
     static constexpr std::size_t kBufferSize = 1 << 16;
 
     /// Opens the file. Raises EFOpenError. The buffer size counts bytes; 0 raises EArgumentException.
     explicit TStreamReader(StringView path, const TEncoding& encoding = TEncoding::Utf8(),
-                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize);
+                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize,
+                           TInvalidBytes invalid = ibReplace);
     /// Reads from the stream's position on, and ahead of what it has handed out.
     explicit TStreamReader(TStream& stream, const TEncoding& encoding = TEncoding::Utf8(),
-                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize);
+                           bool detectPreamble = true, std::size_t bufferSize = kBufferSize,
+                           TInvalidBytes invalid = ibReplace);
     ~TStreamReader();
     TStreamReader(const TStreamReader&) = delete;
     TStreamReader& operator=(const TStreamReader&) = delete;
@@ -61,18 +65,24 @@ public:
     [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }
 
 private:
+    TStreamReader(std::unique_ptr<TStream> owned, TStream* stream, const TEncoding& encoding,
+                  bool detectPreamble, std::size_t bufferSize, TInvalidBytes invalid);
     void Start();
+    void Decode(std::string_view bytes, bool last);
+    bool TryFill();
     bool Fill();
 
     std::unique_ptr<TStream> FOwned;
     TStream* FStream;
     const TEncoding* FEncoding;
     bool FDetectPreamble;
+    TInvalidBytes FInvalid;
     std::unique_ptr<TDecoder> FDecoder;  // none before the first bytes are read
     std::string FBytes;
     String FText;  // decoded, from FPosition on still to be handed out
     std::size_t FPosition = 0;
     bool FFinished = false;
+    std::optional<EEncodingError> FFailure;  // raised after the text before the invalid bytes
 };
 
 /// Writes text through a buffer. No preamble is written unless WritePreamble is called. Any operation may

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -9,6 +10,12 @@
 #include "Platform/Runtime/Paths.h"
 
 namespace Varnholt::Test {
+
+/// How many file descriptors the process has open.
+[[nodiscard]] inline std::ptrdiff_t OpenDescriptors() {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+}
 
 /// A folder of its own for a test, below the system's temporary folder. It is deleted with all that is in it:
 ///

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <numeric>
 #include <thread>
 
 #include "Tests/Support/Raised.h"
@@ -47,18 +48,17 @@ TEST(EncodingTest, TextAndBytesAreThoseOfTheStandards) {
 }
 
 TEST(EncodingTest, EveryByteAndLongTextsRoundTrip) {
-    std::string bytes;
-    for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
+    std::string bytes(256, '\0');
+    std::iota(bytes.begin(), bytes.end(), '\0');
     String text = TEncoding::Default().GetString(bytes);
     EXPECT_EQ(TEncoding::Default().GetBytes(text), bytes);
     while (text.size() < 3'000'001) text += u"x\U0001F30D\u20AC";
-    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16BE()})
-        EXPECT_TRUE(encoding->GetString(encoding->GetBytes(text)) == text) << ToUtf8(encoding->GetName());
+    EXPECT_TRUE(TEncoding::Utf8().GetString(TEncoding::Utf8().GetBytes(text)) == text);
 }
 
 TEST(EncodingTest, PiecesOfAnySizeGiveTheWhole) {
     const String text = u"A\U0001F30D\u00FC\u20AC\r\n\U00010000z\xD83C";
-    for (StringView name : {u"utf-8", u"utf-16le", u"utf-16be", u"ascii", u"cp1252", u"iso-8859-2"}) {
+    for (StringView name : {u"utf-8", u"utf-16be", u"ascii", u"cp1252", u"iso-8859-2"}) {
         const TEncoding& encoding = TEncoding::ForName(name);
         const std::string bytes = encoding.GetBytes(text);
         for (std::size_t size = 1; size <= bytes.size(); ++size) {
@@ -69,31 +69,65 @@ TEST(EncodingTest, PiecesOfAnySizeGiveTheWhole) {
             for (std::size_t i = 0; i < text.size(); i += size)
                 encoder.Encode(StringView(text).substr(i, size), i + size >= text.size(), pieceBytes);
             for (std::size_t i = 0; i < bytes.size(); i += size)
-                decoder.Decode(std::string_view(bytes).substr(i, size), false, pieceText);
-            decoder.Decode({}, true, pieceText);
-            EXPECT_EQ(pieceBytes, bytes) << ToUtf8(name) << " in pieces of " << size;
-            EXPECT_EQ(pieceText, encoding.GetString(bytes)) << ToUtf8(name) << " in pieces of " << size;
+                decoder.Decode(std::string_view(bytes).substr(i, size), i + size >= bytes.size(), pieceText);
+            EXPECT_TRUE(pieceBytes == bytes && pieceText == encoding.GetString(bytes))
+                << ToUtf8(name) << " in pieces of " << size;
+        }
+    }
+}
+
+// Valid text before the invalid bytes is kept, and the decoder can be used again.
+TEST(EncodingTest, StrictDecoderNamesTheInvalidBytes) {
+    // clang-format off
+    const struct { StringView name; std::string_view bytes; StringView text, message; } cases[] = {
+        {u"utf-8", "a\xFF\x62", u"a", u"Byte FF is not valid in UTF-8"},
+        {u"utf-8", "\xC3\xBC\xE2\x82", u"\u00FC", u"Bytes E2 82 are not valid in UTF-8"},
+        {u"utf-8", "\xF0\x9F\x8C\x8D\xED\xA0\xBC", u"\U0001F30D", u"Byte ED is not valid in UTF-8"},
+        {u"utf-16be", "\0a\xD8\x3C\0a"sv, u"a", u"Bytes D8 3C are not valid in UTF-16BE"},
+        {u"utf-32le", "a\0\0\0\0\0\0\x01"sv, u"a", u"Bytes 00 00 00 01 are not valid in UTF-32LE"},
+        {u"ascii", "ab\x80", u"ab", u"Byte 80 is not valid in US-ASCII"},
+        {u"shift_jis", "a\x81", u"a", u"Byte 81 is not valid in ibm-943_P15A-2003"},
+    };
+    // clang-format on
+    for (const auto& c : cases) {
+        TDecoder decoder(TEncoding::ForName(c.name), ibRefuse);
+        for (std::size_t size = 1; size <= c.bytes.size(); ++size) {
+            SCOPED_TRACE(ToUtf8(c.message) + " in pieces of " + std::to_string(size));
+            String text;
+            EXPECT_EQ(Raised<EEncodingError>([&] {
+                          for (std::size_t i = 0; i < c.bytes.size(); i += size)
+                              decoder.Decode(c.bytes.substr(i, size), false, text);
+                          decoder.Decode({}, true, text);
+                      }),
+                      c.message);
+            EXPECT_EQ(text, c.text);
         }
     }
 }
 
 TEST(EncodingTest, PreamblesAndNamesLeadToOneObjectEach) {
-    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
+    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE(),
+                                      &TEncoding::Utf32LE(), &TEncoding::Utf32BE()})
         EXPECT_EQ(TEncoding::DetectByPreamble(std::string(encoding->GetPreamble()) + "a"), encoding);
-    for (std::string_view bytes : {""sv, "\xEF\xBB"sv, "\xFF"sv, "a\xFF\xFE"sv})
-        EXPECT_EQ(TEncoding::DetectByPreamble(bytes), nullptr) << bytes;
     // clang-format off
     const std::pair<StringView, const TEncoding&> names[] = {
         {u"utf8", TEncoding::Utf8()}, {u"UTF-16", TEncoding::Utf16LE()}, {u"utf-16be", TEncoding::Utf16BE()},
         {u"ascii", TEncoding::Ascii()}, {u"cp1252", TEncoding::Default()},
+        {u"UTF-32", TEncoding::Utf32LE()}, {u"UnicodeBig", TEncoding::Utf16BE()},
         {u"latin1", TEncoding::ForName(u"ISO-8859-1")}};
     // clang-format on
     for (const auto& [name, encoding] : names) EXPECT_EQ(&TEncoding::ForName(name), &encoding);
-    const String endless(5000, u'x');
-    for (StringView name :
-         {u""sv, u"no-such"sv, u"utf-8,version=1"sv, u"../utf-8"sv, u"utf-8\0"sv, StringView(endless)})
+    // Names of ICU with options, and an encoding that has no "?".
+    for (StringView name : {u"ISO-2022-JP", u"ibm-37_P100-1995,swaplfnl", u"GB_2312-80"}) {
+        const TEncoding& encoding = TEncoding::ForName(name);
+        EXPECT_EQ(&TEncoding::ForName(encoding.GetName()), &encoding) << ToUtf8(name);
+        EXPECT_EQ(encoding.GetString(encoding.GetBytes(u"\u3042")) == u"\u3042", name[0] != u'i')
+            << ToUtf8(name);
+    }
+    for (const String& name : {String(), String(u"no-such"), String(u"utf-8,version=1"), String(u"../utf-8"),
+                               String(u"utf-8\0"sv), String(5000, u'x')})
         EXPECT_EQ(Raised<EEncodingError>([&] { (void)TEncoding::ForName(name); }),
-                  u"No encoding is named \"" + String(name) + u"\"");
+                  u"No encoding is named \"" + name + u"\"");
 }
 
 // The default belongs to the process, so each order of settings runs in a process of its own.

@@ -16,86 +16,61 @@ protected:
     const TTemporaryDrive FDrive{u'D'};
 };
 
-TEST_F(FilesTest, FilesAndFoldersComeAndGo) {
-    using namespace std::string_view_literals;
-    // clang-format off
-    const std::tuple<bool, bool, std::vector<StringView>> cases[] = {
-        {true, false, {u"D:\\file", u"/dev/null"}}, {false, true, {u"D:\\folder", u"D:\\folder\\", u"D:"}},
-        {false, false, {u"D:\\FILE", u"D:\\file\\x", u"Q:\\x", u"\\\\server\\x", u"D:\\file\0"sv, u""}}};
-    // clang-format on
-    for (const auto& [isFile, isFolder, paths] : cases)
-        for (StringView path : paths)
-            EXPECT_TRUE(FileExists(path) == isFile && DirectoryExists(path) == isFolder) << ToUtf8(path);
+TEST_F(FilesTest, FilesAndFoldersAreCreatedMovedAndDeleted) {
     ForceDirectories(u"D:\\a\\b\\c\\");
     ForceDirectories(u"D:\\a\\b");
-    WriteFileInOneGo(u"D:\\a\\b\\c\\x.csv", "1,2,");
-    EXPECT_EQ(FileSize(u"D:\\a\\b\\c\\x.csv"), 4);
-    RenameFile(u"D:\\a\\b\\c\\x.csv", u"D:\\file");
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "1,2,");
-    RemoveDirectory(u"D:\\a\\b\\c");  // possible, as the file has gone
+    for (const auto& bytes : {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
+        WriteFileInOneGo(u"D:\\a\\b\\c\\x.csv", bytes);
+        EXPECT_EQ(FileSize(u"D:\\a\\b\\c\\x.csv"), std::ssize(bytes));
+        RenameFile(u"D:\\a\\b\\c\\x.csv", u"D:\\file");
+        EXPECT_TRUE(ReadWholeFile(u"D:\\file") == bytes) << bytes.size();
+    }
+    EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // has a size of 0
+    RemoveDirectory(u"D:\\a\\b\\c");                            // possible, as the file was moved
     DeleteFile(u"D:\\file");
     EXPECT_FALSE(DirectoryExists(u"D:\\a\\b\\c") || FileExists(u"D:\\file"));
 }
 
-TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
-    const StringView none = u"No such file or directory", notOne = u"Not a directory",
-                     isOne = u"Is a directory";
-    const auto sizeOf = [](StringView path) { (void)FileSize(path); };
+TEST_F(FilesTest, QuestionsNeverFail) {
+    using namespace std::string_view_literals;
+    std::filesystem::create_symlink("file", FDrive.GetNativePath("link"));
+    std::filesystem::create_hard_link(FDrive.GetNativePath("file"), FDrive.GetNativePath("twin"));
+    WriteFileInOneGo(u"D:\\other", "abc");
     // clang-format off
-    const std::tuple<void (*)(StringView), StringView, StringView, StringView> cases[] = {
-        {DeleteFile, u"delete file", u"D:\\no", none}, {DeleteFile, u"delete file", u"D:\\folder", isOne},
-        {DeleteFile, u"delete file", u"Q:\\x", u"Drive Q: is not known"},
-        {sizeOf, u"read size of file", u"D:\\no", none}, {sizeOf, u"read size of file", u"D:\\folder", isOne},
-        {ForceDirectories, u"create folder", u"D:\\file", notOne},
-        {ForceDirectories, u"create folder", u"", u"Invalid argument"},
-        {ForceDirectories, u"create folder", u"D:\\file\\x", notOne},
-        {ForceDirectories, u"create folder", u"Q:\\x", u"Drive Q: is not known"},
-        {RemoveDirectory, u"delete folder", u"D:\\", u"Directory not empty"},
-        {RemoveDirectory, u"delete folder", u"D:\\file", notOne}};
+    const std::tuple<StringView, bool, bool, bool> cases[] = {  // path, file, folder, same as D:\file
+        {u"D:\\file", true, false, true}, {u"D:\\folder\\..\\file", true, false, true},
+        {u"D:\\link", true, false, true}, {u"D:\\twin", true, false, true}, {u"D:\\other", true, false, false},
+        {u"/dev/null", true, false, false}, {u"D:\\folder", false, true, false},
+        {u"D:\\folder\\", false, true, false}, {u"D:", false, true, false}, {u"D:\\FILE", false, false, false},
+        {u"D:\\file\\x", false, false, false}, {u"Q:\\x", false, false, false}, {u"", false, false, false},
+        {u"\\\\server\\x", false, false, false}, {u"D:\\file\0"sv, false, false, false}};
     // clang-format on
-    for (const auto& [act, what, path, reason] : cases)
-        EXPECT_EQ(Raised<EInOutError>([&, act = act, path = path] { act(path); }),
-                  u"Cannot " + String(what) + u" \"" + String(path) + u"\": " + String(reason));
-    ExpectRaised<EInOutError>({{[] { RenameFile(u"D:\\no", u"D:\\x"); },
-                                u"Cannot rename \"D:\\no\" to \"D:\\x\": No such file or directory"},
-                               {[] { RenameFile(u"D:\\file", u"D:\\folder"); },
-                                u"Cannot rename \"D:\\file\" to \"D:\\folder\": Is a directory"}});
+    for (const auto& [path, isFile, isFolder, isSame] : cases) {
+        EXPECT_TRUE(FileExists(path) == isFile && DirectoryExists(path) == isFolder) << ToUtf8(path);
+        EXPECT_EQ(IsSameFile(path, u"D:\\file"), isSame) << ToUtf8(path);
+    }
+    EXPECT_FALSE(IsSameFile(u"D:\\no", u"D:\\no"));
 }
 
-TEST_F(FilesTest, WritingInOneGoReplacesTheContentAndKeepsPermissionsAndLinks) {
-    for (const auto& bytes : {std::string(300'000, 'x'), std::string("a\0\r\n\xFF", 5), std::string()}) {
-        WriteFileInOneGo(u"D:\\file", bytes);
-        EXPECT_TRUE(ReadWholeFile(u"D:\\file") == bytes) << bytes.size();
-    }
-    EXPECT_FALSE(ReadWholeFile(u"/proc/self/status").empty());  // tells a size of 0
-    namespace fs = std::filesystem;
-    const fs::path file = FDrive.GetNativePath("file"), link = FDrive.GetNativePath("link");
-    const fs::perms rights = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
-    fs::permissions(file, rights);
-    fs::create_symlink("file", link);
-    WriteFileInOneGo(u"D:\\link", "through the link");
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(ReadWholeFile(u"D:\\file"), "through the link");
-    WriteFileInOneGo(u"D:\\file", "replaced");
-    EXPECT_EQ(ReadWholeFile(u"D:\\link"), "replaced");
-    EXPECT_EQ(fs::status(file).permissions(), rights);
-    fs::create_hard_link(file, FDrive.GetNativePath("twin"));
-    WriteFileInOneGo(u"D:\\file", "both");
-    EXPECT_EQ(ReadWholeFile(u"D:\\twin"), "both");
-}
-
-TEST_F(FilesTest, FailedWritesLeaveNothingOpen) {
-    const auto countOpen = [] {
-        const std::filesystem::directory_iterator all("/proc/self/fd");
-        return std::distance(begin(all), end(all));
-    };
-    const auto before = countOpen();
-    EXPECT_THROW(WriteFileInOneGo(u"/dev/full", "x"), EWriteError);
-    for (StringView path : {u"D:\\folder", u"D:\\no\\x"}) {
-        EXPECT_THROW(WriteFileInOneGo(path, "x"), EFCreateError);
-        EXPECT_THROW((void)ReadWholeFile(path), EFOpenError);
-    }
-    EXPECT_EQ(countOpen(), before);
+TEST_F(FilesTest, FailuresNameThePathAndTheReason) {
+    const auto sizeOf = [](StringView path) { static_cast<void>(FileSize(path)); };
+    // clang-format off
+    ExpectRaised<EInOutError>({
+        {[] { DeleteFile(u"D:\\no"); }, u"Cannot delete file \"D:\\no\": No such file or directory"},
+        {[] { DeleteFile(u"D:\\folder"); }, u"Cannot delete file \"D:\\folder\": Is a directory"},
+        {[] { DeleteFile(u"Q:\\x"); }, u"Cannot delete file \"Q:\\x\": Drive Q: is not known"},
+        {[&] { sizeOf(u"D:\\no"); }, u"Cannot read size of file \"D:\\no\": No such file or directory"},
+        {[&] { sizeOf(u"D:\\folder"); }, u"Cannot read size of file \"D:\\folder\": Is a directory"},
+        {[] { ForceDirectories(u"D:\\file"); }, u"Cannot create folder \"D:\\file\": Not a directory"},
+        {[] { ForceDirectories(u""); }, u"Cannot create folder \"\": Invalid argument"},
+        {[] { ForceDirectories(u"D:\\file\\x"); }, u"Cannot create folder \"D:\\file\\x\": Not a directory"},
+        {[] { RemoveDirectory(u"D:\\"); }, u"Cannot delete folder \"D:\\\": Directory not empty"},
+        {[] { RemoveDirectory(u"D:\\file"); }, u"Cannot delete folder \"D:\\file\": Not a directory"},
+        {[] { RenameFile(u"D:\\no", u"D:\\x"); },
+         u"Cannot rename \"D:\\no\" to \"D:\\x\": No such file or directory"},
+        {[] { RenameFile(u"D:\\file", u"D:\\folder"); },
+         u"Cannot rename \"D:\\file\" to \"D:\\folder\": Is a directory"}});
+    // clang-format on
 }
 
 }  // namespace Varnholt::Test

