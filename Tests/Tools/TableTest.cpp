@@ -44,7 +44,7 @@ constexpr TProgramCase cases[] = {
     {"open.csv", 1, "", "varnholt: open.csv: The quote opened in line 2 is never closed\n"},
     {"empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
     {"none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},
-    {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write to standard output\n"},
+    {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write standard output: No space left on device\n"},
     {"towns.csv --out ''", 1, "", "varnholt: Cannot create file \"\": No such file or directory\n"},
     {"towns.csv --columns mm --limit 1 --out pipe & timeout 60 cat pipe", 0, "mm\n12.8\n", ""},
     {"'" VARNHOLT_SOURCE_DIR "/Examples/data/seattle-weather.csv' --sort weather,temp_max:desc --limit 5", 0,

@@ -83,10 +83,9 @@ double TRowSummary::Mean() const {
 }
 
 TRowCalculator::TRowCalculator(TCalc& calc, StringView path) : FCalc(calc), FFile(path) {
-    FFile.ReadHeader(FHeader);
-    for (std::size_t i = 0; i < FHeader.size(); ++i) {
+    for (std::size_t i = 0; i < FFile.GetHeader().size(); ++i) {
         FColumns.push_back(std::make_unique<TColumn>(TColumn{i}));
-        FCalc.RegisterKeyword(FHeader[i], FColumns.back().get(), [](TCalc&, const String&, void* param) {
+        FCalc.RegisterKeyword(FFile.GetHeader()[i], FColumns.back().get(), [](TCalc&, const String&, void* param) {
             return static_cast<Extended>(static_cast<const TColumn*>(param)->Value);
         });
     }
@@ -106,7 +105,7 @@ std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
 TRowSummary TRowCalculator::Run(TRowSink& sink) {
     const std::vector<TColumn*> used = UsedColumns();
     TRowSummary summary;
-    sink.TakeHeader(FHeader);
+    sink.TakeHeader(FFile.GetHeader());
     while (FFile.ReadRow(FRow)) {
         ++summary.Rows;
         sink.TakeRow(FRow, Calculate(used, summary));

@@ -5,12 +5,10 @@
 
 #include "Tools/varnholt/CsvFile.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
+#include "VarnholtLib/Numerics/vrnMissingValues.h"
 
 /// An expression over the rows of a CSV file: columns as keywords, missing values, and where the values go.
 namespace Varnholt::Tool {
-
-/// Stands for a missing value; as input every value from -1000 to -999 does.
-inline constexpr double kMissing = -999;
 
 /// Receives the rows with their values. This one passes them over.
 class TRowSink {
@@ -89,7 +87,6 @@ private:
 
     TCalc& FCalc;
     TCsvInput FFile;
-    TRow FHeader;
     TRow FRow;
     std::vector<std::unique_ptr<TColumn>> FColumns;  // one each, at an address that keywords hold
 };

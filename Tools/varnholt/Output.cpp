@@ -3,26 +3,33 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Streams.h"
 
 namespace Varnholt::Tool {
 namespace {
 
-[[noreturn]] void RaiseWriteError() {
-    throw EWriteError(u"Cannot write to standard output");
+[[noreturn]] void RaiseWriteError(int error) {
+    const String message = u"Cannot write standard output: " + SystemReason(error);
+    if (error == EPIPE) throw EOutputClosed(message);
+    throw EWriteError(message);
 }
 
 }  // namespace
 
+void Print(StringView text) {
+    const std::string bytes = ToUtf8(text);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError(errno);
+}
+
 void PrintLine(StringView line) {
-    const std::string bytes = ToUtf8(line) + '\n';
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError();
+    Print(String(line) + u'\n');
 }
 
 void FlushOutput() {
-    if (std::fflush(stdout) != 0) RaiseWriteError();
+    if (std::fflush(stdout) != 0) RaiseWriteError(errno);
 }
 
 String OnOneLine(StringView text) {

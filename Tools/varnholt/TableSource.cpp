@@ -25,16 +25,15 @@ void AddGridRow(TStringGrid& grid, const TRow& cells) {
 
 std::unique_ptr<TStringGrid> ReadGrid(StringView path) {
     TCsvInput file(path);
-    TRow row;
-    file.ReadHeader(row);
-    const std::size_t width = row.size();
+    const std::size_t width = file.GetHeader().size();
     auto grid = std::make_unique<TStringGrid>(static_cast<std::int32_t>(width), 0, 0, 0);
-    AddGridRow(*grid, row);
+    AddGridRow(*grid, file.GetHeader());
     grid->SetFixedRows(1);
+    TRow row;
     while (file.ReadRow(row)) {
         if (row.size() != width) {
-            throw EConvertError(Format(u"%s, line %d: Row %d has %d cells, the header has %d",
-                                       {path, file.GetLineNumber(), grid->GetRowCount(), row.size(), width}));
+            file.Fail(
+                Format(u"Row %d has %d cells, the header has %d", {grid->GetRowCount(), row.size(), width}));
         }
         AddGridRow(*grid, row);
     }
