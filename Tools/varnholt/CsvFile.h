@@ -51,9 +51,6 @@ public:
     /// "PATH, line LINE: WHAT".
     [[nodiscard]] String AtRow(StringView what) const;
 
-    /// Shows no progress from now on.
-    void HideProgress() { FProgress.reset(); }
-
 private:
     bool ReadNext(TRow& row);
 

@@ -11,6 +11,8 @@
 namespace Varnholt::Tool {
 namespace {
 
+bool HasPrinted = false;
+
 [[noreturn]] void RaiseWriteError(int error) {
     const String message = u"Cannot write standard output: " + SystemReason(error);
     if (error == EPIPE) throw EOutputClosed(message);
@@ -20,6 +22,7 @@ namespace {
 }  // namespace
 
 void Print(StringView text) {
+    HasPrinted = true;
     const std::string bytes = ToUtf8(text);
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError(errno);
 }
@@ -52,7 +55,8 @@ TProgress::~TProgress() {
 void TProgress::Show(std::int64_t done, std::int64_t whole) {
     const std::int64_t percent =
         std::clamp<std::int64_t>(done * 100 / std::max<std::int64_t>(whole, 1), 0, 100);
-    if (!FVisible || percent == FShown) return;
+    const bool isAmongOutput = HasPrinted && isatty(STDOUT_FILENO) == 1;
+    if (!FVisible || percent == FShown || isAmongOutput) return;
     FShown = percent;
     std::fprintf(stderr, "\r%3d %%", static_cast<int>(percent));
 }

@@ -28,7 +28,8 @@ void FlushOutput();
 /// Prints OnOneLine "varnholt: MESSAGE" on standard error.
 void Warn(StringView message);
 
-/// The progress of long work on a terminal's standard error; silent anywhere else.
+/// The progress of long work on a terminal's standard error. Silent anywhere else, and once something has been
+/// printed on a terminal.
 class TProgress {
 public:
     TProgress();
