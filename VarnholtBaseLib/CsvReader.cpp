@@ -123,7 +123,7 @@ bool TCSVRowReader::ReadField(String& field) {
     const Char separator = FSeparator;
     if (!AppendUntil([separator](Char c) { return c == separator || IsLineEnd(c); }, field)) return false;
     if (FBuffer[FPosition] != separator) {
-        TakeLineEnd();
+        FRowEnd = TakeLineEnd();
         return false;
     }
     ++FPosition;
@@ -135,6 +135,7 @@ bool TCSVRowReader::ReadRow(std::vector<String>& row) {
     if (SkipEmptyLines()) {
         FRowLine = FLine;
         FRowLength = 0;
+        FRowEnd = {};
         bool more = true;
         while (more) {
             if (count == row.size()) row.emplace_back();

@@ -55,6 +55,8 @@ public:
     /// The line, from 1, of the next character to be read. After an error of the source, such as bytes that
     /// are not valid in the encoding, it is the line of that error.
     [[nodiscard]] std::int64_t GetCurrentLine() const noexcept { return FLine; }
+    /// The line end of the row read last: CR LF, LF or CR, or nothing where the text ended without one.
+    [[nodiscard]] StringView GetRowEnd() const noexcept { return FRowEnd; }
 
     /// Sets the length of the longest row, so that a file without line ends cannot fill the memory. What counts
     /// is the code units of all fields, and 16 more for each field. At least 1, else EArgumentException.
@@ -82,6 +84,7 @@ private:
     bool FAtStart = true;
     std::int64_t FLine = 1;
     std::int64_t FRowLine = 0;
+    StringView FRowEnd;  // a literal
     std::size_t FRowLength = 0;
     std::size_t FMaxRowLength = kDefaultMaxRowLength;
 };

@@ -48,7 +48,8 @@ void TStreamReader::Start() {
     const TEncoding* detected = FDetectPreamble ? TEncoding::DetectByPreamble(head) : nullptr;
     if (detected != nullptr) FEncoding = detected;
     const std::string_view preamble = FEncoding->GetPreamble();
-    const std::size_t skipped = head.starts_with(preamble) ? preamble.size() : 0;
+    FHasPreamble = !preamble.empty() && head.starts_with(preamble);
+    const std::size_t skipped = FHasPreamble ? preamble.size() : 0;
     FDecoder = std::make_unique<TDecoder>(*FEncoding, FInvalid);
     Decode(std::string_view(head).substr(skipped), false);
 }
@@ -135,6 +136,11 @@ std::optional<Char> TStreamReader::Peek() {
 const TEncoding& TStreamReader::GetEncoding() {
     if (!FDecoder) Start();
     return *FEncoding;
+}
+
+bool TStreamReader::GetHasPreamble() {
+    if (!FDecoder) Start();
+    return FHasPreamble;
 }
 
 TStreamWriter::TStreamWriter(StringView path, const TEncoding& encoding, std::size_t bufferSize, bool append)

@@ -61,6 +61,8 @@ public:
 
     /// The encoding that the text is read in. Looks at the first bytes.
     [[nodiscard]] const TEncoding& GetEncoding();
+    /// Whether the text begins with the preamble of its encoding. Looks at the first bytes.
+    [[nodiscard]] bool GetHasPreamble();
     /// The stream that is read from.
     [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }
 
@@ -82,6 +84,7 @@ private:
     String FText;  // decoded, from FPosition on still to be handed out
     std::size_t FPosition = 0;
     bool FFinished = false;
+    bool FHasPreamble = false;
     std::optional<EEncodingError> FFailure;  // raised after the text before the invalid bytes
 };
 

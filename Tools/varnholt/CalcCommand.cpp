@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Tools/varnholt/CalcRows.h"
+#include "Tools/varnholt/InputOptions.h"
 #include "Tools/varnholt/Output.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
 
@@ -18,7 +20,10 @@ struct TCalcOptions {
     std::string Expression;
     std::vector<std::string> Settings;
     std::optional<std::string> CsvFile;
+    TInputOptions Input;
+    std::vector<std::string> Aliases;
     std::optional<std::string> OutFile;
+    std::string NewColumn = "value";
     bool Summary = false;
     bool Keywords = false;
 };
@@ -29,21 +34,61 @@ struct TSetting {
     Extended Value;
 };
 
-TSetting ReadSetting(const std::string& text) {
-    const std::size_t equals = text.find('=');
-    const bool hasBoth = equals != std::string::npos && equals > 0;
-    TSetting setting{FromUtf8(text.substr(0, equals)), 0};
-    if (!hasBoth || !TryStrToFloat(FromUtf8(text.substr(equals + 1)), setting.Value)) {
-        throw CLI::ValidationError("--set", text + " is not NAME=NUMBER");
+/// Whether an expression can refer to the keyword.
+bool IsKeywordName(const String& name) {
+    try {
+        TCalc calc(u"$" + name);
+        const auto* keyword = dynamic_cast<const TKeywordNum*>(&calc.GetItems(0));
+        return calc.Get_Count() == 1 && keyword != nullptr && keyword->GetKeyword() == name;
+    } catch (const Exception&) {
+        return false;
     }
-    return setting;
 }
 
-std::vector<TSetting> ReadSettings(const std::vector<std::string>& texts) {
-    std::vector<TSetting> settings;
-    settings.reserve(texts.size());
-    std::ranges::transform(texts, std::back_inserter(settings), ReadSetting);
-    return settings;
+/// Reads the options NAME=TEXT, each name at most once.
+class TAssignmentReader {
+public:
+    /// Calls take with name and text; it returns whether the text is valid. Raises CLI::ValidationError.
+    template <typename TTake>
+    void Read(const std::vector<std::string>& values, const std::string& option, const std::string& form,
+              TTake take) {
+        for (const std::string& value : values) {
+            const std::size_t equals = std::min(value.find('='), value.size());
+            const String name = FromUtf8(value.substr(0, equals));
+            const bool isValid = equals < value.size() && take(name, FromUtf8(value.substr(equals + 1)));
+            if (!isValid) throw CLI::ValidationError(option, "\"" + value + "\" is not " + form);
+            if (!IsKeywordName(name)) {
+                throw CLI::ValidationError(option, "An expression cannot hold the name of \"" + value + "\"");
+            }
+            if (!FNames.insert(name).second) {
+                throw CLI::ValidationError(option, "\"" + ToUtf8(name) + "\" has a meaning already");
+            }
+        }
+    }
+
+private:
+    std::set<String> FNames;
+};
+
+struct TOwnKeywords {
+    std::vector<TSetting> Settings;
+    std::vector<TColumnAlias> Aliases;
+};
+
+TOwnKeywords ReadOwnKeywords(const TCalcOptions& options) {
+    TOwnKeywords keywords;
+    TAssignmentReader reader;
+    reader.Read(options.Settings, "--set", "NAME=NUMBER", [&](const String& name, const String& text) {
+        Extended value = 0;
+        const bool isNumber = TryStrToFloat(text, value);
+        keywords.Settings.push_back({name, value});
+        return isNumber;
+    });
+    reader.Read(options.Aliases, "--as", "NAME=COLUMN", [&](const String& name, const String& column) {
+        keywords.Aliases.push_back({name, column});
+        return true;
+    });
+    return keywords;
 }
 
 void RegisterSettings(TCalc& calc, const std::vector<TSetting>& settings) {
@@ -66,32 +111,58 @@ void PrintSummary(const TRowSummary& summary) {
     PrintLine(u"max: " + FloatToStr(summary.Max));
 }
 
-void CalculateFile(TCalc& calc, const TCalcOptions& options) {
-    TRowCalculator rows(calc, FromUtf8(*options.CsvFile));
+std::unique_ptr<TRowSink> MakeSink(const TCalcOptions& options, const TCsvInput& file) {
+    if (options.OutFile) {
+        return std::make_unique<TCsvRowSink>(FromUtf8(*options.OutFile), file, FromUtf8(options.NewColumn));
+    }
+    if (options.Summary) return std::make_unique<TRowSink>();
+    return std::make_unique<TPrintedRowSink>();
+}
+
+void CheckNewColumn(const TCalcOptions& options, const TCsvInput& file) {
+    const String name = FromUtf8(options.NewColumn);
+    if (!options.OutFile || std::ranges::find(file.GetHeader(), name) == file.GetHeader().end()) return;
+    throw Exception(Format(u"%s: Column \"%s\" exists already; --name gives the new column another name",
+                           {file.GetName(), name}));
+}
+
+void ReportRows(const TRowSummary& summary, const TTextCells& textCells) {
+    textCells.Report();
+    if (summary.DivisionsByZero > 0) {
+        Warn(Format(u"%s; rows: %d", {ECalcException::CDivideByZero, summary.DivisionsByZero}));
+    }
+    if (summary.NotNumbers > 0) Warn(Format(u"The value is not a number; rows: %d", {summary.NotNumbers}));
+}
+
+void CalculateFile(TCalc& calc, const TCalcOptions& options, const std::vector<TColumnAlias>& aliases) {
+    const TMissingValues missing = options.Input.GetMissingValues();
+    const TEncoding& encoding = options.Input.GetEncoding();
+    const String input = FromUtf8(*options.CsvFile), output = FromUtf8(options.OutFile.value_or("-"));
+    CheckOutputs({&input, 1}, {&output, 1});
+
+    TCsvInput file(input, encoding);
+    CheckNewColumn(options, file);
+    TRowCalculator rows(calc, file, missing, aliases);
     calc.Set_Exp(FromUtf8(options.Expression));
     if (options.Keywords) return PrintKeywords(calc);
 
-    std::unique_ptr<TRowSink> sink = std::make_unique<TRowSink>();
-    if (options.OutFile) {
-        sink = std::make_unique<TCsvRowSink>(FromUtf8(*options.OutFile));
-    } else if (!options.Summary) {
-        sink = std::make_unique<TPrintedRowSink>();
-    }
+    const std::unique_ptr<TRowSink> sink = MakeSink(options, file);
     const TRowSummary summary = rows.Run(*sink);
     sink->Finish();
     if (options.Summary) PrintSummary(summary);
     FlushOutput();  // before the warnings
-    if (summary.DivisionsByZero > 0) {
-        Warn(Format(u"%s; rows: %d", {ECalcException::CDivideByZero, summary.DivisionsByZero}));
-    }
-    if (summary.NotNumbers > 0) Warn(Format(u"The value is no number; rows: %d", {summary.NotNumbers}));
+    ReportRows(summary, rows.GetTextCells());
 }
 
 void RunCalc(const TCalcOptions& options) {
+    if (options.Summary && options.OutFile == "-") {
+        throw CLI::ValidationError("--out", "- and --summary cannot both write to standard output");
+    }
+    const TOwnKeywords keywords = ReadOwnKeywords(options);
     TCalc calc;
-    RegisterSettings(calc, ReadSettings(options.Settings));
+    RegisterSettings(calc, keywords.Settings);
     if (options.CsvFile) {
-        CalculateFile(calc, options);
+        CalculateFile(calc, options, keywords.Aliases);
     } else {
         calc.Set_Exp(FromUtf8(options.Expression));
         if (options.Keywords) {
@@ -112,11 +183,24 @@ void AddCalcCommand(CLI::App& app) {
     calc->add_option("expression", options->Expression,
                      "For example '2 * ($rain + 1.5)'; put -- before one that begins with a minus")
         ->required();
-    calc->add_option("--set", options->Settings, "Give a keyword a value: NAME=VALUE")
+    calc->add_option("--set", options->Settings, "Give a keyword a value: NAME=NUMBER")
         ->allow_extra_args(false);
-    CLI::Option* csv =
-        calc->add_option("--csv", options->CsvFile, "Calculate each row; every column is a keyword");
-    calc->add_option("--out", options->OutFile, "Write the file's columns and the values as CSV")->needs(csv);
+    CLI::Option* csv = calc->add_option(
+        "--csv", options->CsvFile,
+        "Calculate each row of this file, with its columns as keywords; - is standard input");
+    AddInputOptions(*calc, options->Input, csv);
+    calc->add_option(
+            "--as", options->Aliases,
+            "Give a column another keyword: NAME=COLUMN, for a column whose name an expression cannot "
+            "hold")
+        ->allow_extra_args(false)
+        ->needs(csv);
+    CLI::Option* out = calc->add_option("--out", options->OutFile,
+                                        "Write the columns and the values as CSV to this file; - is standard "
+                                        "output")
+                           ->needs(csv);
+    calc->add_option("--name", options->NewColumn, "The name of the column of values, by default \"value\"")
+        ->needs(out);
     calc->add_flag("--summary", options->Summary, "Print counts, mean, minimum and maximum instead of values")
         ->needs(csv);
     calc->add_flag("--keywords", options->Keywords, "Print the keywords that the expression uses, and stop");

@@ -9,39 +9,22 @@
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
-namespace {
-
-// Missing is also a cell that is empty or no number. Files write the decimal point, whatever the locale.
-bool ReadCell(const TRow& row, std::size_t index, double& value) {
-    static const TFormatSettings settings = TFormatSettings::Invariant();
-    if (index >= row.size() || !TryStrToFloat(row[index], value, settings)) return false;
-    return !(value >= -1000 && value <= -999);
-}
-
-}  // namespace
-
 void TPrintedRowSink::TakeRow(const TRow&, Extended value) {
     PrintLine(FloatToStr(value));
 }
 
-void TCsvRowSink::TakeHeader(const TRow& header) {
-    FColumnCount = header.size();
-    Write(header, u"value");
+TCsvRowSink::TCsvRowSink(StringView path, const TCsvInput& input, StringView name)
+    : FFile(path, input.GetFormat()), FColumnCount(input.GetHeader().size()) {
+    Write(input.GetHeader(), name);
 }
 
 void TCsvRowSink::TakeRow(const TRow& row, Extended value) {
-    ++FRowNumber;
     Write(row, FloatToStr(value, TFormatSettings::Invariant()));
 }
 
-// A short row is filled up, so that the value stands in its column.
 void TCsvRowSink::Write(const TRow& row, StringView last) {
-    if (row.size() > FColumnCount) {
-        throw EConvertError(
-            Format(u"Row %d has %d cells, the header has %d", {FRowNumber, row.size(), FColumnCount}));
-    }
     for (const String& cell : row) FFile.AddField(cell);
-    for (std::size_t missing = row.size(); missing < FColumnCount; ++missing) FFile.AddField({});
+    for (std::size_t absent = row.size(); absent < FColumnCount; ++absent) FFile.AddField({});
     FFile.AddField(last);
     FFile.EndRow();
 }
@@ -82,23 +65,31 @@ double TRowSummary::Mean() const {
     return Calculated == 0 ? kMissing : Sum / static_cast<double>(Calculated);
 }
 
-TRowCalculator::TRowCalculator(TCalc& calc, StringView path) : FCalc(calc), FFile(path) {
-    FFile.ReadHeader(FHeader);
-    for (std::size_t i = 0; i < FHeader.size(); ++i) {
-        FColumns.push_back(std::make_unique<TColumn>(TColumn{i}));
-        FCalc.RegisterKeyword(FHeader[i], FColumns.back().get(), [](TCalc&, const String&, void* param) {
-            return static_cast<Extended>(static_cast<const TColumn*>(param)->Value);
-        });
+TRowCalculator::TRowCalculator(TCalc& calc, TCsvInput& file, const TMissingValues& missing,
+                               const std::vector<TColumnAlias>& aliases)
+    : FCalc(calc), FFile(file), FMissing(missing) {
+    const TRow& header = file.GetHeader();
+    for (std::size_t i = 0; i < header.size(); ++i) FColumns.push_back(std::make_unique<TColumn>(TColumn{i}));
+    for (const TColumnAlias& alias : aliases) {
+        Register(alias.Name, *FColumns[file.ColumnIndex(alias.Column)]);
     }
+    for (std::size_t i = 0; i < header.size(); ++i) Register(header[i], *FColumns[i]);
 }
 
 TRowCalculator::~TRowCalculator() = default;
 
+void TRowCalculator::Register(StringView name, TColumn& column) {
+    FCalc.RegisterKeyword(String(name), &column, [](TCalc&, const String&, void* param) {
+        return static_cast<Extended>(static_cast<const TColumn*>(param)->Value);
+    });
+}
+
 std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
     std::vector<TColumn*> used;
+    std::set<const TColumn*> seen;  // two keywords may mean the same column
     for (const TKeyword* keyword : KeywordsOf(FCalc)) {
         auto* column = static_cast<TColumn*>(keyword->GetParam());  // a keyword of --set has none
-        if (column != nullptr) used.push_back(column);
+        if (column != nullptr && seen.insert(column).second) used.push_back(column);
     }
     return used;
 }
@@ -106,19 +97,31 @@ std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
 TRowSummary TRowCalculator::Run(TRowSink& sink) {
     const std::vector<TColumn*> used = UsedColumns();
     TRowSummary summary;
-    sink.TakeHeader(FHeader);
     while (FFile.ReadRow(FRow)) {
+        if (FRow.size() > FColumns.size()) {
+            FFile.Fail(Format(u"Row %d has %d cells, the header has %d",
+                              {summary.Rows + 1, FRow.size(), FColumns.size()}));
+        }
         ++summary.Rows;
         sink.TakeRow(FRow, Calculate(used, summary));
     }
     return summary;
 }
 
-// The value of the row, or the missing code.
+/// False for a missing value. A cell that the row does not have is missing.
+bool TRowCalculator::ReadCell(TColumn& column) {
+    if (column.Index >= FRow.size()) return false;
+    const String& cell = FRow[column.Index];
+    const TCellKind kind = FMissing.Read(cell, column.Value);
+    if (kind == ckText) FTextCells.Add(FFile, cell, FFile.GetHeader()[column.Index]);
+    return kind == ckNumber;
+}
+
+/// The value of the row, or the missing code.
 Extended TRowCalculator::Calculate(const std::vector<TColumn*>& used, TRowSummary& summary) {
-    for (TColumn* column : used) {
-        if (!ReadCell(FRow, column->Index, column->Value)) return kMissing;
-    }
+    bool isKnown = true;
+    for (TColumn* column : used) isKnown = ReadCell(*column) && isKnown;
+    if (!isKnown) return kMissing;
     try {
         const Extended value = FCalc.Calculate();
         summary.Add(static_cast<double>(value));

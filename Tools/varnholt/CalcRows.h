@@ -5,14 +5,12 @@
 
 #include "Tools/varnholt/CsvFile.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
+#include "VarnholtLib/Numerics/vrnMissingValues.h"
 
 /// An expression over the rows of a CSV file: columns as keywords, missing values, and where the values go.
 namespace Varnholt::Tool {
 
-/// Stands for a missing value; as input every value from -1000 to -999 does.
-inline constexpr double kMissing = -999;
-
-/// Receives the rows with their values. This one passes them over.
+/// Receives the rows with their values. This one ignores them.
 class TRowSink {
 public:
     TRowSink() = default;
@@ -20,9 +18,8 @@ public:
     TRowSink(const TRowSink&) = delete;
     TRowSink& operator=(const TRowSink&) = delete;
 
-    virtual void TakeHeader(const TRow&) {}
     virtual void TakeRow(const TRow&, Extended) {}
-    /// All rows have come.
+    /// Called after the last row.
     virtual void Finish() {}
 };
 
@@ -32,13 +29,12 @@ public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the source and a last one `value`. The file appears, or is replaced, when all rows have
-/// come. A row with more cells than the header has raises EConvertError with its number.
+/// The columns of the input and a last one with the values, as a TCsvOutput. Short rows are filled up with
+/// empty cells.
 class TCsvRowSink final : public TRowSink {
 public:
-    explicit TCsvRowSink(StringView path) : FFile(path) {}
+    TCsvRowSink(StringView path, const TCsvInput& input, StringView name);
 
-    void TakeHeader(const TRow& header) override;
     void TakeRow(const TRow& row, Extended value) override;
     void Finish() override { FFile.Finish(); }
 
@@ -46,8 +42,7 @@ private:
     void Write(const TRow& row, StringView last);
 
     TCsvOutput FFile;
-    std::size_t FColumnCount = 0;
-    std::int64_t FRowNumber = 0;
+    std::size_t FColumnCount;
 };
 
 /// The keywords that the expression uses, each once, in the order of the text. Raises ceKeyword with the name
@@ -67,16 +62,28 @@ struct TRowSummary {
     [[nodiscard]] double Mean() const;
 };
 
+/// A keyword for a column whose name an expression cannot hold.
+struct TColumnAlias {
+    String Name;
+    String Column;
+};
+
 /// Reads a file row by row and calculates an expression with the row's cells as keywords.
 class TRowCalculator {
 public:
-    /// Opens the file and registers its columns on the evaluator, which must outlive the calculator. Raises
-    /// what TCsvInput does, also for an empty file.
-    TRowCalculator(TCalc& calc, StringView path);
+    /// Registers the aliases and the file's columns on the evaluator. Evaluator and file must outlive the
+    /// calculator. A keyword that is registered already hides a column of that name. Raises what
+    /// TCsvInput::ColumnIndex does for an alias.
+    TRowCalculator(TCalc& calc, TCsvInput& file, const TMissingValues& missing,
+                   const std::vector<TColumnAlias>& aliases);
     ~TRowCalculator();
 
-    /// Calculates every row with the evaluator's expression, which has been set by now.
+    /// Calculates every row with the evaluator's expression, which must be set by now. A row with more cells
+    /// than the header raises EConvertError.
     TRowSummary Run(TRowSink& sink);
+
+    /// The cells of the columns used that are texts.
+    [[nodiscard]] const TTextCells& GetTextCells() const noexcept { return FTextCells; }
 
 private:
     struct TColumn {
@@ -84,14 +91,17 @@ private:
         double Value = 0;
     };
 
+    void Register(StringView name, TColumn& column);
     [[nodiscard]] std::vector<TColumn*> UsedColumns() const;
+    [[nodiscard]] bool ReadCell(TColumn& column);
     [[nodiscard]] Extended Calculate(const std::vector<TColumn*>& used, TRowSummary& summary);
 
     TCalc& FCalc;
-    TCsvInput FFile;
-    TRow FHeader;
+    TCsvInput& FFile;
+    const TMissingValues& FMissing;
     TRow FRow;
     std::vector<std::unique_ptr<TColumn>> FColumns;  // one each, at an address that keywords hold
+    TTextCells FTextCells;
 };
 
 }  // namespace Varnholt::Tool

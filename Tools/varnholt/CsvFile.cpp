@@ -1,37 +1,122 @@
 #include "Tools/varnholt/CsvFile.h"
 
+#include <algorithm>
+#include <filesystem>
+
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Paths.h"
 
 namespace Varnholt::Tool {
 namespace {
 
 constexpr std::int64_t kRowsBetweenProgress = 4096;
+constexpr StringView kStandard = u"-";
+
+std::unique_ptr<TFileStream> OpenInput(StringView path) {
+    if (path == kStandard) return TFileStream::StandardInput();
+    return std::make_unique<TFileStream>(path, fmOpenRead);
+}
+
+// --- Files that are the same ---
+
+String Quoted(StringView path) {
+    return Format(u"\"%s\"", {path});
+}
+
+bool IsRegularFile(StringView path) {
+    String reason;
+    std::error_code error;
+    const auto native = TryToNativePath(path, reason);
+    return native && std::filesystem::is_regular_file(*native, error);
+}
+
+void CheckOutput(StringView input, StringView output) {
+    const bool isStandard = output == kStandard;
+    const StringView source = input == kStandard ? u"/dev/stdin" : input;
+    const StringView target = isStandard ? u"/dev/stdout" : output;
+    if (!IsRegularFile(source) || !IsSameFile(source, target)) return;  // a terminal may be both
+    if (!isStandard && !TDraftFileStream::IsWrittenDirectly(output)) return;
+    throw Exception(Format(u"Cannot write %s: It is also the input, and cannot be replaced as a whole",
+                           {isStandard ? String(u"standard output") : u"file " + Quoted(output)}));
+}
 
 }  // namespace
 
-TCsvInput::TCsvInput(StringView path) : FPath(path), FText(path), FReader(FText), FProgress(std::in_place) {
-    if (FProgress->IsVisible()) FSize = FileSize(path);
+// --- TCsvInput ---
+
+TCsvInput::TCsvInput(StringView path, const TEncoding& encoding)
+    : FName(path == kStandard ? StringView(u"standard input") : path),
+      FFile(OpenInput(path)),
+      FText(*FFile, encoding, true, TStreamReader::kBufferSize, ibRefuse),
+      FReader(FText) {
+    if (path != kStandard && FProgress.emplace().IsVisible()) FSize = FileSize(path);
+    if (!ReadRow(FHeader)) throw Exception(FName + u" is empty");
+    if (!FReader.GetRowEnd().empty()) FFormat.LineEnd = FReader.GetRowEnd();
+    FFormat.HasByteOrderMark = FText.GetHasPreamble();
 }
 
-void TCsvInput::ReadHeader(TRow& row) {
-    if (!ReadRow(row)) throw Exception(FPath + u" is empty");
+std::size_t TCsvInput::ColumnIndex(StringView name) const {
+    const auto found = std::ranges::find(FHeader, name);
+    if (found == FHeader.end()) {
+        throw EArgumentException(Format(u"%s: Column \"%s\" not found", {FName, name}));
+    }
+    return static_cast<std::size_t>(found - FHeader.begin());
 }
 
 bool TCsvInput::ReadRow(TRow& row) {
-    const bool isTold = ++FRowCount % kRowsBetweenProgress == 0 && FProgress && FProgress->IsVisible();
-    if (isTold) FProgress->Show(FText.GetStream().GetPosition(), FSize);
-    try {
-        if (FReader.ReadRow(row)) return true;
-    } catch (const EConvertError& failure) {
-        throw EConvertError(FPath + u": " + failure.GetMessage());
-    }
+    const bool isShown = ++FRowCount % kRowsBetweenProgress == 0 && FProgress && FProgress->IsVisible();
+    if (isShown) FProgress->Show(FFile->GetPosition(), FSize);
+    if (ReadNext(row)) return true;
     FProgress.reset();
     return false;
 }
 
-TCsvOutput::TCsvOutput(StringView path) : FFile(path), FWriter(FFile) {
-    FWriter.SetNewLine(u"\n");
+bool TCsvInput::ReadNext(TRow& row) {
+    try {
+        return FReader.ReadRow(row);
+    } catch (const EConvertError& failure) {
+        throw EConvertError(FName + u": " + failure.GetMessage());
+    } catch (const EEncodingError& failure) {
+        throw EEncodingError(Format(u"%s, line %d: %s; --encoding names another encoding",
+                                    {FName, FReader.GetCurrentLine(), failure.GetMessage()}));
+    }
+}
+
+String TCsvInput::AtRow(StringView what) const {
+    return Format(u"%s, line %d: %s", {FName, GetLineNumber(), what});
+}
+
+void TCsvInput::Fail(StringView what) const {
+    throw EConvertError(AtRow(what));
+}
+
+// --- TTextCells ---
+
+void TTextCells::Add(const TCsvInput& file, StringView cell, StringView column) {
+    if (FCount++ > 0) return;
+    FFirst =
+        file.AtRow(Format(u"%s in column %s is not a number and counts as missing", {Quoted(cell), column}));
+}
+
+void TTextCells::Report() const {
+    if (FCount > 0) Warn(Format(u"%s; cells: %d", {FFirst, FCount}));
+}
+
+// --- TCsvOutput ---
+
+TCsvOutput::TCsvOutput(StringView path, const TCsvFormat& format) : FLineEnd(format.LineEnd) {
+    if (path != kStandard) FWriter.emplace(FFile.emplace(path));
+    if (format.HasByteOrderMark) Write(u"\xFEFF");
+}
+
+void TCsvOutput::Write(StringView text) {
+    if (FWriter) {
+        FWriter->Write(text);
+    } else {
+        Print(text);
+    }
 }
 
 void TCsvOutput::AddField(StringView field) {
@@ -41,14 +126,40 @@ void TCsvOutput::AddField(StringView field) {
 
 // Readers skip an empty line, so a row of one empty field is written in quotes.
 void TCsvOutput::EndRow() {
-    FWriter.WriteLine(FLine.empty() && FFieldCount == 1 ? StringView(u"\"\"") : StringView(FLine));
+    if (FLine.empty() && FFieldCount == 1) FLine = u"\"\"";
+    Write(FLine += FLineEnd);
     FLine.clear();
     FFieldCount = 0;
 }
 
 void TCsvOutput::Finish() {
-    FWriter.Close();
-    FFile.Commit();
+    FinishTogether({this});
+}
+
+void TCsvOutput::FinishTogether(std::initializer_list<TCsvOutput*> files) {
+    std::vector<TDraftFileStream*> drafts;
+    for (TCsvOutput* const file : files) {
+        if (!file->FFile) {
+            FlushOutput();
+            continue;
+        }
+        file->FWriter->Close();
+        drafts.push_back(&*file->FFile);
+    }
+    TDraftFileStream::CommitTogether(drafts);
+}
+
+// --- CheckOutputs ---
+
+void CheckOutputs(std::span<const String> inputs, std::span<const String> outputs) {
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        for (const String& input : inputs) CheckOutput(input, outputs[i]);
+        for (const String& other : outputs.subspan(i + 1)) {
+            if (!IsSameFile(outputs[i], other)) continue;
+            throw Exception(
+                Format(u"Cannot write both %s and %s: They are the same file", {outputs[i], other}));
+        }
+    }
 }
 
 }  // namespace Varnholt::Tool

@@ -1,38 +1,140 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
+#include <new>
+#include <numeric>
+#include <utility>
+#include <vector>
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
 #include "Tools/varnholt/CalcCommand.h"
 #include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/Process.h"
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
 
-/// The command line of VarnholtLib. Each subcommand reads its arguments here and does its work in a source of
-/// its own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
+/// The command line of VarnholtLib. Each subcommand reads its arguments and does its work in a source of its
+/// own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
+namespace Varnholt::Tool {
 namespace {
 
+constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-}  // namespace
+/// The number of letters to insert, delete or replace to make one word the other (Levenshtein 1966).
+std::size_t EditDistance(const std::string& from, const std::string& to) {
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
 
-int main(int argc, char** argv) {
+/// A hint at the name that is most like the one given, or nothing if none is like it.
+std::string NearestHint(const std::string& given, const std::vector<std::string>& names) {
+    std::string nearest;
+    std::size_t least = given.size();  // no letter in common
+    for (const std::string& name : names) {
+        const std::size_t distance = EditDistance(given, name);
+        if (distance < least) nearest = name;
+        least = std::min(least, distance);
+    }
+    return nearest.empty() ? "" : "; the nearest is " + nearest;
+}
+
+/// A first argument that is neither an option nor a command raises CLI::ValidationError.
+void CheckCommand(const CLI::App& app, int argc, const char* const* argv) {
+    if (argc < 2 || argv[1][0] == '-') return;
+    const std::string given = argv[1];
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    if (std::ranges::find(names, given) != names.end()) return;
+    throw CLI::ValidationError("\"" + given + "\" is not a command" + NearestHint(given, names));
+}
+
+/// A hint at the option that was meant by an unknown one.
+std::string OptionHint(const CLI::App& command) {
+    const std::vector<std::string> unknown = command.remaining();
+    const auto given =
+        std::ranges::find_if(unknown, [](const std::string& text) { return text.starts_with("--"); });
+    if (given == unknown.end()) return "";
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) names.push_back(option->get_name());
+    return NearestHint(*given, names);
+}
+
+int ReportUsage(const CLI::App& app, const CLI::ParseError& usage) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    const CLI::App& command = commands.empty() ? app : *commands.front();
+    Warn(FromUtf8(usage.what() + OptionHint(command)));
+    const std::string name = commands.empty() ? "" : " " + command.get_name();
+    std::fprintf(stderr, "Try 'varnholt%s --help'.\n", name.c_str());
+    return kWrongUsage;
+}
+
+int RunCommand(int argc, char** argv) {
     CLI::App app("Climate-data analysis with VarnholtLib", "varnholt");
-    app.require_subcommand(1);
-    Varnholt::Tool::AddCalcCommand(app);
-    Varnholt::Tool::AddReportCommand(app);
-    Varnholt::Tool::AddTableCommand(app);
+    app.require_subcommand(0, 1);
+    app.set_version_flag("--version", "varnholt " VARNHOLT_VERSION, "Print the version and exit");
+    AddCalcCommand(app);
+    AddReportCommand(app);
+    AddTableCommand(app);
     try {
+        CheckCommand(app, argc, argv);
         app.parse(argc, argv);
-        return 0;
+        if (app.get_subcommands().empty()) {
+            throw CLI::ValidationError("A command is required: calc, report or table");
+        }
+    } catch (const CLI::CallForHelp&) {
+        Print(FromUtf8(app.help()));
+    } catch (const CLI::CallForVersion& version) {
+        PrintLine(FromUtf8(version.what()));
     } catch (const CLI::ParseError& usage) {
-        return app.exit(usage) == 0 ? 0 : kWrongUsage;
-    } catch (const Varnholt::Exception& failure) {
+        return ReportUsage(app, usage);
+    }
+    FlushOutput();
+    return kDone;
+}
+
+/// Raises only when memory is exhausted.
+int RunAndReport(int argc, char** argv) {
+    try {
+        return RunCommand(argc, argv);
+    } catch (const EOutputClosed& failure) {
+        EndByBrokenPipe();
+        Warn(failure.GetMessage());
+    } catch (const Exception& failure) {
         std::fflush(stdout);
-        Varnholt::Tool::Warn(failure.GetMessage());
-    } catch (const std::exception& failure) {  // such as memory that is short
+        Warn(failure.GetMessage());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& failure) {
         std::fflush(stdout);
-        Varnholt::Tool::Warn(Varnholt::FromUtf8(failure.what()));
+        Warn(FromUtf8(failure.what()));
     }
     return kFailed;
+}
+
+}  // namespace
+}  // namespace Varnholt::Tool
+
+int main(int argc, char** argv) {
+    Varnholt::Tool::PrepareProcess();
+    try {
+        return Varnholt::Tool::RunAndReport(argc, argv);
+    } catch (...) {
+        std::fflush(stdout);
+        Varnholt::Tool::ReportOutOfMemory();
+    }
+    return 1;
 }

@@ -3,26 +3,36 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Streams.h"
 
 namespace Varnholt::Tool {
 namespace {
 
-[[noreturn]] void RaiseWriteError() {
-    throw EWriteError(u"Cannot write to standard output");
+bool HasPrinted = false;
+
+[[noreturn]] void RaiseWriteError(int error) {
+    const String message = u"Cannot write standard output: " + SystemReason(error);
+    if (error == EPIPE) throw EOutputClosed(message);
+    throw EWriteError(message);
 }
 
 }  // namespace
 
+void Print(StringView text) {
+    HasPrinted = true;
+    const std::string bytes = ToUtf8(text);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError(errno);
+}
+
 void PrintLine(StringView line) {
-    const std::string bytes = ToUtf8(line) + '\n';
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError();
+    Print(String(line) + u'\n');
 }
 
 void FlushOutput() {
-    if (std::fflush(stdout) != 0) RaiseWriteError();
+    if (std::fflush(stdout) != 0) RaiseWriteError(errno);
 }
 
 String OnOneLine(StringView text) {
@@ -45,7 +55,8 @@ TProgress::~TProgress() {
 void TProgress::Show(std::int64_t done, std::int64_t whole) {
     const std::int64_t percent =
         std::clamp<std::int64_t>(done * 100 / std::max<std::int64_t>(whole, 1), 0, 100);
-    if (!FVisible || percent == FShown) return;
+    const bool isAmongOutput = HasPrinted && isatty(STDOUT_FILENO) == 1;
+    if (!FVisible || percent == FShown || isAmongOutput) return;
     FShown = percent;
     std::fprintf(stderr, "\r%3d %%", static_cast<int>(percent));
 }

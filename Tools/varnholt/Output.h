@@ -2,24 +2,34 @@
 
 #include <string>
 
-#include "Platform/Runtime/Types.h"
+#include "Platform/Runtime/Exceptions.h"
 
 namespace Varnholt::Tool {
 
-/// Prints a line on standard output, in UTF-8. Raises EWriteError if it can not be written, as on a full
-/// disk.
+/// The reader of standard output has closed it, as `head` does once it has its lines.
+class EOutputClosed : public EWriteError {
+public:
+    using EWriteError::EWriteError;
+};
+
+/// Prints a text on standard output, in UTF-8. Raises EWriteError "Cannot write standard output: REASON", as on
+/// a full disk, and EOutputClosed.
+void Print(StringView text);
+
+/// Prints the text and a line end.
 void PrintLine(StringView line);
 
-/// Hands everything printed so far to the system; raises as PrintLine does.
+/// Hands everything printed so far to the system; raises as Print does.
 void FlushOutput();
 
-/// The text with its control characters, line ends among them, made blanks.
+/// The text with its control characters, line ends among them, replaced by blanks.
 [[nodiscard]] String OnOneLine(StringView text);
 
 /// Prints OnOneLine "varnholt: MESSAGE" on standard error.
 void Warn(StringView message);
 
-/// How far long work has come, on a terminal's standard error; silent anywhere else.
+/// The progress of long work on a terminal's standard error. Silent anywhere else, and once something has been
+/// printed on a terminal.
 class TProgress {
 public:
     TProgress();
@@ -28,7 +38,7 @@ public:
     TProgress& operator=(const TProgress&) = delete;
 
     [[nodiscard]] bool IsVisible() const { return FVisible; }
-    /// How much is done, and the size of the whole work, in any unit.
+    /// The work done and the size of the whole work, in any unit.
     void Show(std::int64_t done, std::int64_t whole);
 
 private:

@@ -55,7 +55,7 @@ private:
 };
 
 TStationReader::TStationReader(StringView path, const TStationColumns& columns) : FFile(path) {
-    FFile.ReadHeader(FHeader);
+    FHeader = FFile.GetHeader();
     FDate = ColumnIndex(columns.Date);
     FTMax = ColumnIndex(columns.TMax);
     FTMin = ColumnIndex(columns.TMin);
@@ -65,13 +65,13 @@ TStationReader::TStationReader(StringView path, const TStationColumns& columns) 
 std::size_t TStationReader::ColumnIndex(StringView name) const {
     const auto found = std::ranges::find(FHeader, name);
     if (found == FHeader.end()) {
-        throw Exception(Format(u"%s: Column \"%s\" not found", {FFile.GetPath(), name}));
+        throw Exception(Format(u"%s: Column \"%s\" not found", {FFile.GetName(), name}));
     }
     return static_cast<std::size_t>(found - FHeader.begin());
 }
 
 void TStationReader::RaiseInRow(const String& what) const {
-    throw Exception(Format(u"%s, row %d: %s", {FFile.GetPath(), FFile.GetLineNumber(), what}));
+    throw Exception(Format(u"%s, row %d: %s", {FFile.GetName(), FFile.GetLineNumber(), what}));
 }
 
 std::chrono::year_month_day TStationReader::DateCell() const {
@@ -110,7 +110,7 @@ TStation TStationReader::Read() {
         day.Precipitation = NumberCell(FPrecipitation);
         FStation.Days.push_back(day);
     }
-    if (FStation.Days.empty()) throw Exception(Format(u"%s has a header and no rows", {FFile.GetPath()}));
+    if (FStation.Days.empty()) throw Exception(Format(u"%s has a header and no rows", {FFile.GetName()}));
     return std::move(FStation);
 }
 

@@ -1,13 +1,16 @@
 #include "Tools/varnholt/TableCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <memory>
+#include <numeric>
 #include <optional>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Tools/varnholt/InputOptions.h"
 #include "Tools/varnholt/TableOutput.h"
+#include "Tools/varnholt/TableSort.h"
 #include "Tools/varnholt/TableSource.h"
 
 namespace Varnholt::Tool {
@@ -15,6 +18,7 @@ namespace {
 
 struct TTableOptions {
     std::string File;
+    TInputOptions Input;
     std::optional<std::string> Sort;
     std::optional<std::string> Rows;
     std::optional<std::string> Columns;
@@ -22,13 +26,8 @@ struct TTableOptions {
     std::optional<std::string> OutFile;
 };
 
-std::unique_ptr<TTableData> LoadTable(const TStringGrid& grid, const std::optional<std::string>& rows) {
-    if (!rows) return TTableData::FromStringGrid(&grid);
-    const TPickedRows picked(grid, ReadRowNumbers(FromUtf8(*rows), grid));
-    return TTableData::FromStringGrid(&picked);
-}
-
-/// How many rows to show: decimal digits alone. CLI11 takes 010 for octal and cuts a number that is too large.
+/// The number of rows to show, in decimal digits. CLI11 takes 010 for octal and truncates a number that is too
+/// large.
 std::size_t ReadLimit(const std::string& text) {
     std::size_t limit = 0;
     const char* const textEnd = text.data() + text.size();
@@ -39,25 +38,36 @@ std::size_t ReadLimit(const std::string& text) {
     return limit;
 }
 
+std::vector<std::int32_t> AllRows(const TTableFile& file) {
+    std::vector<std::int32_t> rows(static_cast<std::size_t>(file.Grid->GetRowCount()) - 1);
+    std::iota(rows.begin(), rows.end(), 1);
+    return rows;
+}
+
 void RunTable(const TTableOptions& options) {
     const auto limit = options.Limit ? ReadLimit(*options.Limit) : std::numeric_limits<std::size_t>::max();
-    std::unique_ptr<TStringGrid> grid = ReadGrid(FromUtf8(options.File));
-    const TColumnNames names(*grid);
-    const TSortOperation keys = options.Sort ? names.ReadSortKeys(FromUtf8(*options.Sort)) : TSortOperation();
-    TTableView view;
-    view.Columns = options.Columns ? names.ReadColumns(FromUtf8(*options.Columns)) : names.AllColumns();
-    const std::unique_ptr<TTableData> table = LoadTable(*grid, options.Rows);
-    grid.reset();  // a large file need not be held twice
+    const TMissingValues missing = options.Input.GetMissingValues();
+    const TEncoding& encoding = options.Input.GetEncoding();
+    const String input = FromUtf8(options.File), output = FromUtf8(options.OutFile.value_or("-"));
+    CheckOutputs({&input, 1}, {&output, 1});
 
-    const bool isSorted = keys.GetCount() > 0;
-    if (isSorted) table->ExecuteSort(keys);
-    const TTableDataRows& rows = isSorted ? table->GetSorted() : table->GetData();
-    const auto count = static_cast<std::size_t>(rows.GetCount());
-    view.Rows = {rows.begin(), std::min(count, limit)};
+    const TTableFile file = ReadTable(input, encoding);
+    const TColumnNames names(file);
+    const TSortOperation keys = options.Sort ? names.ReadSortKeys(FromUtf8(*options.Sort)) : TSortOperation();
+    TTableView view{file, options.Rows ? ReadRowNumbers(FromUtf8(*options.Rows), file) : AllRows(file),
+                    options.Columns ? names.ReadColumns(FromUtf8(*options.Columns)) : names.AllColumns()};
+    std::vector<TVarType> types;
+    if (!options.OutFile) {
+        for (const std::int32_t column : view.Columns) {
+            types.push_back(TypeOfColumn(*file.Grid, view.Rows, column, missing));
+        }
+    }
+    if (keys.GetCount() > 0) view.Rows = SortRows(*file.Grid, view.Rows, keys, missing);
+    view.Rows.resize(std::min(view.Rows.size(), limit));
     if (options.OutFile) {
-        WriteTable(FromUtf8(*options.OutFile), names, view);
+        WriteTable(output, view);
     } else {
-        PrintTable(names, *table, view);
+        PrintTable(view, types);
     }
 }
 
@@ -65,17 +75,19 @@ void RunTable(const TTableOptions& options) {
 
 void AddTableCommand(CLI::App& app) {
     const auto options = std::make_shared<TTableOptions>();
-    CLI::App* table = app.add_subcommand("table", "Print a CSV file as a typed table, picked and sorted");
-    table->add_option("file", options->File, "CSV file with a header row")->required();
-    table->add_option(
-        "--sort", options->Sort,
-        "Columns to sort by, the first one first, each ascending or with :desc behind its name: "
-        "COLUMN[:desc][,COLUMN[:desc]...]");
+    CLI::App* table =
+        app.add_subcommand("table", "Print or write rows and columns of a CSV file, picked and sorted");
+    table->add_option("file", options->File, "CSV file with a header row; - is standard input")->required();
+    AddInputOptions(*table, options->Input);
+    table->add_option("--sort", options->Sort,
+                      "Columns to sort by, the most significant first, descending with :desc after the name: "
+                      "COLUMN[:desc][,COLUMN[:desc]...]; missing values come last");
     table->add_option("--rows", options->Rows,
-                      "Rows to take, counted from 1 in the file's order, for example '1 - 5, 8'");
+                      "Rows to take, counted from 1 in the order of the file, for example '1 - 5, 8'");
     table->add_option("--columns", options->Columns, "Columns to show, in this order, with commas between");
-    table->add_option("--limit", options->Limit, "Show the first rows alone, that many, after sorting");
-    table->add_option("--out", options->OutFile, "Write the table as CSV, and print nothing");
+    table->add_option("--limit", options->Limit, "Show at most so many rows, after sorting");
+    table->add_option("--out", options->OutFile,
+                      "Write the cells as CSV to this file instead; - is standard output");
     table->callback([options] { RunTable(*options); });
 }
 

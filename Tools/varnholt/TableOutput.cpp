@@ -2,18 +2,15 @@
 
 #include <algorithm>
 
-#include "Tools/varnholt/CsvFile.h"
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
 
+constexpr std::int32_t kHeaderRow = 0;
+
 StringView TypeName(TVarType type) {
     return type == varInteger ? u"integer" : type == varDouble ? u"float" : u"text";
-}
-
-const Variant& ValueOf(const TTableDataRow& row, std::int32_t column) {
-    return row.GetValues()[static_cast<std::size_t>(column)];
 }
 
 /// The number of characters; a surrogate pair is one.
@@ -22,78 +19,73 @@ std::size_t WidthOf(StringView text) {
     return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, isLowSurrogate));
 }
 
-/// Texts in columns, printed once the width of each column is known.
-class TAlignedText {
+/// Prints the cells of a view in columns of equal width.
+class TAlignedTable {
 public:
-    TAlignedText(std::size_t columnCount, std::size_t rowCount)
-        : FTexts(static_cast<std::int32_t>(columnCount), static_cast<std::int32_t>(rowCount), 0, 0),
-          FColumns(columnCount) {}
-
-    void AlignRight(std::size_t col) { FColumns[col].IsRight = true; }
-    void Set(std::size_t col, std::size_t row, StringView text) {
-        const String line = OnOneLine(text);
-        FColumns[col].Width = std::max(FColumns[col].Width, WidthOf(line));
-        FTexts.SetCell(static_cast<std::int32_t>(col), static_cast<std::int32_t>(row), line);
+    TAlignedTable(const TTableView& view, const std::vector<TVarType>& types) : FView(view), FTypes(types) {
+        for (std::size_t i = 0; i < types.size(); ++i) FWidths.push_back(WidthOfColumn(i));
     }
+
     void Print() const {
-        for (std::int32_t row = 0; row < FTexts.GetRowCount(); ++row) PrintLine(Line(row));
+        PrintRow(kHeaderRow);
+        String line;
+        for (std::size_t i = 0; i < FTypes.size(); ++i) AddText(line, i, TypeName(FTypes[i]));
+        PrintTrimmed(line);
+        for (const std::int32_t row : FView.Rows) PrintRow(row);
     }
 
 private:
-    struct TColumn {
-        std::size_t Width = 0;
-        bool IsRight = false;
-    };
-
-    [[nodiscard]] String Line(std::int32_t row) const {
-        constexpr StringView kGap = u"  ";
-        String line;
-        for (std::size_t col = 0; col < FColumns.size(); ++col) {
-            const StringView text = FTexts.GetCell(static_cast<std::int32_t>(col), row);
-            const std::size_t blanks = FColumns[col].Width - WidthOf(text);
-            if (col > 0) line += kGap;
-            if (FColumns[col].IsRight) line.append(blanks, u' ');
-            line += text;
-            if (!FColumns[col].IsRight) line.append(blanks, u' ');
-        }
-        line.erase(line.find_last_not_of(u' ') + 1);
-        return line;
+    [[nodiscard]] String TextOf(std::size_t i, std::int32_t row) const {
+        return OnOneLine(FView.File.Grid->GetCell(FView.Columns[i], row));
     }
 
-    TStringGrid FTexts;
-    std::vector<TColumn> FColumns;
+    [[nodiscard]] std::size_t WidthOfColumn(std::size_t i) const {
+        std::size_t width = std::max(TypeName(FTypes[i]).size(), WidthOf(TextOf(i, kHeaderRow)));
+        for (const std::int32_t row : FView.Rows) width = std::max(width, WidthOf(TextOf(i, row)));
+        return width;
+    }
+
+    void AddText(String& line, std::size_t i, StringView text) const {
+        constexpr StringView kGap = u"  ";
+        const std::size_t blanks = FWidths[i] - WidthOf(text);
+        const bool isRight = FTypes[i] != varString;
+        if (i > 0) line += kGap;
+        if (isRight) line.append(blanks, u' ');
+        line += text;
+        if (!isRight) line.append(blanks, u' ');
+    }
+
+    void PrintRow(std::int32_t row) const {
+        String line;
+        for (std::size_t i = 0; i < FTypes.size(); ++i) AddText(line, i, TextOf(i, row));
+        PrintTrimmed(line);
+    }
+
+    static void PrintTrimmed(String& line) {
+        line.erase(line.find_last_not_of(u' ') + 1);
+        PrintLine(line);
+    }
+
+    const TTableView& FView;
+    const std::vector<TVarType>& FTypes;
+    std::vector<std::size_t> FWidths;
 };
 
 }  // namespace
 
-void PrintTable(const TColumnNames& names, const TTableData& table, const TTableView& view) {
-    constexpr std::size_t kHeadLines = 2;
-    TAlignedText text(view.Columns.size(), view.Rows.size() + kHeadLines);
-    for (std::size_t col = 0; col < view.Columns.size(); ++col) {
-        const TVarType type = table.GetColType(view.Columns[col]);
-        if (type != varString) text.AlignRight(col);
-        text.Set(col, 0, names[view.Columns[col]]);
-        text.Set(col, 1, TypeName(type));
-    }
-    std::size_t line = kHeadLines;
-    for (const TTableDataRow* row : view.Rows) {
-        for (std::size_t col = 0; col < view.Columns.size(); ++col) {
-            text.Set(col, line, ValueOf(*row, view.Columns[col]).ToText());
-        }
-        ++line;
-    }
-    text.Print();
+void PrintTable(const TTableView& view, const std::vector<TVarType>& types) {
+    TAlignedTable(view, types).Print();
     FlushOutput();
 }
 
-void WriteTable(StringView path, const TColumnNames& names, const TTableView& view) {
-    TCsvOutput file(path);
-    for (const std::int32_t column : view.Columns) file.AddField(names[column]);
-    file.EndRow();
-    for (const TTableDataRow* row : view.Rows) {
-        for (const std::int32_t column : view.Columns) file.AddField(ValueOf(*row, column).ToText());
+void WriteTable(StringView path, const TTableView& view) {
+    TCsvOutput file(path, view.File.Format);
+    const auto writeRow = [&](std::int32_t row) {
+        for (const std::int32_t column : view.Columns) file.AddField(view.File.Grid->GetCell(column, row));
         file.EndRow();
-    }
+    };
+    writeRow(kHeaderRow);
+    for (const std::int32_t row : view.Rows) writeRow(row);
     file.Finish();
 }
 

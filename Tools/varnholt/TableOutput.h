@@ -1,24 +1,25 @@
 #pragma once
 
-#include <span>
 #include <vector>
 
 #include "Tools/varnholt/TableSource.h"
+#include "VarnholtLib/Data/vrnTableData.h"
 
-/// Where the rows of `varnholt table` go. Values are written as Variant::ToText does.
+/// The output of `varnholt table`. Cells and names are written with the text that the file has.
 namespace Varnholt::Tool {
 
-/// What of a table is shown, in this order.
+/// The rows and columns of a file to be shown, in this order.
 struct TTableView {
-    std::span<const TTableDataRow* const> Rows;
+    const TTableFile& File;
+    std::vector<std::int32_t> Rows;
     std::vector<std::int32_t> Columns;
 };
 
 /// Prints the view on standard output with its columns aligned, numbers to the right and texts to the left,
-/// below a line of the columns' names and one of their types.
-void PrintTable(const TColumnNames& names, const TTableData& table, const TTableView& view);
+/// below a line of the columns' names and one of their types. `types` belong to the view's columns.
+void PrintTable(const TTableView& view, const std::vector<TVarType>& types);
 
 /// Writes the view as a CSV file below a line of the columns' names.
-void WriteTable(StringView path, const TColumnNames& names, const TTableView& view);
+void WriteTable(StringView path, const TTableView& view);
 
 }  // namespace Varnholt::Tool

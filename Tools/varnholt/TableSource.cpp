@@ -1,11 +1,12 @@
 #include "Tools/varnholt/TableSource.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
+#include <set>
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
-#include "Tools/varnholt/CsvFile.h"
 #include "VarnholtLib/Data/vrnRangeParser.h"
 
 namespace Varnholt::Tool {
@@ -23,93 +24,96 @@ void AddGridRow(TStringGrid& grid, const TRow& cells) {
 
 }  // namespace
 
-std::unique_ptr<TStringGrid> ReadGrid(StringView path) {
-    TCsvInput file(path);
+TTableFile ReadTable(StringView path, const TEncoding& encoding) {
+    TCsvInput input(path, encoding);
+    const std::size_t width = input.GetHeader().size();
+    TTableFile file{input.GetName(), input.GetFormat(),
+                    std::make_unique<TStringGrid>(static_cast<std::int32_t>(width), 0, 0, 0)};
+    AddGridRow(*file.Grid, input.GetHeader());
+    file.Grid->SetFixedRows(1);
     TRow row;
-    file.ReadHeader(row);
-    const std::size_t width = row.size();
-    auto grid = std::make_unique<TStringGrid>(static_cast<std::int32_t>(width), 0, 0, 0);
-    AddGridRow(*grid, row);
-    grid->SetFixedRows(1);
-    while (file.ReadRow(row)) {
+    while (input.ReadRow(row)) {
         if (row.size() != width) {
-            throw EConvertError(Format(u"%s, line %d: Row %d has %d cells, the header has %d",
-                                       {path, file.GetLineNumber(), grid->GetRowCount(), row.size(), width}));
+            input.Fail(Format(u"Row %d has %d cells, the header has %d",
+                              {file.Grid->GetRowCount(), row.size(), width}));
         }
-        AddGridRow(*grid, row);
+        AddGridRow(*file.Grid, row);
     }
-    return grid;
+    return file;
 }
 
-TIntegerArray ReadRowNumbers(StringView text, const TStringGrid& grid) {
+std::vector<std::int32_t> ReadRowNumbers(StringView text, const TTableFile& file) {
     const TRangeParser ranges(text);
-    if (ranges.GetCount() == 0) throw EArgumentException(u"No row is asked for");
-    const std::int32_t last = grid.GetRowCount() - 1;
+    if (ranges.GetCount() == 0) throw EArgumentException(u"No rows are given");
+    const std::int32_t last = file.Grid->GetRowCount() - 1;
     for (const TRange& range : ranges.ToArray()) {
         if (range.First >= 1 && range.Last <= last) continue;
-        const std::int32_t missing = range.First < 1 ? range.First : range.Last;
-        throw ERangeError(Format(u"Row %d not found, the file has %d rows", {missing, last}));
+        const std::int32_t absent = range.First < 1 ? range.First : range.Last;
+        throw ERangeError(Format(u"%s: Row %d not found, the file has %d rows", {file.Name, absent, last}));
     }
-    return ranges.ToValuesArray();
+    const TIntegerArray rows = ranges.ToValuesArray();
+    return {rows.begin(), rows.end()};
 }
 
-TColumnNames::TColumnNames(const TStringGrid& grid) {
-    for (std::int32_t col = 0; col < grid.GetColCount(); ++col) {
-        FNames.emplace_back(grid.GetCell(col, 0));
-        FLongest = std::max(FLongest, FNames.back().size());
+TColumnNames::TColumnNames(const TTableFile& file) : FFile(file) {
+    std::set<std::size_t, std::greater<>> lengths;
+    for (std::int32_t col = 0; col < file.Grid->GetColCount(); ++col) {
+        const StringView name = file.Grid->GetCell(col, 0);
+        FColumns.emplace(name, col);
+        if (name.find(u',') == StringView::npos) continue;
+        lengths.insert(name.size());
+        lengths.insert(name.size() + kDescending.size());
     }
-}
-
-std::int32_t TColumnNames::IndexOf(StringView name) const {
-    const auto found = std::ranges::find(FNames, name);
-    return found == FNames.end() ? -1 : static_cast<std::int32_t>(found - FNames.begin());
+    FLengths.assign(lengths.begin(), lengths.end());
 }
 
 std::vector<std::int32_t> TColumnNames::AllColumns() const {
-    std::vector<std::int32_t> columns(FNames.size());
+    std::vector<std::int32_t> columns(static_cast<std::size_t>(FFile.Grid->GetColCount()));
     std::iota(columns.begin(), columns.end(), 0);
     return columns;
 }
 
-/// Calls take for each part of the list. It answers whether the part is a name, and is asked from the longest
-/// part that could be one down to the next comma.
-template <typename TTake>
-void TColumnNames::ReadList(StringView list, TTake take) const {
-    for (std::size_t start = 0; start <= list.size();) {
-        const StringView rest = list.substr(start);
-        const std::size_t longest = FLongest + kDescending.size();
-        std::size_t length = rest.size() <= longest ? rest.size() : rest.rfind(u',', longest);
-        while (length != StringView::npos && !take(rest.substr(0, length))) {
-            length = length == 0 ? StringView::npos : rest.rfind(u',', length - 1);
-        }
-        if (length == StringView::npos) {
-            throw EArgumentException(Format(u"Column \"%s\" not found", {rest.substr(0, rest.find(u','))}));
-        }
-        start += length + 1;
+bool TColumnNames::TryReadEntry(StringView text, TListKind kind, TEntry& entry) const {
+    auto found = FColumns.find(text);
+    const bool isAscending = found != FColumns.end();
+    if (!isAscending && kind == lkSortKeys && text.ends_with(kDescending)) {
+        found = FColumns.find(text.substr(0, text.size() - kDescending.size()));
     }
+    if (found == FColumns.end()) return false;
+    entry = {found->second, isAscending};
+    return true;
+}
+
+/// Returns the length of the entry.
+std::size_t TColumnNames::ReadLongestEntry(StringView list, TListKind kind, TEntry& entry) const {
+    for (const std::size_t length : FLengths) {
+        const bool isWhole = length == list.size() || (length < list.size() && list[length] == u',');
+        if (isWhole && TryReadEntry(list.substr(0, length), kind, entry)) return length;
+    }
+    const StringView text = list.substr(0, list.find(u','));
+    if (TryReadEntry(text, kind, entry)) return text.size();
+    throw EArgumentException(Format(u"%s: Column \"%s\" not found", {FFile.Name, text}));
+}
+
+std::vector<TColumnNames::TEntry> TColumnNames::ReadList(StringView list, TListKind kind) const {
+    std::vector<TEntry> entries;
+    for (std::size_t start = 0; start <= list.size();) {
+        TEntry entry{};
+        start += ReadLongestEntry(list.substr(start), kind, entry) + 1;
+        entries.push_back(entry);
+    }
+    return entries;
 }
 
 std::vector<std::int32_t> TColumnNames::ReadColumns(StringView list) const {
     std::vector<std::int32_t> columns;
-    ReadList(list, [&](StringView name) {
-        const std::int32_t column = IndexOf(name);
-        if (column >= 0) columns.push_back(column);
-        return column >= 0;
-    });
+    for (const TEntry& entry : ReadList(list, lkColumns)) columns.push_back(entry.Column);
     return columns;
 }
 
 TSortOperation TColumnNames::ReadSortKeys(StringView list) const {
     TSortOperation keys;
-    ReadList(list, [&](StringView name) {
-        std::int32_t column = IndexOf(name);
-        const bool isAscending = column >= 0;
-        if (!isAscending && name.ends_with(kDescending)) {
-            column = IndexOf(name.substr(0, name.size() - kDescending.size()));
-        }
-        if (column >= 0) keys.Add(column, isAscending);
-        return column >= 0;
-    });
+    for (const TEntry& entry : ReadList(list, lkSortKeys)) keys.Add(entry.Column, entry.IsAscending);
     return keys;
 }
 

@@ -1,0 +1,94 @@
+#include "Tests/Tools/ProgramTest.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <regex>
+
+namespace Varnholt::Test {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr const char* kRows = "a,b\n1,2\n3,4\n";
+
+// What all commands have in common. Links lead to file.csv; other.csv is a hard link of hard.csv.
+// clang-format off
+constexpr TProgramCase cases[] = {
+    {"", 2, "", "varnholt: A command is required: calc, report or table\nTry 'varnholt --help'.\n"},
+    {"tabel x.csv", 2, "", "varnholt: \"tabel\" is not a command; the nearest is table\nTry 'varnholt --help'.\n"},
+    {"zzz", 2, "", "varnholt: \"zzz\" is not a command\nTry 'varnholt --help'.\n"},
+    {"table file.csv --colums a", 2, "",
+     "varnholt: The following arguments were not expected: a --colums; the nearest is --columns\nTry 'varnholt table --help'.\n"},
+    {"--help >/dev/full", 1, "", "varnholt: Cannot write standard output: No space left on device\n"},
+    {"calc 1 >&-", 1, "", "varnholt: Cannot write standard output: Bad file descriptor\n"},
+    {"table - <&-", 1, "", "varnholt: Cannot read standard input: Bad file descriptor\n"},
+    {"calc 1 --csv - --summary --out out.csv >&- <hard.csv", 1, "", "varnholt: Cannot write standard output: Bad file descriptor\n"},
+    {"table latin.csv", 1, "", "varnholt: latin.csv, line 3: Byte E9 is not valid in UTF-8; --encoding names another encoding\n"},
+    {"calc 1 --csv latin.csv", 1, "1\n", "varnholt: latin.csv, line 3: Byte E9 is not valid in UTF-8; --encoding names another encoding\n"},
+    {"table latin.csv --encoding latin1 --out -", 0, "a\n1\n\xC3\xA9\n", ""},
+    {"table wide.csv --encoding latin1 --out -", 0, "\xEF\xBB\xBF" "a\n\xC3\xA9\n", ""},
+    {"calc 1 --csv file.csv --encoding zzz", 2, "", "varnholt: --encoding: No encoding is named \"zzz\"\nTry 'varnholt calc --help'.\n"},
+    {"calc '$b' --csv link.csv --out file.csv && cat file.csv", 0, "a,b,value\n1,2,2\n3,4,4\n", ""},
+    {"table file.csv --columns b --out link.csv && cat file.csv", 0, "b\n2\n4\n", ""},
+    {"calc '$b' --csv hard.csv --out other.csv", 1, "", "varnholt: Cannot write file \"other.csv\": It is also the input, and cannot be replaced as a whole\n"},
+    {"table - --out other.csv <hard.csv", 1, "", "varnholt: Cannot write file \"other.csv\": It is also the input, and cannot be replaced as a whole\n"},
+    {"calc 1 --csv hard.csv >>other.csv", 1, "", "varnholt: Cannot write standard output: It is also the input, and cannot be replaced as a whole\n"},
+    {"table hard.csv --out - && cat hard.csv", 0, "a,b\n1,2\n3,4\na,b\n1,2\n3,4\n", ""},
+};
+// clang-format on
+
+class ProgramTest : public TProgramTest {
+protected:
+    ProgramTest() : TProgramTest("") {
+        Write(u"file.csv", kRows);
+        Write(u"hard.csv", kRows);
+        Write(u"latin.csv", "a\n1\n\xE9\n");
+        Write(u"wide.csv", std::string_view("\xFF\xFE"
+                                            "a\0\n\0\xE9\0\n\0",
+                                            10));
+        EXPECT_EQ(symlink("file.csv", Folder.GetNativePath("link.csv").c_str()), 0);
+        EXPECT_EQ(link(Folder.GetNativePath("hard.csv").c_str(), Folder.GetNativePath("other.csv").c_str()),
+                  0);
+    }
+};
+
+TEST_F(ProgramTest, CommandsShareTheirRules) {
+    ExpectAll(cases, {"--none", "table", "--", "table file.csv --limit 1 --limit 2"});
+}
+
+TEST_F(ProgramTest, EndsAsAFilterWhenItsReaderLeaves) {
+    std::string rows = "a\n";
+    for (int i = 0; i < 50000; ++i) rows += "1\n";
+    Write(u"long.csv", rows);
+    const std::string programs[] = {"table long.csv", "calc '$a' --csv long.csv", "table long.csv --out -"};
+    for (const std::string& program : programs) {
+        Run(program + "; echo $? >status; } | head -n 1 >/dev/null; { true");
+        EXPECT_EQ(Content(u"status"), "141\n") << program;
+        EXPECT_EQ(Content(u"told"), "") << program;
+    }
+}
+
+TEST_F(ProgramTest, ManPageAndCompletionKnowAllOptions) {
+    const std::string sources = VARNHOLT_SOURCE_DIR "/Tools/varnholt/";
+    std::string page = ReadWholeFile(FromNativePath(sources + "varnholt.1.in"));
+    std::erase(page, '\\');
+    static const std::regex option("--[a-z]+");
+    for (const std::string command : {"", "calc", "report", "table"}) {
+        Write(u"complete.bash", ". '" + sources + "varnholt.bash'\nCOMP_WORDS=('" VARNHOLT_PROGRAM "' " +
+                                    command +
+                                    " --)\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_varnholt\n"
+                                    "echo \"${COMPREPLY[@]} \"\n");
+        ASSERT_EQ(Run("--version >/dev/null; bash complete.bash"), 0);
+        const std::string completions = Content(u"printed");
+        ASSERT_EQ(Run(command + " --help"), 0);
+        const std::string help = Content(u"printed");
+        for (std::sregex_iterator next(help.begin(), help.end(), option), end; next != end; ++next) {
+            EXPECT_THAT(page, HasSubstr(next->str())) << "the page lacks an option of " << command;
+            EXPECT_THAT(completions, HasSubstr(next->str() + " ")) << "not completed after " << command;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Varnholt::Test
