@@ -9,26 +9,26 @@
 #include <string>
 #include <vector>
 
-/// The floors of the source tree. A file may include files of its own room (a folder with its subfolders), of
-/// the rooms on the floors below, and of the neighbours that its room lists. A private header serves its own
-/// folder; tests include what they want.
+/// The floors of the source tree. A file may include files of its own folder, of the folders on the floors below,
+/// and of the neighbours that its folder lists. Subfolders share the floor of their folder. A private header is
+/// for its own folder. Tests may include any file.
 namespace {
 
 namespace fs = std::filesystem;
 
-struct TRoom {
-    std::string Folder;  // with its subfolders; the frame, VarnholtLib/, without
+struct TFolder {
+    std::string Path;  // with its subfolders, except for VarnholtLib/, the frame
     int Floor;
-    std::vector<std::string> Neighbours;  // rooms of the same floor that it may use
+    std::vector<std::string> Neighbours;  // folders of the same floor that it may use
 };
 
-struct TForeign {
+struct TThirdParty {
     std::string Header;  // the beginning of its path
     std::vector<std::string> Users;
 };
 
 // clang-format off
-const std::vector<TRoom> rooms = {
+const std::vector<TFolder> kFolders = {
     {"Tools/", 10, {}}, {"Desktop/", 10, {}}, {"Benchmarks/", 10, {}}, {"Examples/", 10, {}},
     {"Fuzz/", 10, {"Tests/"}}, {"Tests/", 10, {}},
     {"VarnholtLib/", 9, {}},
@@ -44,7 +44,7 @@ const std::vector<TRoom> rooms = {
     {"Platform/Runtime/", 0, {}}};
 
 // Headers from outside the tree, and who may include them. A plain name in brackets is the standard library's.
-const std::vector<TForeign> foreigners = {
+const std::vector<TThirdParty> kThirdParties = {
     {"unicode/", {"Platform/Runtime/"}}, {"libxml/", {"Platform/Xml/"}}, {"curl/", {"Platform/Http/"}},
     {"zip.h", {"Platform/Zip/"}}, {"sqlite3.h", {"Platform/Registry/"}},
     {"cairo", {"Platform/Drawing/"}}, {"pango/", {"Platform/Drawing/"}}, {"zlib.h", {"VarnholtLib/Files/"}},
@@ -58,19 +58,19 @@ const std::vector<TForeign> foreigners = {
     {"spawn.h", {"Platform/System/"}}, {"unistd.h", {"Platform/", "Tools/", "Benchmarks/"}}};
 // clang-format on
 
-bool StartsWithOneOf(const std::string& path, const std::vector<std::string>& folders) {
-    return std::ranges::any_of(folders, [&](const auto& folder) { return path.starts_with(folder); });
+bool StartsWithOneOf(const std::string& path, const std::vector<std::string>& prefixes) {
+    return std::ranges::any_of(prefixes, [&](const auto& prefix) { return path.starts_with(prefix); });
 }
 
-/// The innermost room of a path, or none. Files deeper in VarnholtLib/ belong to a room of their own.
-const TRoom* RoomOf(const std::string& path) {
-    const TRoom* innermost = nullptr;
-    for (const TRoom& room : rooms) {
-        if (!path.starts_with(room.Folder)) continue;
-        if (!innermost || room.Folder.size() > innermost->Folder.size()) innermost = &room;
+/// The innermost folder of a path, or none. What is deeper in VarnholtLib/ is not the frame's.
+const TFolder* FolderOf(const std::string& path) {
+    const TFolder* innermost = nullptr;
+    for (const TFolder& folder : kFolders) {
+        if (!path.starts_with(folder.Path)) continue;
+        if (!innermost || folder.Path.size() > innermost->Path.size()) innermost = &folder;
     }
-    const bool isFrame = innermost && innermost->Folder == "VarnholtLib/";
-    return isFrame && path.find('/', innermost->Folder.size()) != std::string::npos ? nullptr : innermost;
+    const bool isFrame = innermost && innermost->Path == "VarnholtLib/";
+    return isFrame && path.find('/', innermost->Path.size()) != std::string::npos ? nullptr : innermost;
 }
 
 bool IsPrivate(const std::string& path) {
@@ -82,43 +82,43 @@ bool IsPublic(const std::string& path) {
            !IsPrivate(path);
 }
 
-std::string FolderOf(const std::string& path) {
+std::string DirectoryOf(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
 }
 
-std::string ProblemOfForeign(const std::string& from, const std::string& header) {
+std::string ProblemOfThirdParty(const std::string& from, const std::string& header) {
     if (header.find_first_of("/.") == std::string::npos) return "";
     if (IsPublic(from)) return "shows a third party in a public header";
     const auto found = std::ranges::find_if(
-        foreigners, [&](const TForeign& foreign) { return header.starts_with(foreign.Header); });
-    if (found == foreigners.end()) return "is unknown: list who may include it, in FloorsTest.cpp";
-    return StartsWithOneOf(from, found->Users) ? "" : "belongs to another room's third parties";
+        kThirdParties, [&](const TThirdParty& party) { return header.starts_with(party.Header); });
+    if (found == kThirdParties.end()) return "is unknown: list who may include it, in FloorsTest.cpp";
+    return StartsWithOneOf(from, found->Users) ? "" : "is a third party that this folder may not use";
 }
 
-std::string ProblemOfPrivate(const std::string& from, const std::string& to, bool isSameRoom) {
+std::string ProblemOfPrivate(const std::string& from, const std::string& to, bool isSameFolder) {
     if (IsPublic(from)) return "shows a private header in a public one";
-    const bool isLoadWork = RoomOf(from)->Folder == "VarnholtLib/" && to.ends_with("LoadPrivate.h");
-    const std::string source = FolderOf(from), target = FolderOf(to);
-    const bool isOwn = isSameRoom && (source.starts_with(target) || target.starts_with(source));
+    const bool isLoadWork = FolderOf(from)->Path == "VarnholtLib/" && to.ends_with("LoadPrivate.h");
+    const std::string source = DirectoryOf(from), target = DirectoryOf(to);
+    const bool isOwn = isSameFolder && (source.starts_with(target) || target.starts_with(source));
     return isOwn || isLoadWork ? "" : "takes a private header of another folder";
 }
 
 /// What is wrong with one file's include, which begins with its bracket or quote; empty if it is allowed.
 std::string ProblemOf(const std::string& from, const std::string& include) {
     const std::string to = include.substr(1);
-    const TRoom* source = RoomOf(from);
+    const TFolder* source = FolderOf(from);
     if (!source) return "has no floor: give its folder one in FloorsTest.cpp";
-    if (include[0] == '<') return ProblemOfForeign(from, to);
-    const TRoom* target = RoomOf(to);
+    if (include[0] == '<') return ProblemOfThirdParty(from, to);
+    const TFolder* target = FolderOf(to);
     if (!target && StartsWithOneOf(to, {"Platform/", "VarnholtLib/"}))
         return "includes a folder without a floor";
     if (!target) return "is not written from the root of the tree";
     if (target->Floor > source->Floor) return "runs against the floors";
     if (target->Floor == source->Floor && target != source &&
-        !StartsWithOneOf(target->Folder, source->Neighbours))
-        return "joins two rooms of one floor";
+        !StartsWithOneOf(target->Path, source->Neighbours))
+        return "joins two folders of one floor";
     if (IsPrivate(to)) return ProblemOfPrivate(from, to, target == source);
-    return source->Folder == "Examples/" && !IsPublic(to) ? "is not installed" : "";
+    return source->Path == "Examples/" && !IsPublic(to) ? "is not installed" : "";
 }
 
 /// The includes of every file, each with the bracket or quote before it. Any folder of the root is read, except
@@ -154,10 +154,10 @@ TEST(Floors, TheTreeKeepsThem) {
 }
 
 TEST(Floors, WhatIsForbiddenIsFound) {
-    const std::string upwards = "runs against the floors", beside = "joins two rooms of one floor";
+    const std::string upwards = "runs against the floors", beside = "joins two folders of one floor";
     const std::string privately = "takes a private header of another folder";
     const std::string shown = "shows a private header in a public one";
-    const std::string foreign = "belongs to another room's third parties";
+    const std::string foreign = "is a third party that this folder may not use";
     // clang-format off
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"VarnholtLib/Numerics/a.h", "\"VarnholtLib/Data/b.h", ""},
