@@ -39,6 +39,9 @@ void RequireRoundTrips(std::string_view bytes, StringView text) {
         const TEncoding& encoding = TEncoding::ForName(name);
         RequireSame(encoding.GetString(encoding.GetBytes(wellFormed)), wellFormed, "text is read back");
         RequireSame(encoding.GetString(encoding.GetBytes(text)), wellFormed, "lone surrogates are replaced");
+        Require(
+            encoding.GetBytes(wellFormed + u"a") == encoding.GetBytes(wellFormed) + encoding.GetBytes(u"a"),
+            "no bytes but those of the characters are written");
     }
     for (const StringView name : kBytewise) {
         const TEncoding& encoding = TEncoding::ForName(name);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 #include "Fuzz/FuzzInput.h"
@@ -56,7 +57,9 @@ void RequireTextIsReadBack(StringView text) {
     const String written = FloatToStr(value);
     const Extended again = StrToFloat(written);
     RequireSame(FloatToStr(again), written, "the text of a number is read back");
-    Require(std::fabs(again - value) <= std::fabs(value) * 1e-14L, "15 digits are kept");
+    char rounded[64];
+    std::snprintf(rounded, sizeof rounded, "%.14Le", value);
+    Require(again == std::strtold(rounded, nullptr), "a number is rounded to 15 digits");
 }
 
 void RequireSeparatorSwaps(String text) {

@@ -8,7 +8,7 @@
 #include "VarnholtLib/Data/vrnTableData.h"
 
 /// A string grid of any texts: the types of its columns, the table made of it, and the orders of its sort.
-/// The first three bytes choose the fixed rows and the keys, the rest is lines of cells separated by commas.
+/// The first byte chooses the fixed rows, the next three the keys; the rest is lines of cells separated by commas.
 namespace Varnholt::Fuzz {
 namespace {
 
@@ -95,7 +95,8 @@ void RequireDescendingIsReversed(TTableData& table, std::int32_t col) {
 
 void RunInput(TInput input) {
     TChoices choices(input);
-    const int fixedRows = choices.Below(2), first = choices.Below(256), second = choices.Below(256);
+    const int fixedRows = choices.Below(2);
+    const int keyChoices[] = {choices.Below(256), choices.Below(256), choices.Below(256)};
     const std::vector<std::vector<String>> rows = CellsOf(TextOf(choices.Rest()));
     const auto widest = std::ranges::max(rows, {}, [](const auto& row) { return row.size(); });
     const auto colCount = static_cast<std::int32_t>(widest.size());
@@ -109,10 +110,10 @@ void RunInput(TInput input) {
     RequireSameCells(grid, *table);
 
     TSortOperation keys;
-    keys.Add(first % colCount, first < 128);
-    if (second % colCount != first % colCount) keys.Add(second % colCount, second < 128);
+    for (const int choice : keyChoices)
+        if (!keys.GetOperationForColumnIndex(choice % colCount)) keys.Add(choice % colCount, choice < 128);
     RequireSorted(*table, keys);
-    RequireDescendingIsReversed(*table, first % colCount);
+    RequireDescendingIsReversed(*table, keys[0].ColumnIndex);
 
     table->Sort([&](const auto& left, const auto& right) { return CompareRows(left, right, keys); });
     for (std::int32_t i = 1; i < table->GetCount(); ++i)
