@@ -1,7 +1,7 @@
 #include "VarnholtLib/vrnPackage.h"
 
 #include "VarnholtLib/LoadTablePrivate.h"
-#include "VarnholtLib/Numerics/vrnCurveFit.h"
+#include "VarnholtLib/Numerics/vrnCurveFitLoadPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -84,7 +84,8 @@ constexpr std::array kModules = {
     TModule{u"vrnNotifyEventList", {}},
     TModule{u"vrnNamedPoint", {}},
     TModule{u"vrnMenuHelpers", {}},
-    TModule{u"vrnCurveFit", kCurveFitWork},
+    TModule{u"vrnCurveFit",
+            {.Initialize = &CreateFits, .Finalize = &FreeFits, .DestructClass = &ReleaseFits}},
     TModule{u"vrnScaledImageListCollection", {}},
     TModule{u"vrnHiDpi", {}},
     TModule{u"vrnDebugUtils", {}},

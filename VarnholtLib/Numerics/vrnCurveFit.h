@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "VarnholtBaseLib/Arrays.h"
-#include "VarnholtLib/Foundation/vrnUseCount.h"
 
 /// Least-squares fits of curves with two parameters A and B, and the registry from which an application lists
 /// them, runs one by name, draws its curve and prints its equation.
@@ -72,30 +71,12 @@ public:
                                                     TFitFormatEqFunc equation, TR2Func r2);
 
 private:
-    friend struct TCurveFitLoad;
-    using TItems = std::vector<std::shared_ptr<IFitFuncs>>;
-
-    // Plain pointers, because they are used before and after all static objects.
-    static TItems* FItems;
-    static std::shared_ptr<IFitFuncs>* FLinear;
-    static std::shared_ptr<IFitFuncs>* FExponential;
-
     TFitFunc FFitFunc;
     TFitYFunc FFitYFunc;
     TFitFormatEqFunc FFitFormatEqFunc;
     TR2Func FR2Func;
     String FName;
 };
-
-/// The steps of this module for the load table; nobody else calls them.
-struct TCurveFitLoad {
-    static void CreateItems() noexcept;
-    static void FreeItems() noexcept;
-    static void ReleaseBuiltIns() noexcept;
-};
-inline constexpr TModuleWork kCurveFitWork = {.Initialize = &TCurveFitLoad::CreateItems,
-                                              .Finalize = &TCurveFitLoad::FreeItems,
-                                              .DestructClass = &TCurveFitLoad::ReleaseBuiltIns};
 
 /// The straight line y = A + B * x:
 ///
