@@ -6,23 +6,30 @@
 
 #include "VarnholtLib/vrnPackage.h"
 
-/// The machinery behind vrnPackage.h: makes a load table from a list of modules and connects it to the loader.
-/// A library holds one such table, in the source that names its modules.
+/// The machinery behind vrnPackage.h: makes a load table from a list of modules. A library holds one such
+/// table, in the source that names its modules.
 ///
 ///     constexpr std::array kModules = {
 ///         TModule{u"vrnMath", {}},
 ///         TModule{u"vrnLog", {.Initialize = &CreateNullLog, .Finalize = &ReleaseNullLog}},
 ///     };
-///     template class TLoadTable<kModules>;   // the loader now runs the table
+///     using TTable = TLoadTable<kModules>;
+///
+///     [[gnu::constructor(101)]] void Load() noexcept { TTable::Initialize(); }
+///     [[gnu::destructor(101)]] void Unload() noexcept { TTable::Finalize(); }
+///
+/// The loader runs the last two. Their priority is the first that applications may use: in a program that
+/// links the library statically, they run before the constructors and after the destructors of its static
+/// objects. It has to be given to plain functions, because g++ 12 ignores one inside a template.
 ///
 /// A module that begins to work at load takes two lines there: the include of its private header, such as
-/// vrnLogLoadPrivate.h, which declares its steps, and the steps in its row. What the steps create is kept in a
-/// TModuleState (vrnModuleState.h), because they run before all constructors of an application's static objects
-/// and after all their destructors.
+/// vrnLogLoadPrivate.h, which declares its steps, and the steps in its row. What the steps create is kept in
+/// a TModuleState (vrnModuleState.h), because they run before all constructors of an application's static
+/// objects and after all their destructors.
 ///
-/// Each module counts its uses, so that a library that is loaded twice starts its modules once, and stops them
-/// at the last unload. The count runs downwards: 0 for a module that is not in use, -1 for one that was loaded
-/// once.
+/// Each module counts its uses, so that a library that is loaded twice starts its modules once, and stops
+/// them at the last unload. The count runs downwards: 0 for a module that is not in use, -1 for one that was
+/// loaded once.
 ///
 /// Threads: the counts are plain integers; the loader calls on one thread.
 namespace Varnholt {
@@ -103,9 +110,6 @@ public:
 
 private:
     static constexpr std::size_t kCount = kModules.size();
-
-    [[gnu::constructor]] static void Load() noexcept { Initialize(); }
-    [[gnu::destructor]] static void Unload() noexcept { Finalize(); }
 
     template <std::size_t kIndex>
     static constexpr TPackageInfoRow MakeRow() noexcept {

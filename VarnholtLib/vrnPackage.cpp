@@ -92,21 +92,30 @@ constexpr std::array kModules = {
     TModule{u"vrnWaitCursor", {}},
 };
 
+using TTable = TLoadTable<kModules>;
+
+// See LoadTablePrivate.h for the priority.
+[[gnu::constructor(101)]] void Load() noexcept {
+    TTable::Initialize();
+}
+
+[[gnu::destructor(101)]] void Unload() noexcept {
+    TTable::Finalize();
+}
+
 }  // namespace
 
-template class TLoadTable<kModules>;
-
 TPackageInfoTable GetPackageInfoTable() noexcept {
-    const std::span<const TPackageInfoRow> rows = TLoadTable<kModules>::GetRows();
+    const std::span<const TPackageInfoRow> rows = TTable::GetRows();
     return {static_cast<std::int32_t>(rows.size()), rows};
 }
 
 void Initialize() noexcept {
-    TLoadTable<kModules>::Initialize();
+    TTable::Initialize();
 }
 
 void Finalize() noexcept {
-    TLoadTable<kModules>::Finalize();
+    TTable::Finalize();
 }
 
 }  // namespace Varnholt

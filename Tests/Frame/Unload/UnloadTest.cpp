@@ -12,7 +12,8 @@ std::atomic<int> liveAllocations{0};
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined, so that g++ does not take malloc and delete for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++liveAllocations;
     if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
     throw std::bad_alloc();
