@@ -1,7 +1,7 @@
 #include "VarnholtLib/vrnPackage.h"
 
 #include "VarnholtLib/LoadTablePrivate.h"
-#include "VarnholtLib/Numerics/vrnCurveFit.h"
+#include "VarnholtLib/Numerics/vrnCurveFitLoadPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -84,28 +84,38 @@ constexpr std::array kModules = {
     TModule{u"vrnNotifyEventList", {}},
     TModule{u"vrnNamedPoint", {}},
     TModule{u"vrnMenuHelpers", {}},
-    TModule{u"vrnCurveFit", kCurveFitWork},
+    TModule{u"vrnCurveFit",
+            {.Initialize = &CreateFits, .Finalize = &FreeFits, .DestructClass = &ReleaseFits}},
     TModule{u"vrnScaledImageListCollection", {}},
     TModule{u"vrnHiDpi", {}},
     TModule{u"vrnDebugUtils", {}},
     TModule{u"vrnWaitCursor", {}},
 };
 
+using TTable = TLoadTable<kModules>;
+
+// See LoadTablePrivate.h for the priority.
+[[gnu::constructor(101)]] void Load() noexcept {
+    TTable::Initialize();
+}
+
+[[gnu::destructor(101)]] void Unload() noexcept {
+    TTable::Finalize();
+}
+
 }  // namespace
 
-template class TLoadTable<kModules>;
-
 TPackageInfoTable GetPackageInfoTable() noexcept {
-    const std::span<const TPackageInfoRow> rows = TLoadTable<kModules>::GetRows();
+    const std::span<const TPackageInfoRow> rows = TTable::GetRows();
     return {static_cast<std::int32_t>(rows.size()), rows};
 }
 
 void Initialize() noexcept {
-    TLoadTable<kModules>::Initialize();
+    TTable::Initialize();
 }
 
 void Finalize() noexcept {
-    TLoadTable<kModules>::Finalize();
+    TTable::Finalize();
 }
 
 }  // namespace Varnholt

@@ -25,12 +25,17 @@ function(varnholt_private_settings target)
     endif()
 endfunction()
 
+# With g++, inline variables and statics of templates are otherwise unique in the process, and a shared library
+# that holds one is never unloaded.
+set(varnholt_unloadable "$<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>")
+
 # varnholt_folder(<target> [<third-party target>...]): the sources of the current folder as an object library.
 # A new module is a new pair of files: the folder is read again at the next build.
 function(varnholt_folder target)
     file(GLOB sources CONFIGURE_DEPENDS *.cpp)
     add_library(${target} OBJECT ${sources})
     varnholt_private_settings(${target})
+    target_compile_options(${target} PRIVATE ${varnholt_unloadable})
     target_link_libraries(${target} PRIVATE ${ARGN})
 endfunction()
 
@@ -41,6 +46,7 @@ function(varnholt_shared_library target)
     add_library(${target} SHARED ${sources})
     add_library(VarnholtLib::${target} ALIAS ${target})
     varnholt_private_settings(${target})
+    target_compile_options(${target} PRIVATE ${varnholt_unloadable})
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_features(${target} PUBLIC cxx_std_20)

@@ -80,7 +80,6 @@ TEST(vrnPackage, EachModuleCountsItsUses) {
     const auto expectCounts = [&](int count) {
         for (const TPackageInfoRow& row : rows) EXPECT_EQ(row.GetUseCount(), count) << ToUtf8(row.Name);
     };
-    const auto again = OpenLibrary(VARNHOLT_LIBRARY);
     expectCounts(-1);
     Initialize();
     expectCounts(-2);

@@ -107,7 +107,9 @@ TEST(Descriptive, KolmogorovSmirnov) {
     EXPECT_EQ(KS2(Array({-999, -1000})), -999);
     EXPECT_EQ(KS2(Array({-1000.1F, -1200})), -999) << "no value above -999";
     EXPECT_EQ(KS2(Array({5})), 1) << "the terms do not settle";
-    EXPECT_EQ(KS2(Array({kNan, 1, 2, 3})), 1);
+    for (const float odd : {kNan, kInf, -kInf}) {
+        EXPECT_TRUE(std::isnan(KS2(Array({1, 2, odd, 3}))) && std::isnan(KS2(Array({odd})))) << odd;
+    }
 }
 
 TEST(Descriptive, Correlation) {

@@ -4,11 +4,12 @@
 #include <cmath>
 #include <cstdint>
 #include <span>
-#include <utility>
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Format.h"
+#include "VarnholtLib/Foundation/vrnModuleState.h"
+#include "VarnholtLib/Numerics/vrnCurveFitLoadPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -70,9 +71,19 @@ float LogarithmOf(float y) {
     return static_cast<float>(std::log(Extended{y}));
 }
 
+using TItems = std::vector<std::shared_ptr<IFitFuncs>>;
+
+struct TBuiltIns {
+    std::shared_ptr<IFitFuncs> Linear;
+    std::shared_ptr<IFitFuncs> Exponential;
+};
+
+constinit TModuleState<TItems> items;
+constinit TModuleState<TBuiltIns> builtIns;
+
 }  // namespace
 
-// The fits
+// --- The fits ---
 
 void FitLinear(const TIntegerArray& x, const TSingleArray& y, float& a, float& b) {
     CheckPoints(x, y);
@@ -129,62 +140,47 @@ String FitExpFormatEq(float a, float b) {
     return Format(u"Y=%.3fe^%.3fX", {a, b});
 }
 
-// The registry
-
-constinit TFitFuncs::TItems* TFitFuncs::FItems = nullptr;
-constinit std::shared_ptr<IFitFuncs>* TFitFuncs::FLinear = nullptr;
-constinit std::shared_ptr<IFitFuncs>* TFitFuncs::FExponential = nullptr;
+// --- The registry ---
 
 TFitFuncs::TFitFuncs(StringView name, TFitFunc fit, TFitYFunc y, TFitFormatEqFunc equation, TR2Func r2)
     : FFitFunc(fit), FFitYFunc(y), FFitFormatEqFunc(equation), FR2Func(r2), FName(name) {}
 
 std::vector<std::shared_ptr<IFitFuncs>> TFitFuncs::Items() {
-    return FItems == nullptr ? TItems() : *FItems;
+    const TItems* const loaded = items.Get();
+    return loaded == nullptr ? TItems() : *loaded;
 }
 
 std::shared_ptr<IFitFuncs> TFitFuncs::Linear() {
-    return FLinear == nullptr ? nullptr : *FLinear;
+    const TBuiltIns* const loaded = builtIns.Get();
+    return loaded == nullptr ? nullptr : loaded->Linear;
 }
 
 std::shared_ptr<IFitFuncs> TFitFuncs::Exponential() {
-    return FExponential == nullptr ? nullptr : *FExponential;
+    const TBuiltIns* const loaded = builtIns.Get();
+    return loaded == nullptr ? nullptr : loaded->Exponential;
 }
 
 std::shared_ptr<IFitFuncs> TFitFuncs::RegisterFuncs(StringView name, TFitFunc fit, TFitYFunc y,
                                                     TFitFormatEqFunc equation, TR2Func r2) {
-    if (FItems == nullptr) throw EInvalidOperation(u"The registry of curve fits is not loaded");
-    return FItems->emplace_back(std::make_shared<TFitFuncs>(name, fit, y, equation, r2));
+    TItems* const loaded = items.Get();
+    if (loaded == nullptr) throw EInvalidOperation(u"The registry of curve fits is not loaded");
+    return loaded->emplace_back(std::make_shared<TFitFuncs>(name, fit, y, equation, r2));
 }
 
-namespace {
-
-template <typename T>
-void Hold(T*& holder, T value) {
-    holder = std::make_unique<T>(std::move(value)).release();
+void CreateFits() noexcept {
+    items.Create();
+    TBuiltIns& held = builtIns.Create();
+    held.Linear =
+        TFitFuncs::RegisterFuncs(u"Linear", &FitLinear, &FitLinearY, &FitLinearFormatEq, &RSquaredLinear);
+    held.Exponential = TFitFuncs::RegisterFuncs(u"Exponential", &FitExp, &FitExpY, &FitExpFormatEq, nullptr);
 }
 
-template <typename T>
-void Release(T*& holder) noexcept {
-    const std::unique_ptr<T> released(std::exchange(holder, nullptr));
+void FreeFits() noexcept {
+    items.Destroy();
 }
 
-}  // namespace
-
-void TCurveFitLoad::CreateItems() noexcept {
-    Hold(TFitFuncs::FItems, TFitFuncs::TItems());
-    Hold(TFitFuncs::FLinear,
-         TFitFuncs::RegisterFuncs(u"Linear", &FitLinear, &FitLinearY, &FitLinearFormatEq, &RSquaredLinear));
-    Hold(TFitFuncs::FExponential,
-         TFitFuncs::RegisterFuncs(u"Exponential", &FitExp, &FitExpY, &FitExpFormatEq, nullptr));
-}
-
-void TCurveFitLoad::FreeItems() noexcept {
-    Release(TFitFuncs::FItems);
-}
-
-void TCurveFitLoad::ReleaseBuiltIns() noexcept {
-    Release(TFitFuncs::FExponential);
-    Release(TFitFuncs::FLinear);
+void ReleaseFits() noexcept {
+    builtIns.Destroy();
 }
 
 }  // namespace Varnholt

@@ -168,6 +168,8 @@ float PPCC2(const TFloatArray& array) {
 double KS2(const TFloatArray& array) {
     constexpr int kMaxTerms = 99;
     const std::span<const float> values = array.GetBuffer();
+    const auto isFinite = [](float value) { return std::isfinite(value); };
+    if (!std::ranges::all_of(values, isFinite)) return std::numeric_limits<double>::quiet_NaN();
     const auto c =
         std::count_if(values.begin(), values.end(), [](float value) { return value > kLastMissing; });
     if (c == 0) return kNoResult;

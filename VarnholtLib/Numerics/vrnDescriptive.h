@@ -25,12 +25,14 @@ namespace Varnholt {
 /// (x - mean) / sd; for an sd of exactly 0 the mean.
 [[nodiscard]] VARNHOLT_EXPORT double ZScore(double x, double mean, double sd);
 
-/// Approximate quantile of the standard normal distribution for 0 < p < 1, to 0.011 between p = 0.01 and
-/// 0.99: (p^0.135 - (1 - p)^0.135) / 0.1975. 100 for a p of exactly 0 or 1; outside 0 to 1 a NaN.
+/// Approximate quantile of the standard normal distribution for 0 < p < 1, (p^0.135 - (1 - p)^0.135) /
+/// 0.1975. 100 for a p of exactly 0 or 1; outside 0 to 1 a NaN. Largest errors measured: 0.011 for p from
+/// 0.01 to 0.99, 0.02 from 0.001, 0.12 from 0.0001 and 0.5 from 1E-6, likewise at the upper end.
 [[nodiscard]] VARNHOLT_EXPORT float Zp(float p);
 
-/// Approximate upper tail of the standard normal distribution, to a relative 6E-4 for 0 < x < 5.6:
-/// 1/2 * exp(-((83 x + 351) x + 562) / (703 / x + 165)); by symmetry below 0, and 0.5 at 0.
+/// Approximate upper tail of the standard normal distribution,
+/// 1/2 * exp(-((83 x + 351) x + 562) / (703 / x + 165)); by symmetry below 0, and 0.5 at 0. Largest errors
+/// measured: 5E-4 of the value for 0 < x < 5.6, 2 % up to 8, and no digit is right from about 30 on.
 [[nodiscard]] VARNHOLT_EXPORT double Probability(double x);
 
 /// A random number, about normally distributed: the sum of 12 uniform numbers minus 6, times sd, plus mean.
@@ -56,15 +58,15 @@ namespace Varnholt {
 /// Significance of a Kolmogorov-Smirnov test against the normal distribution with the mean and standard
 /// deviation of the values: Q_KS((sqrt(c) + 0.12 + 0.11 / sqrt(c)) * D), Q_KS(l) = 2 * sum over j of
 /// (-1)^(j - 1) * e^(-2 j^2 l^2) in 99 terms at most, and 1 where they do not settle. -999 where no value is
-/// above -999.
+/// above -999. A NaN or an infinity among the values gives a NaN.
 ///
 /// This is not the distance of the textbooks, so compare results with each other only:
 /// - c counts the values above -999;
 /// - the distribution function at a score z counts as (1 - Probability(z / sqrt(2))) / 2 + 1/2, which is 1/2
 ///   or more, held between 0.00001 and 0.99999;
-/// - D is the greatest of k / size - p and p - (k - 1) / size, over the second and later of the sorted values.
-///   k is the index in the array cleaned of missing values, whose base is the index of the first value that is
-///   not missing; size counts the missing values, too.
+/// - D is the greatest of k / size - p and p - (k - 1) / size, over the second and later of the sorted
+///   values. k is the index in the array cleaned of missing values, whose base is the index of the first
+///   value that is not missing; size counts the missing values, too.
 [[nodiscard]] VARNHOLT_EXPORT double KS2(const TFloatArray& array);
 
 /// Pearson correlation of array1 and array2 at the indices from 1 to the count of array1, by running means

@@ -20,7 +20,9 @@ namespace Varnholt {
 /// F test of two variances, and the t test of two means that it selects; from the means, standard deviations
 /// and counts of the two samples.
 ///
-/// - f is the greater variance over the smaller, probF its two-sided significance;
+/// - f is the greater variance over the smaller, probF its two-sided significance, computed as twice one
+///   tail. That tail may exceed 1/2 where the variances are nearly equal and the counts are not, so probF is
+///   no probability above 1: it reaches 1.365. Take a greater value as 1;
 /// - with probF above 0.05 the variances count as equal, and t is Student's on count1 + count2 - 2 degrees of
 ///   freedom; otherwise t is Welch's (1947) on Satterthwaite's degrees of freedom. probT is its two-sided
 ///   significance.

@@ -20,16 +20,24 @@ constexpr TModuleWork kBoth = {.ConstructClass = []() noexcept { RecordLoadStep(
 constexpr std::array kModules = {TModule{u"a", kOnlyModule}, TModule{u"b", kOnlyClass}, TModule{u"c", {}},
                                  TModule{u"d", kBoth}};
 
+using TTable = TLoadTable<kModules>;
+
+[[gnu::constructor(101)]] void Load() noexcept {
+    TTable::Initialize();
+}
+
+[[gnu::destructor(101)]] void Unload() noexcept {
+    TTable::Finalize();
+}
+
 }  // namespace
 
-}  // namespace Varnholt::Test
-
-template class Varnholt::TLoadTable<Varnholt::Test::kModules>;
-
 extern "C" VARNHOLT_EXPORT void ProbeInitialize() {
-    Varnholt::TLoadTable<Varnholt::Test::kModules>::Initialize();
+    TTable::Initialize();
 }
 
 extern "C" VARNHOLT_EXPORT void ProbeFinalize() {
-    Varnholt::TLoadTable<Varnholt::Test::kModules>::Finalize();
+    TTable::Finalize();
 }
+
+}  // namespace Varnholt::Test
