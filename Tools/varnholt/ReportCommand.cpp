@@ -105,10 +105,7 @@ void RunReport(const TReportOptions& options) {
     const TSite site = ReadSite(options);
     const String path = FromUtf8(options.File);
     const TStation station = ReadStation(path, columns);
-    if (station.WordCount > 0) {
-        Warn(Format(u"%s: no number in %d cells, which count as missing; the first is %s",
-                    {path, station.WordCount, station.FirstWord}));
-    }
+    WarnOfFindings(path, station);
     const TStationSummary summary = Summarise(station, site);
     PrintReport(ExtractFileName(path), summary);
     FlushOutput();

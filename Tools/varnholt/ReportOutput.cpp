@@ -1,5 +1,6 @@
 #include "Tools/varnholt/ReportOutput.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -34,7 +35,7 @@ String Cell(std::optional<double> value, int width, int decimals) {
     return Format(place + u"." + IntToStr(decimals) + u"f", {*value});
 }
 
-// --- What the statistics say ---
+// --- Statistics and their meaning ---
 
 struct TQuantity {
     String Name;
@@ -43,39 +44,39 @@ struct TQuantity {
 };
 
 String PpccMeaning(double ppcc) {
-    constexpr double kClose = 0.99, kRough = 0.97;
-    return ppcc >= kClose   ? u"daily maxima are close to a normal distribution (1 is a perfect fit)"
-           : ppcc >= kRough ? u"daily maxima are roughly normally distributed (1 is a perfect fit)"
-                            : u"daily maxima are not normally distributed (1 is a perfect fit)";
+    constexpr double kNearlyStraight = 0.99, kRoughlyStraight = 0.97;
+    const StringView shape = ppcc >= kNearlyStraight    ? u"nearly straight"
+                             : ppcc >= kRoughlyStraight ? u"roughly straight"
+                                                        : u"not straight";
+    return Format(u"normal probability plot of the daily maxima: %s (1 is a straight line)", {shape});
 }
 
-// The distance that KS2 takes is at least 1/2 - 1/n, whatever the n values: from n = 11 on that is
-// significant.
+// The distance of KS2 is at least 1/2 - 1/n for n values, which is significant from n = 11 on.
 String KsMeaning(double significance) {
-    return significance < kSignificance ? u"evidence against a normal distribution of the daily maxima, "
-                                          u"which this test finds in any 11 "
-                                          u"values or more"
-                                        : u"no evidence against a normal distribution of the daily maxima";
+    return significance < kSignificance ? u"rejects a normal distribution of the daily maxima at the 5 % level, as "
+                                          u"it does for any 11 or more values"
+                                        : u"does not reject a normal distribution of the daily maxima";
 }
 
 String CorrelationMeaning(double corr) {
     constexpr double kStrong = 0.7, kWeak = 0.3;
-    if (std::fabs(corr) < kWeak) return u"warm days and warm nights hardly go together";
-    const String strength = std::fabs(corr) < kStrong ? u"moderately" : u"strongly";
-    return corr > 0 ? u"warm days go " + strength + u" with warm nights"
-                    : u"warm days go " + strength + u" with cold nights";
+    if (std::fabs(corr) < kWeak) return u"little linear relation between daily maxima and minima";
+    return Format(u"%s tendency for warm days to have %s nights, seasons included",
+                  {std::fabs(corr) < kStrong ? u"moderate" : u"strong", corr > 0 ? u"warm" : u"cold"});
 }
 
-String HalvesMeaning(double significance, StringView what) {
+String HalvesMeaning(double significance, StringView what, bool hasUnlikeHalves) {
     const StringView lead = significance < kSignificance ? u"evidence" : u"no evidence";
-    return Format(u"%s that %s differs between the halves of the period (5 %% level)", {lead, what});
+    return Format(u"%s of a difference in %s (5 %% level, months taken as independent%s)",
+                  {lead, what, hasUnlikeHalves ? u"; the halves hold different calendar months" : u""});
 }
 
-String TrendMeaning(double slope, const Char* step, std::int32_t count, const Char* unit,
-                    bool hasStepsLeftOut) {
-    const StringView direction = slope > 0 ? u"warming" : slope < 0 ? u"cooling" : u"no change";
-    String text = Format(u"%s: %.4f degrees a %s over %d %s", {direction, slope, step, count, unit});
-    if (hasStepsLeftOut) text.append(u", closed up over those that do not count");
+String TrendMeaning(double slope, StringView step, StringView series, bool hasSkipped) {
+    const StringView direction = slope > 0 ? u"a rise" : u"a fall";
+    String text = slope == 0 ? String(u"no change")
+                             : Format(u"%s of %s degrees", {direction, Number(std::fabs(slope))});
+    text += Format(u" a %s over %s", {step, series});
+    if (hasSkipped) text += Format(u", with no gap for the %ss skipped between", {step});
     return text;
 }
 
@@ -83,13 +84,13 @@ class TQuantityList {
 public:
     void Add(StringView name, String value) { FItems.push_back({String(name), std::move(value), {}}); }
     void Add(StringView name, const TFigure& figure, StringView meaning) {
-        AddTold(name, figure, [&](double) { return String(meaning); });
+        AddWith(name, figure, [&](double) { return String(meaning); });
     }
-    /// `tell` makes the meaning from the figure, if there is one.
-    template <typename TTell>
-    void AddTold(StringView name, const TFigure& figure, TTell tell) {
+    /// `explain` makes the meaning from the figure, if it has a value.
+    template <typename TExplain>
+    void AddWith(StringView name, const TFigure& figure, TExplain explain) {
         FItems.push_back({String(name), Number(figure.Value),
-                          figure.Value ? tell(*figure.Value) : u"not worked out: " + figure.Reason});
+                          figure.Value ? explain(*figure.Value) : u"not calculated: " + figure.Reason});
     }
 
     [[nodiscard]] std::vector<TQuantity> Take() { return std::move(FItems); }
@@ -103,6 +104,12 @@ void AddStation(TQuantityList& list, const TStationSummary& summary) {
     list.Add(u"missing_tmax", IntToStr(summary.MissingTMax));
     list.Add(u"missing_tmin", IntToStr(summary.MissingTMin));
     list.Add(u"missing_precipitation", IntToStr(summary.MissingPrecipitation));
+    static constexpr const Char* kImplausible[kImplausibleKinds] = {
+        u"implausible_temperature", u"maximum_below_minimum", u"negative_precipitation",
+        u"precipitation_above_2000_mm"};
+    for (std::size_t kind = 0; kind < kImplausibleKinds; ++kind) {
+        list.Add(kImplausible[kind], IntToStr(summary.Implausible[kind]));
+    }
     list.Add(u"first_date", DateText(summary.FirstDate));
     list.Add(u"last_date", DateText(summary.LastDate));
     list.Add(u"latitude", Number(summary.Latitude));
@@ -118,47 +125,54 @@ void AddDailyFigures(TQuantityList& list, const TStationSummary& summary) {
     list.Add(u"precipitation_mean", summary.PrecipitationMean, u"mm a day");
     list.Add(u"precipitation_sd", summary.PrecipitationSd, u"mm, standard deviation of the days");
     list.Add(u"precipitation_max", summary.PrecipitationMax, u"mm, on the wettest day");
-    list.AddTold(u"corr_tmax_tmin", summary.CorrTMaxTMin, CorrelationMeaning);
-    list.AddTold(u"tmax_ppcc", summary.TMaxPpcc, PpccMeaning);
-    list.AddTold(u"tmax_ks", summary.TMaxKs, KsMeaning);
+    list.AddWith(u"corr_tmax_tmin", summary.CorrTMaxTMin, CorrelationMeaning);
+    list.AddWith(u"tmax_ppcc", summary.TMaxPpcc, PpccMeaning);
+    list.AddWith(u"tmax_ks", summary.TMaxKs, KsMeaning);
 }
 
 void AddGammaFit(TQuantityList& list, const TStationSummary& summary) {
-    list.AddTold(u"monthly_precipitation_gamma_alpha", summary.GammaAlpha, [&](double) {
-        String text = Format(u"shape of the distribution of %d monthly totals", {summary.FullMonths});
-        if (summary.DryMonths > 0) {
-            text += Format(u", %d of them 0 mm, which the fit takes badly", {summary.DryMonths});
-        }
-        return text;
-    });
+    String which = IntToStr(summary.FullMonths) + u" monthly totals", dry;
+    if (summary.DryMonths > 0) {
+        which = Format(u"the %d of %s that are above 0 mm", {summary.FullMonths - summary.DryMonths, which});
+        dry = Format(u", the other %d months counting as 0 mm", {summary.DryMonths});
+    }
+    list.Add(u"monthly_precipitation_gamma_alpha", summary.GammaAlpha,
+             u"shape of a gamma distribution fitted to " + which);
     list.Add(u"monthly_precipitation_gamma_beta", summary.GammaBeta,
-             u"mm, its scale; shape times scale is the mean total");
-    list.AddTold(u"monthly_precipitation_p10", summary.P10,
-                 [](double value) { return Format(u"one month in ten stays at %.1f mm or less", {value}); });
-    list.AddTold(u"monthly_precipitation_p50", summary.P50,
-                 [](double value) { return Format(u"one month in two stays at %.1f mm or less", {value}); });
-    list.AddTold(u"monthly_precipitation_p90", summary.P90,
-                 [](double value) { return Format(u"one month in ten has more than %.1f mm", {value}); });
+             u"mm, its scale; shape times scale is the mean of these totals");
+    const auto addPercentile = [&](StringView name, const TFigure& figure, StringView share) {
+        list.AddWith(name, figure, [&](double value) {
+            return Format(u"%s %.1f mm (exact quantile of the fit%s)", {share, value, dry});
+        });
+    };
+    addPercentile(u"monthly_precipitation_p10", summary.P10, u"one month in ten has at most");
+    addPercentile(u"monthly_precipitation_p50", summary.P50, u"one month in two has at most");
+    addPercentile(u"monthly_precipitation_p90", summary.P90, u"one month in ten has more than");
 }
 
 void AddTrends(TQuantityList& list, const TStationSummary& summary) {
-    list.AddTold(u"yearly_tmean_slope", summary.YearlySlope, [&](double slope) {
-        return TrendMeaning(slope, u"year", summary.TemperatureYears, u"full years", summary.HasYearsLeftOut);
+    list.AddWith(u"yearly_tmean_slope", summary.YearlySlope, [&](double slope) {
+        return TrendMeaning(slope, u"year", Format(u"%d full years", {summary.TemperatureYears}),
+                            summary.HasSkippedYears);
     });
     list.Add(u"yearly_tmean_intercept", summary.YearlyIntercept,
-             u"degrees, the trend in the year before the first full one");
-    list.AddTold(u"monthly_tmean_slope", summary.MonthlySlope, [&](double slope) {
-        return TrendMeaning(slope, u"month", summary.TemperatureMonths, u"months", summary.HasMonthsLeftOut) +
-               u"; the seasons count in it";
+             u"degrees, the trend line in the year before the first full one");
+    list.AddWith(u"monthly_tmean_slope", summary.MonthlySlope, [&](double slope) {
+        return TrendMeaning(slope, u"month", Format(u"%d months", {summary.TemperatureMonths}),
+                            summary.HasSkippedMonths) +
+               u"; no measure of warming, as it includes the seasons";
     });
     list.Add(u"halves_t", summary.HalvesT,
-             u"t of the monthly means, first half of the months against second");
-    list.AddTold(u"halves_t_prob", summary.HalvesTProb,
-                 [](double prob) { return HalvesMeaning(prob, u"the mean temperature"); });
-    list.Add(u"halves_f", summary.HalvesF, u"the greater variance of the halves over the smaller");
-    list.AddTold(u"halves_f_prob", summary.HalvesFProb,
-                 [](double prob) { return HalvesMeaning(prob, u"the variance of temperature"); });
-    list.Add(u"annual_pet", summary.AnnualPet, u"mm a year could evaporate where water is at hand");
+             u"t statistic of the monthly mean temperatures, first half against second");
+    list.AddWith(u"halves_t_prob", summary.HalvesTProb, [&](double prob) {
+        return HalvesMeaning(prob, u"mean temperature", summary.HasUnlikeHalves);
+    });
+    list.Add(u"halves_f", summary.HalvesF, u"the larger variance of the two halves over the smaller");
+    list.AddWith(u"halves_f_prob", summary.HalvesFProb, [&](double prob) {
+        return HalvesMeaning(prob, u"the variance of monthly means", summary.HasUnlikeHalves);
+    });
+    list.Add(u"annual_pet", summary.AnnualPet,
+             u"mm a year, potential evapotranspiration after Priestley and Taylor");
 }
 
 std::vector<TQuantity> Statistics(const TStationSummary& summary) {
@@ -180,6 +194,15 @@ void PrintStation(StringView title, const TStationSummary& summary) {
     PrintLine(Format(u"Latitude  %.4f", {summary.Latitude}));
     PrintLine(Format(u"Missing   %d maxima, %d minima, %d precipitation values",
                      {summary.MissingTMax, summary.MissingTMin, summary.MissingPrecipitation}));
+    PrintLine(
+        Format(u"Doubtful  %d temperatures, %d maxima below minima, %d precipitation values",
+               {summary.Count(TImplausible::Temperature), summary.Count(TImplausible::MaximumBelowMinimum),
+                summary.Count(TImplausible::NegativePrecipitation) +
+                    summary.Count(TImplausible::GreatPrecipitation)}));
+    if (std::ranges::count(summary.Implausible, 0) == std::ssize(summary.Implausible)) return;
+    PrintLine(
+        u"Doubtful are temperatures outside -95 to 65 degrees, maxima below the minimum of the day, and");
+    PrintLine(u"precipitation below 0 or above 2,000 mm a day. All figures include these values.");
 }
 
 void PrintMonths(const TStationSummary& summary) {
@@ -199,13 +222,15 @@ void PrintMonths(const TStationSummary& summary) {
         if (hasRadiation) line += Cell(month.SurfaceRadiation, 13, 2) + Cell(month.Pet, 10, 1);
         PrintLine(line);
     }
-    PrintLine(u"Precipitation and wet days (1 mm or more): means of the months with a row and a known");
+    PrintLine(u"Temperature: mean of all days with a maximum and a minimum, a day counting (max + min) / 2.");
+    PrintLine(u"Precipitation and wet days (1 mm or more): means of the months in which every day has a");
     PrintLine(
-        u"precipitation for each of their days. Day length and radiation at the top of the atmosphere: on");
-    PrintLine(u"the 15th.");
-    if (!hasRadiation) {
+        u"precipitation value. Day length and daily radiation at the top of the atmosphere: on the 15th.");
+    if (hasRadiation) {
+        PrintLine(u"Radiation at the surface: mean of the days of the month. PET: total of the month.");
+    } else {
         PrintLine(
-            u"Radiation at the surface and PET are left out: they need the hours of sunshine (--sunshine).");
+            u"Radiation at the surface and PET are omitted: they need the sunshine hours (--sunshine).");
     }
 }
 
@@ -217,7 +242,7 @@ void PrintYears(const TStationSummary& summary) {
         PrintLine(Format(u"%.4d %6d", {year.Number, year.Rows}) + Cell(year.MeanTemperature, 10, 2) +
                   Cell(year.Precipitation, 10, 1));
     }
-    PrintLine(u"Means and totals of years in which the value of each day is known.");
+    PrintLine(u"Mean temperatures and totals only of years in which every day has a value.");
 }
 
 void PrintStatistics(const TStationSummary& summary) {

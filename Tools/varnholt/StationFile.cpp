@@ -8,11 +8,12 @@
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
+#include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
 
-// The number that ASCII digits alone spell, four at most.
+/// The number that up to four ASCII digits spell.
 std::optional<unsigned> ReadDigits(StringView digits) {
     unsigned number = 0;
     for (const Char c : digits) {
@@ -35,6 +36,17 @@ std::optional<std::chrono::year_month_day> ReadDate(StringView cell) {
     return date.ok() ? std::optional(date) : std::nullopt;
 }
 
+/// Whether the cell is a number of nines, such as -9999, -99.9 and 9999.00. Many files have one for a missing
+/// value.
+bool IsMadeOfNines(StringView cell) {
+    constexpr std::ptrdiff_t kFewestNines = 2;
+    StringView digits = TrimView(cell);
+    if (digits.starts_with(u'-')) digits.remove_prefix(1);
+    if (digits.find(u'.') != StringView::npos) digits = digits.substr(0, digits.find_last_not_of(u'0') + 1);
+    return std::ranges::count(digits, u'9') >= kFewestNines &&
+           digits.find_first_not_of(u"9.") == StringView::npos;
+}
+
 class TStationReader {
 public:
     TStationReader(StringView path, const TStationColumns& columns);
@@ -45,6 +57,9 @@ private:
     [[nodiscard]] std::size_t ColumnIndex(StringView name) const;
     [[nodiscard]] std::chrono::year_month_day DateCell() const;
     float NumberCell(std::size_t index);
+    void CheckWeather(const TStationDay& day);
+    void AddTo(TFinding& finding, std::size_t index) const;
+    void AddImplausible(TImplausible kind, std::size_t index);
     [[noreturn]] void RaiseInRow(const String& what) const;
 
     TCsvInput FFile;
@@ -94,11 +109,38 @@ float TStationReader::NumberCell(std::size_t index) {
         const auto rounded = static_cast<float>(value);  // what the statistics compare with their codes
         return rounded >= -1000 && rounded <= -999 ? missing : rounded;
     }
-    if (FStation.WordCount++ == 0) {
-        FStation.FirstWord =
-            Format(u"\"%s\" in row %d, column %s", {FRow[index], FFile.GetLineNumber(), FHeader[index]});
-    }
+    AddTo(FStation.Words, index);
     return missing;
+}
+
+void TStationReader::AddTo(TFinding& finding, std::size_t index) const {
+    if (finding.Count++ > 0) return;
+    finding.First =
+        Format(u"\"%s\" in line %d, column %s", {FRow[index], FFile.GetLineNumber(), FHeader[index]});
+}
+
+void TStationReader::AddImplausible(TImplausible kind, std::size_t index) {
+    constexpr std::size_t kMostCodes = 4;
+    AddTo(FStation.Implausible[static_cast<std::size_t>(kind)], index);
+    std::vector<String>& codes = FStation.PossibleCodes;
+    if (codes.size() == kMostCodes || !IsMadeOfNines(FRow[index])) return;
+    const StringView code = TrimView(FRow[index]);
+    if (std::ranges::find(codes, code) == codes.end()) codes.emplace_back(code);
+}
+
+void TStationReader::CheckWeather(const TStationDay& day) {
+    constexpr float kColdest = -95, kHottest = 65, kWettest = 2000;
+    const auto isPossible = [](float temperature) {
+        return temperature >= kColdest && temperature <= kHottest;
+    };
+    if (IsKnown(day.TMax) && !isPossible(day.TMax)) AddImplausible(TImplausible::Temperature, FTMax);
+    if (IsKnown(day.TMin) && !isPossible(day.TMin)) AddImplausible(TImplausible::Temperature, FTMin);
+    if (isPossible(day.TMax) && isPossible(day.TMin) && day.TMax < day.TMin) {
+        AddImplausible(TImplausible::MaximumBelowMinimum, FTMax);
+    }
+    if (!IsKnown(day.Precipitation)) return;
+    if (day.Precipitation < 0) AddImplausible(TImplausible::NegativePrecipitation, FPrecipitation);
+    if (day.Precipitation > kWettest) AddImplausible(TImplausible::GreatPrecipitation, FPrecipitation);
 }
 
 TStation TStationReader::Read() {
@@ -108,6 +150,7 @@ TStation TStationReader::Read() {
         day.TMax = NumberCell(FTMax);
         day.TMin = NumberCell(FTMin);
         day.Precipitation = NumberCell(FPrecipitation);
+        CheckWeather(day);
         FStation.Days.push_back(day);
     }
     if (FStation.Days.empty()) throw Exception(Format(u"%s has a header and no rows", {FFile.GetName()}));
@@ -118,6 +161,27 @@ TStation TStationReader::Read() {
 
 TStation ReadStation(StringView path, const TStationColumns& columns) {
     return TStationReader(path, columns).Read();
+}
+
+void WarnOfFindings(StringView path, const TStation& station) {
+    if (station.Words.Count > 0) {
+        Warn(Format(u"%s: no number in %d cells, which count as missing; the first is %s",
+                    {path, station.Words.Count, station.Words.First}));
+    }
+    static constexpr const Char* kWhat[kImplausibleKinds] = {
+        u"temperatures outside -95 to 65 degrees", u"maxima below the minimum of the day",
+        u"negative precipitation values", u"precipitation values above 2,000 mm"};
+    for (std::size_t kind = 0; kind < kImplausibleKinds; ++kind) {
+        const TFinding& finding = station.Implausible[kind];
+        if (finding.Count == 0) continue;
+        Warn(Format(u"%s: %s: %d (used as they are); the first is %s",
+                    {path, kWhat[kind], finding.Count, finding.First}));
+    }
+    String codes;
+    for (const String& code : station.PossibleCodes) codes += (codes.empty() ? u"" : u",") + code;
+    if (!codes.empty()) {
+        Warn(Format(u"%s: if %s stands for a missing value, use --missing=%s", {path, codes, codes}));
+    }
 }
 
 String DateText(std::chrono::year_month_day date) {

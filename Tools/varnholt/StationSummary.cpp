@@ -7,6 +7,7 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
+#include "Tools/varnholt/GammaQuantile.h"
 #include "VarnholtLib/Numerics/vrnClimatePhysics.h"
 #include "VarnholtLib/Numerics/vrnStatistics.h"
 #include "VarnholtLib/Numerics/vrnTrendline.h"
@@ -16,14 +17,13 @@ namespace {
 
 constexpr float kWetDay = 1;  // mm
 constexpr int kMostMissingDays = 10;
-constexpr float kSearchStart = 0.01F;  // mm
 
 TFigure Unknown(String reason) {
     return {std::nullopt, std::move(reason)};
 }
 
 TFigure FigureOf(double value) {
-    if (!std::isfinite(value)) return Unknown(u"the values lead to no finite number");
+    if (!std::isfinite(value)) return Unknown(u"the result is not a finite number");
     return {value, {}};
 }
 
@@ -129,7 +129,7 @@ void FillRadiation(const TSite& site, TStationSummary& summary) {
     }
 }
 
-// A month without a mean temperature enters as a NaN, which stays in its month.
+// A month without a mean temperature enters as a NaN, which affects its own month only.
 void FillPet(const TSite& site, TStationSummary& summary) {
     if (!site.Sunshine) {
         summary.AnnualPet = Unknown(u"it needs the hours of sunshine (--sunshine)");
@@ -156,7 +156,7 @@ void FillPet(const TSite& site, TStationSummary& summary) {
 
 // --- Daily values ---
 
-/// The known values of one column. What is missing is left out here: KS2 counts missing values in.
+/// The known values of one column. Missing values are left out here, because KS2 includes them in its count.
 std::vector<float> KnownValues(std::span<const TStationDay> days, float TStationDay::*column) {
     std::vector<float> values;
     for (const TStationDay& day : days) {
@@ -173,10 +173,12 @@ TFigure DailyFigure(std::span<const float> values, std::size_t least, TStatistic
     return FigureOf(statistic(ToFloatArray(values)));
 }
 
-// The fit to a normal distribution means nothing for equal values.
+// The fit to a normal distribution has no meaning for equal values.
 template <typename TStatistic>
-TFigure NormalFit(std::span<const float> values, const TFigure& sd, TStatistic statistic) {
-    if (sd.Value == 0.0) return Unknown(u"all values are equal");
+TFigure NormalFit(std::span<const float> values, TStatistic statistic) {
+    if (values.size() > 1 && std::ranges::min(values) == std::ranges::max(values)) {
+        return Unknown(u"all values are equal");
+    }
     return DailyFigure(values, 2, statistic);
 }
 
@@ -215,34 +217,39 @@ void FillDailyFigures(std::span<const TStationDay> days, TStationSummary& summar
     summary.PrecipitationSd = DailyFigure(rain, 2, StDev2);
     summary.PrecipitationMax = DailyFigure(rain, 1, Max2);
     summary.CorrTMaxTMin = CorrelateTemperatures(days);
-    summary.TMaxPpcc = NormalFit(maxima, summary.TMaxSd, PPCC2);
-    summary.TMaxKs = NormalFit(maxima, summary.TMaxSd, KS2);
+    summary.TMaxPpcc = NormalFit(maxima, PPCC2);
+    summary.TMaxKs = NormalFit(maxima, KS2);
 }
 
 // --- Monthly precipitation ---
 
-TFigure GammaPercentile(float alpha, float beta, float p) {
+/// The total that a month has at most with probability p, where one of `dryShare` is 0 and the others have a
+/// gamma distribution (Thom 1966, WMO Technical Note 81).
+TFigure TotalPercentile(double dryShare, float alpha, float beta, double p) {
+    if (p <= dryShare) return FigureOf(0);
     try {
-        return FigureOf(gam_ptil1(alpha, beta, kSearchStart, p));
+        return FigureOf(static_cast<double>(GammaQuantile(alpha, beta, (p - dryShare) / (1 - dryShare))));
     } catch (const Exception& failure) {
         return Unknown(failure.GetMessage());
     }
 }
 
+// Totals of 0 are left out of the fit: Gamma would count them in the mean and not in the logarithms.
 void FillGammaFit(std::span<const TMonthTally> months, TStationSummary& summary) {
     std::vector<float> totals;
     for (const TMonthTally& month : months) {
-        if (month.IsFull()) totals.push_back(static_cast<float>(month.Precipitation.Sum));
+        if (!month.IsFull()) continue;
+        ++summary.FullMonths;
+        const auto total = static_cast<float>(month.Precipitation.Sum);
+        if (total > 0) totals.push_back(total);
     }
-    summary.FullMonths = static_cast<std::int32_t>(totals.size());
-    summary.DryMonths = static_cast<std::int32_t>(std::ranges::count(totals, 0.0F));
+    const auto count = static_cast<std::int32_t>(totals.size());
+    summary.DryMonths = summary.FullMonths - count;
     float alpha = 0, beta = 0;
-    String reason = u"it needs two months with known precipitation on every day";
-    if (totals.size() >= 2) {
-        TFloatGrid column(1, summary.FullMonths);
-        for (std::int32_t row = 1; row <= summary.FullMonths; ++row) {
-            column.Put(1, row, totals[static_cast<std::size_t>(row - 1)]);
-        }
+    String reason = u"it needs two months above 0 mm with known precipitation on every day";
+    if (count >= 2) {
+        TFloatGrid column(1, count);
+        for (std::int32_t row = 1; const float total : totals) column.Put(1, row++, total);
         Gamma(1, column, alpha, beta);
         reason = u"the monthly totals do not vary as a gamma distribution does";
     }
@@ -253,17 +260,18 @@ void FillGammaFit(std::span<const TMonthTally> months, TStationSummary& summary)
     }
     summary.GammaAlpha = FigureOf(alpha);
     summary.GammaBeta = FigureOf(beta);
-    summary.P10 = GammaPercentile(alpha, beta, 0.1F);
-    summary.P50 = GammaPercentile(alpha, beta, 0.5F);
-    summary.P90 = GammaPercentile(alpha, beta, 0.9F);
+    const double dryShare = static_cast<double>(summary.DryMonths) / summary.FullMonths;
+    summary.P10 = TotalPercentile(dryShare, alpha, beta, 0.1);
+    summary.P50 = TotalPercentile(dryShare, alpha, beta, 0.5);
+    summary.P90 = TotalPercentile(dryShare, alpha, beta, 0.9);
 }
 
 // --- Trends ---
 
-// A trendline offers its values alone. GetY(0) is the intercept itself. Far out the intercept hardly counts,
-// so the rise from 0 keeps all digits of the slope; from 0 to 1 it would not.
+// A trendline gives only its values. GetY(0) is the intercept. For a large x the intercept hardly counts, so
+// the difference from GetY(0) keeps all digits of the slope; GetY(1) would not.
 void FitTrend(std::span<const float> values, const Char* unit, TFigure& slope, TFigure* intercept) {
-    constexpr std::int32_t kFarOut = 1 << 30;
+    constexpr std::int32_t kLargeX = 1 << 30;
     TFigure unused;
     if (intercept == nullptr) intercept = &unused;
     if (values.size() < 2) {
@@ -273,23 +281,45 @@ void FitTrend(std::span<const float> values, const Char* unit, TFigure& slope, T
     const auto trend = TTrendlineFactory::GetObject(TSingleArray(values));
     const float start = trend->GetY(0);
     *intercept = FigureOf(start);
-    slope = FigureOf(static_cast<float>((Extended{trend->GetY(kFarOut)} - start) / kFarOut));
+    slope = FigureOf(static_cast<float>((Extended{trend->GetY(kLargeX)} - start) / kLargeX));
 }
 
-void CompareHalves(std::span<const float> values, TStationSummary& summary) {
-    const std::size_t half = values.size() / 2;  // of an odd number the second half has one more
+/// A month in the series of mean temperatures.
+struct TMonthMean {
+    std::chrono::year_month Month;
+    float Temperature;
+};
+
+bool HaveSameCalendarMonths(std::span<const TMonthMean> a, std::span<const TMonthMean> b) {
+    std::array<int, 13> counts{};
+    for (const TMonthMean& mean : a) ++counts[static_cast<unsigned>(mean.Month.month())];
+    for (const TMonthMean& mean : b) --counts[static_cast<unsigned>(mean.Month.month())];
+    return std::ranges::all_of(counts, [](int count) { return count == 0; });
+}
+
+std::vector<float> TemperaturesOf(std::span<const TMonthMean> months) {
+    std::vector<float> values;
+    for (const TMonthMean& mean : months) values.push_back(mean.Temperature);
+    return values;
+}
+
+void CompareHalves(std::span<const TMonthMean> months, TStationSummary& summary) {
+    const auto firstMonths = months.first(months.size() / 2);
+    const auto secondMonths = months.subspan(months.size() / 2);  // one more of an odd number
+    summary.HasUnlikeHalves = !HaveSameCalendarMonths(firstMonths, secondMonths);
     String reason = u"it needs the mean temperatures of four months";
     try {
-        if (half >= 2) {
-            const TFloatArray first = ToFloatArray(values.first(half));
-            const TFloatArray second = ToFloatArray(values.subspan(half));
+        if (firstMonths.size() >= 2) {
+            const TFloatArray first = ToFloatArray(TemperaturesOf(firstMonths));
+            const TFloatArray second = ToFloatArray(TemperaturesOf(secondMonths));
             float t = 0, probT = 0, f = 0, probF = 0;
             FT_test(Mean2(first), StDev2(first), Mean2(second), StDev2(second), first.GetCount(),
                     second.GetCount(), t, probT, f, probF);
             summary.HalvesT = FigureOf(t);
             summary.HalvesTProb = FigureOf(probT);
             summary.HalvesF = FigureOf(f);
-            summary.HalvesFProb = FigureOf(probF);
+            // Twice an upper tail, which is above 1/2 for some f near 1 if the halves differ in length.
+            summary.HalvesFProb = FigureOf(std::isnan(probF) ? probF : std::min(probF, 1.0F));
             return;
         }
     } catch (const Exception& failure) {
@@ -299,25 +329,25 @@ void CompareHalves(std::span<const float> values, TStationSummary& summary) {
 }
 
 void FillTrends(std::span<const TMonthTally> months, TStationSummary& summary) {
-    std::vector<float> yearly, monthly;
-    std::optional<std::chrono::year_month> lastMonth;
-    std::optional<int> lastYear;
+    std::vector<TMonthMean> monthly;
     for (const TMonthTally& month : months) {
         if (!month.HasTemperature()) continue;
-        monthly.push_back(static_cast<float>(*month.Temperature.Mean()));
-        if (lastMonth && *lastMonth + std::chrono::months(1) != month.Month) summary.HasMonthsLeftOut = true;
-        lastMonth = month.Month;
+        const bool isNext = monthly.empty() || monthly.back().Month + std::chrono::months(1) == month.Month;
+        if (!isNext) summary.HasSkippedMonths = true;
+        monthly.push_back({month.Month, static_cast<float>(*month.Temperature.Mean())});
     }
+    std::vector<float> yearly;
+    std::optional<int> lastYear;
     for (const TYear& year : summary.Years) {
         if (!year.MeanTemperature) continue;
-        yearly.push_back(static_cast<float>(*year.MeanTemperature));
-        if (lastYear && *lastYear + 1 != year.Number) summary.HasYearsLeftOut = true;
+        if (lastYear && *lastYear + 1 != year.Number) summary.HasSkippedYears = true;
         lastYear = year.Number;
+        yearly.push_back(static_cast<float>(*year.MeanTemperature));
     }
     summary.TemperatureYears = static_cast<std::int32_t>(yearly.size());
     summary.TemperatureMonths = static_cast<std::int32_t>(monthly.size());
     FitTrend(yearly, u"full years", summary.YearlySlope, &summary.YearlyIntercept);
-    FitTrend(monthly, u"months", summary.MonthlySlope, nullptr);
+    FitTrend(TemperaturesOf(monthly), u"months", summary.MonthlySlope, nullptr);
     CompareHalves(monthly, summary);
 }
 
@@ -331,6 +361,7 @@ TStationSummary Summarise(const TStation& station, const TSite& site) {
     const auto period = std::chrono::sys_days(summary.LastDate) - std::chrono::sys_days(summary.FirstDate);
     summary.DaysWithoutRow = period.count() + 1 - summary.Rows;
     summary.Latitude = site.Latitude;
+    std::ranges::transform(station.Implausible, summary.Implausible.begin(), &TFinding::Count);
 
     const std::vector<TMonthTally> months = TallyMonths(station.Days);
     summary.Years = ListYears(months);

@@ -9,14 +9,18 @@
 #include "Tools/varnholt/StationFile.h"
 #include "VarnholtLib/Numerics/vrnMonthlyData.h"
 
-/// What a report tells about a station, in figures.
+/// The figures of a report on a station.
 ///
-/// A day's mean temperature is the mean of its maximum and minimum; a day without one of them has none. What
-/// is averaged or summed needs its days:
+///     const TStationSummary summary = Summarise(ReadStation(path, columns), site);
+///     if (summary.P10.Value) ...                            // else summary.P10.Reason says why not
+///
+/// A day's mean temperature is the mean of its maximum and minimum; a day without one of them has none. Sums
+/// and means need most of their days:
 /// - a month's precipitation and wet days count if the precipitation of all its days is known (a full month);
-/// - a month's mean temperature counts in series of months with 10 missing days at most (WMO-No. 1203);
+/// - a month's mean temperature counts in series of months with at most 10 missing days. This is the first of
+///   the two criteria in WMO-No. 1203 (2017); the other one, on consecutive missing days, is not applied;
 /// - a year's mean temperature and precipitation count if they are known for all its days (a full year).
-/// Series of months and years close up over a month or year that does not count.
+/// Series of months and years skip a month or year that does not count and leave no gap for it.
 namespace Varnholt::Tool {
 
 struct TSite {
@@ -53,6 +57,7 @@ struct TYear {
 struct TStationSummary {
     std::int64_t Rows = 0;
     std::int64_t MissingTMax = 0, MissingTMin = 0, MissingPrecipitation = 0;
+    std::array<std::int64_t, kImplausibleKinds> Implausible{};  // values, by TImplausible
     std::int64_t DaysWithoutRow = 0;
     std::chrono::year_month_day FirstDate, LastDate;
     double Latitude = 0;
@@ -63,13 +68,19 @@ struct TStationSummary {
     TFigure TMaxMean, TMaxSd, TMaxMin, TMaxMax, TMinMean, TMinSd;
     TFigure PrecipitationMean, PrecipitationSd, PrecipitationMax;
     TFigure CorrTMaxTMin, TMaxPpcc, TMaxKs;
-    TFigure GammaAlpha, GammaBeta, P10, P50, P90;  // of the totals of the full months
-    std::int32_t FullMonths = 0, DryMonths = 0;    // dry: a full month without any precipitation
+    TFigure GammaAlpha, GammaBeta;               // fitted to the totals above 0 mm of the full months
+    TFigure P10, P50, P90;                       // of the full months, dry ones included
+    std::int32_t FullMonths = 0, DryMonths = 0;  // dry: a full month with a total of 0 mm (or below)
     TFigure YearlySlope, YearlyIntercept, MonthlySlope;
     std::int32_t TemperatureYears = 0, TemperatureMonths = 0;  // in the trends
-    bool HasYearsLeftOut = false, HasMonthsLeftOut = false;    // between those in the trends
+    bool HasSkippedYears = false, HasSkippedMonths = false;    // between those in the trends
     TFigure HalvesT, HalvesTProb, HalvesF, HalvesFProb;
+    bool HasUnlikeHalves = false;  // the halves hold different calendar months
     TFigure AnnualPet;
+
+    [[nodiscard]] std::int64_t Count(TImplausible kind) const {
+        return Implausible[static_cast<std::size_t>(kind)];
+    }
 };
 
 [[nodiscard]] TStationSummary Summarise(const TStation& station, const TSite& site);
