@@ -22,7 +22,9 @@ constexpr const char* kSunshine =
 
 // clang-format off
 const std::vector<std::string> kQuantities = {
-    "quantity", "rows", "missing_tmax", "missing_tmin", "missing_precipitation", "first_date", "last_date",
+    "quantity", "rows", "missing_tmax", "missing_tmin", "missing_precipitation",
+    "implausible_temperature", "maximum_below_minimum", "negative_precipitation",
+    "precipitation_above_2000_mm", "first_date", "last_date",
     "latitude", "tmax_mean", "tmax_sd", "tmax_min", "tmax_max", "tmin_mean", "tmin_sd",
     "precipitation_mean", "precipitation_sd", "precipitation_max", "corr_tmax_tmin", "tmax_ppcc", "tmax_ks",
     "monthly_precipitation_gamma_alpha", "monthly_precipitation_gamma_beta", "monthly_precipitation_p10",
@@ -35,6 +37,13 @@ struct TRun {
     int Status = -1;
     std::string Out, Err;
 };
+
+unsigned DayOf(std::chrono::year_month_day date) {
+    return static_cast<unsigned>(date.day());
+}
+unsigned MonthOf(std::chrono::year_month_day date) {
+    return static_cast<unsigned>(date.month());
+}
 
 class ReportTest : public TProgramTest {
 protected:
@@ -64,22 +73,30 @@ protected:
     }
 };
 
-/// Days from 2022 to 2024: half a degree warmer each year; the 1st of a month has ten times its number in mm,
-/// the 2nd 1 mm, the 3rd 0.9 mm.
-std::string ThreeYears() {
-    using namespace std::chrono;
+using namespace std::chrono;
+
+/// A file with a row for each day: the maximum, the minimum 10 degrees below it, and the precipitation.
+template <typename TWeather>
+std::string Daily(sys_days first, sys_days last, TWeather weather) {
     std::ostringstream text;
     text << kHeader;
-    for (sys_days day = 2022y / 1 / 1; day <= sys_days(2024y / 12 / 31); day += days(1)) {
+    for (sys_days day = first; day <= last; day += days(1)) {
         const year_month_day date(day);
-        const unsigned number = static_cast<unsigned>(date.day()),
-                       month = static_cast<unsigned>(date.month());
-        const double warmth = (static_cast<int>(date.year()) - 2022) * 0.5;
-        const double rain = number == 1 ? 10 * month : number == 2 ? 1 : number == 3 ? 0.9 : 0;
-        text << static_cast<int>(date.year()) * 10000 + static_cast<int>(month * 100 + number) << ','
-             << 20 + warmth << ',' << 10 + warmth << ',' << rain << '\n';
+        const auto [maximum, rain] = weather(date);
+        text << static_cast<int>(date.year()) * 10000 + static_cast<int>(MonthOf(date) * 100 + DayOf(date))
+             << ',' << maximum << ',' << maximum - 10 << ',' << rain << '\n';
     }
     return text.str();
+}
+
+/// Half a degree warmer each year; the 1st of a month has ten times its number in mm, the 2nd 1 mm, the 3rd
+/// 0.9 mm.
+std::string ThreeYears() {
+    return Daily(2022y / 1 / 1, 2024y / 12 / 31, [](year_month_day date) {
+        const unsigned day = DayOf(date);
+        const double rain = day == 1 ? 10 * MonthOf(date) : day == 2 ? 1 : day == 3 ? 0.9 : 0;
+        return std::pair(20 + (static_cast<int>(date.year()) - 2022) * 0.5, rain);
+    });
 }
 
 TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
@@ -97,7 +114,7 @@ TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
         {"yearly_tmean_slope", "0.5"}, {"yearly_tmean_intercept", "14.5"}};
     // clang-format on
     for (const auto& [name, value] : exact) EXPECT_EQ(rows[name], value) << name;
-    EXPECT_THAT(run.Out, HasSubstr("  evidence that the mean temperature differs"));
+    EXPECT_THAT(run.Out, HasSubstr("  evidence of a difference in mean temperature"));
     const auto months = Written(u"new/out/monthly.csv");
     for (int month = 1; month <= 12; ++month) {  // precipitation, days of 1 mm or more
         EXPECT_THAT(months.at(std::to_string(month)), HasSubstr("," + std::to_string(month) + "1.9,2,"));
@@ -116,9 +133,9 @@ TEST_F(ReportTest, SampleStationAgreesWithAnotherReckoning) {
         {"rows", 1461}, {"tmax_mean", 16.439083}, {"tmax_sd", 7.3497581}, {"tmax_min", -1.6}, {"tmax_max", 35.6},
         {"tmin_mean", 8.2347707}, {"tmin_sd", 5.0230042}, {"precipitation_mean", 3.0294319},
         {"precipitation_sd", 6.6801943}, {"precipitation_max", 55.9}, {"corr_tmax_tmin", 0.87568666},
-        {"tmax_ppcc", 0.99023026}, {"tmax_ks", 0}, {"monthly_precipitation_gamma_alpha", 1.0653336},
-        {"monthly_precipitation_gamma_beta", 86.553479}, {"monthly_precipitation_p10", 10.78},
-        {"monthly_precipitation_p50", 65.3}, {"monthly_precipitation_p90", 208.15},
+        {"tmax_ppcc", 0.99023026}, {"tmax_ks", 0}, {"monthly_precipitation_gamma_alpha", 1.3710741},
+        {"monthly_precipitation_gamma_beta", 70.176645}, {"monthly_precipitation_p10", 11.257797},
+        {"monthly_precipitation_p50", 70.342441}, {"monthly_precipitation_p90", 201.64265},
         {"yearly_tmean_slope", 0.6268492}, {"yearly_tmean_intercept", 10.770525},
         {"monthly_tmean_slope", 0.068802356}, {"halves_t", -0.79519456}, {"halves_t_prob", 0.43058445},
         {"halves_f", 1.0596352}, {"halves_f_prob", 0.89072415}, {"annual_pet", 1145.6263}};
@@ -148,16 +165,16 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
     replace("20240401,21,11,40", "20240401,1e39");                      // beyond a float, and a short row
     const TRun run = Report(text, "--latitude 33.5S --out .");
     ASSERT_EQ(run.Status, 0) << run.Err;
-    EXPECT_EQ(
-        run.Err,
-        "varnholt: station.csv: no number in 3 cells, which count as missing; the first is \"wet\" in row "
-        "36, column temp_max\n");
+    EXPECT_EQ(run.Err,
+              "varnholt: station.csv: cells without a usable number: 3 (counted as missing); the first is "
+              "\"wet\" in "
+              "line 36, column temp_max\n");
     EXPECT_THAT(run.Out, HasSubstr("1095 rows, 1 days without a row\nLatitude  -33.5000\n"
                                    "Missing   3 maxima, 2 minima, 3 precipitation values\n"));
-    EXPECT_THAT(run.Out, HasSubstr("shape of the distribution of 32 monthly totals"));
-    EXPECT_THAT(run.Out, ContainsRegex("yearly_tmean_slope +-999  not worked out: it needs the mean"));
-    EXPECT_THAT(run.Out, HasSubstr("a month over 36 months"));
-    EXPECT_THAT(run.Out, HasSubstr("left out: they need the hours of sunshine"));
+    EXPECT_THAT(run.Out, HasSubstr("shape of a gamma distribution fitted to 32 monthly totals"));
+    EXPECT_THAT(run.Out, ContainsRegex("yearly_tmean_slope +-999  not calculated: it needs the mean"));
+    EXPECT_THAT(run.Out, HasSubstr(" per month over 36 months; no"));
+    EXPECT_THAT(run.Out, HasSubstr("omitted: they need the sunshine hours"));
     auto rows = Written(u"summary.csv");
     EXPECT_EQ(rows["missing_tmin"], "2");
     EXPECT_EQ(rows["annual_pet"], "-999");
@@ -165,15 +182,83 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
     EXPECT_THAT(Written(u"monthly.csv")["1"], AllOf(HasSubstr(",11.9,2,"), HasSubstr(",-999,-999")));
 }
 
+TEST_F(ReportTest, DryMonthsAndUnequalHalves) {
+    const std::string text = Daily(2023y / 1 / 1, 2023y / 5 / 31, [](year_month_day date) {
+        constexpr double maxima[] = {5, 7, 5, 7, 7.75};  // of the halves the variances are about equal
+        const unsigned month = MonthOf(date);
+        return std::pair(maxima[month - 1], month <= 2 && DayOf(date) == 1 ? 10.0 * month : 0.0);
+    });
+    const TRun run = Report(text, "--latitude 0 --out .");
+    ASSERT_EQ(run.Status, 0) << run.Err;
+    auto rows = Written(u"summary.csv");
+    EXPECT_EQ(rows["monthly_precipitation_p10"], "0");
+    EXPECT_EQ(rows["monthly_precipitation_p50"], "0");
+    EXPECT_EQ(rows["monthly_precipitation_p90"].substr(0, 5), "18.05");  // the 75th percentile of the fit
+    EXPECT_EQ(rows["halves_f_prob"], "1");                               // twice a tail of 0.58
+    EXPECT_THAT(run.Out, HasSubstr("fitted to the 2 of 5 monthly totals that are above 0 mm\n"));
+    EXPECT_THAT(run.Out, HasSubstr("; the halves hold different calendar months)\n"));
+}
+
+TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
+    const std::string text = std::string(kHeader) +
+                             "2024-01-01,-9999,-9999.0,-99.9\n"  // missing, as nobody declared
+                             "2024-01-02,65,-95,2000\n"          // just possible
+                             "2024-01-03,65.1,-95.1,2000.1\n"
+                             "2024-01-04,3,3,0\n"
+                             "2024-01-05,2.9,3,-0.1\n";
+    const TRun run = Report(text, "--latitude 0 --out .");
+    EXPECT_EQ(run.Status, 0);
+    EXPECT_EQ(
+        run.Err,
+        "varnholt: station.csv: temperatures outside -95 to 65 degrees: 4 (used as they are); the first is "
+        "\"-9999\" in line 2, column temp_max\n"
+        "varnholt: station.csv: maxima below the minimum of the day: 1 (used as they are); the first is "
+        "\"2.9\" in line 6, column temp_max\n"
+        "varnholt: station.csv: negative precipitation values: 2 (used as they are); the first is "
+        "\"-99.9\" in line 2, column precipitation\n"
+        "varnholt: station.csv: precipitation values above 2,000 mm: 1 (used as they are); the first is "
+        "\"2000.1\" in line 4, column precipitation\n"
+        "varnholt: station.csv: if -9999,-9999.0,-99.9 stands for a missing value, use "
+        "--missing=-9999,-9999.0,-99.9\n");
+    EXPECT_THAT(run.Out,
+                HasSubstr("\nDoubtful  4 temperatures, 1 maxima below minima, 3 precipitation values\n"
+                          "Doubtful are"));
+    EXPECT_THAT(Content(u"summary.csv"),
+                HasSubstr("\nimplausible_temperature,4\nmaximum_below_minimum,1\nnegative_precipitation,2\n"
+                          "precipitation_above_2000_mm,1\n"));
+}
+
+TEST_F(ReportTest, FilesAreReplacedTogether) {
+    Write(u"station.csv", ThreeYears());
+    ForceDirectories(Folder.GetPath(u"out/summary.csv"));  // no file can take its place
+    Write(u"out/monthly.csv", "former");
+    EXPECT_EQ(Run("station.csv --latitude 0 --out out").Status, 1);
+    EXPECT_EQ(Content(u"out/monthly.csv"), "former");
+    EXPECT_FALSE(FileExists(Folder.GetPath(u"out/yearly.csv")));
+    Write(u"former.csv", "former");
+    EXPECT_EQ(Run("--help; mkdir hard; ln former.csv hard/yearly.csv; '" VARNHOLT_PROGRAM
+                  "' report station.csv --latitude 0 --out hard")
+                  .Status,
+              1);
+    EXPECT_THAT(Content(u"told"), HasSubstr("it cannot be replaced together with the other files"));
+    EXPECT_EQ(Content(u"former.csv"), "former");
+    // A full disk: not a byte can be written.
+    EXPECT_EQ(Run("--help; trap '' XFSZ; ulimit -f 0; '" VARNHOLT_PROGRAM
+                  "' report station.csv --latitude 0 --out new/out >/dev/null")
+                  .Status,
+              1);
+    EXPECT_FALSE(DirectoryExists(Folder.GetPath(u"new")));
+}
+
 TEST_F(ReportTest, LittleDataGivesReasonsAndNoNaN) {
     const std::string dry = "2024-02-28,5,5,0\n2024-02-29,5,5,0\n2024-03-01,5,5,0\n";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"2024-02-29,5,1,0\n", "tmax_sd +-999  not worked out: there is only one value"},
-        {"2024-02-29,,,\n", "tmax_mean +-999  not worked out: there are no values"},
-        {dry, "tmax_ppcc +-999  not worked out: all values are equal"},
-        {dry, "corr_tmax_tmin +-999  not worked out: all values of a column are equal"},
+        {"2024-02-29,5,1,0\n", "tmax_sd +-999  not calculated: there is only one value"},
+        {"2024-02-29,,,\n", "tmax_mean +-999  not calculated: there are no values"},
+        {dry, "tmax_ppcc +-999  not calculated: all values are equal"},
+        {dry, "corr_tmax_tmin +-999  not calculated: all values of a column are equal"},
         {"2024-02-29,1e38,-1e38,1e38\n2024-03-01,-1e38,1e38,0\n",
-         "corr_tmax_tmin +-999  not worked out: it needs three days"},
+         "corr_tmax_tmin +-999  not calculated: it needs three days"},
     };
     for (const auto& [days, line] : cases) {
         const TRun run = Report(kHeader + days, "--latitude 90 --out ." + std::string(kSunshine));
@@ -205,7 +290,7 @@ TEST_F(ReportTest, BadInputIsTold) {
         {header + "19000229,1,0,0\n", latitude, 1, "row 2: \"19000229\" is not a date"},
         {header + "2024-2-9,1,0,0\n", latitude, 1, "row 2: \"2024-2-9\" is not a date"},
         {header + "00000101,1,0,0\n", latitude, 1, "row 2: \"00000101\" is not a date"},
-        {header + "20240102,1,0,0\n2024-01-02,1,0,0\n", latitude, 1, "row 3: 2024-01-02 is there twice"},
+        {header + "20240102,1,0,0\n2024-01-02,1,0,0\n", latitude, 1, "row 3: 2024-01-02 appears twice"},
         {header + "20240102,1,0,0\n20240101,1,0,0\n", latitude, 1,
          "row 3: 2024-01-01 comes after 2024-01-02; rows must be in the order of their dates"},
         {header + "20240102,\"1,0,0\n", latitude, 1,

@@ -12,6 +12,7 @@
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/ReportFiles.h"
 #include "Tools/varnholt/ReportOutput.h"
 #include "Tools/varnholt/StationFile.h"
 #include "Tools/varnholt/StationSummary.h"
@@ -103,6 +104,7 @@ TSite ReadSite(const TReportOptions& options) {
 void RunReport(const TReportOptions& options) {
     const TStationColumns columns = options.Columns ? ReadColumns(*options.Columns) : TStationColumns();
     const TSite site = ReadSite(options);
+    if (options.OutFolder == "-") throw CLI::ValidationError("--out", "takes a folder, not standard output");
     const String path = FromUtf8(options.File);
     const TStation station = ReadStation(path, columns);
     WarnOfFindings(path, station);

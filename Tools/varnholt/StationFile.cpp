@@ -94,7 +94,7 @@ std::chrono::year_month_day TStationReader::DateCell() const {
     const auto date = ReadDate(cell);
     if (!date) RaiseInRow(Format(u"\"%s\" is not a date YYYY-MM-DD or YYYYMMDD", {cell}));
     if (FStation.Days.empty() || FStation.Days.back().Date < *date) return *date;
-    if (FStation.Days.back().Date == *date) RaiseInRow(Format(u"%s is there twice", {DateText(*date)}));
+    if (FStation.Days.back().Date == *date) RaiseInRow(Format(u"%s appears twice", {DateText(*date)}));
     RaiseInRow(Format(u"%s comes after %s; rows must be in the order of their dates",
                       {DateText(*date), DateText(FStation.Days.back().Date)}));
 }
@@ -165,7 +165,7 @@ TStation ReadStation(StringView path, const TStationColumns& columns) {
 
 void WarnOfFindings(StringView path, const TStation& station) {
     if (station.Words.Count > 0) {
-        Warn(Format(u"%s: no number in %d cells, which count as missing; the first is %s",
+        Warn(Format(u"%s: cells without a usable number: %d (counted as missing); the first is %s",
                     {path, station.Words.Count, station.Words.First}));
     }
     static constexpr const Char* kWhat[kImplausibleKinds] = {

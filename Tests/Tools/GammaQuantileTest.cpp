@@ -1,0 +1,50 @@
+#include "Tools/varnholt/GammaQuantile.h"
+
+#include <cmath>
+
+#include "Tests/Support/Raised.h"
+
+namespace Varnholt::Test {
+namespace {
+
+using Tool::GammaQuantile;
+
+// Found by bisection of the incomplete gamma function with 40 digits in another program.
+TEST(GammaQuantileTest, ReachesTheAccuracyOfItsHeader) {
+    struct TCase {
+        Extended Shape, P, X;
+    };
+    constexpr TCase cases[] = {
+        {0.01L, 1e-6L, 5.6607381470618810933e-601L},
+        {0.01L, 0.999999L, 7.1512534781104374485L},
+        {0.1L, 0.5L, 0.00059339110446022594272L},
+        {0.5L, 0.05L, 0.0019660700000097613657L},
+        {1.371L, 0.1L, 0.23783998933967469509L},
+        {5, 0.95L, 9.1535190266375734356L},
+        {50, 1e-6L, 23.250665357946591521L},
+        {1000, 0.5L, 999.66668642696518206L},
+        {1000, 0.999999L, 1157.5779110089262174L},
+        {1e7L, 0.5L, 9999999.6666666686420L},  // shape - 1/3 + 8 / (405 shape)
+        {1e-6L, 0.5L, 0},                      // e^-693147
+    };
+    for (const auto& [shape, p, x] : cases) {
+        EXPECT_LE(std::fabs(GammaQuantile(shape, 1, p) - x), 1e-15L * x) << shape << ", " << p;
+        EXPECT_LE(std::fabs(GammaQuantile(shape, 70, p) - 70 * x), 1e-15L * 70 * x) << shape << ", " << p;
+    }
+}
+
+TEST(GammaQuantileTest, RefusesWhatHasNoQuantile) {
+    const String message =
+        u"A gamma quantile needs a shape from 1E-6 to 1E7, a positive scale and a probability between 0 and "
+        u"1";
+    ExpectRaised<EArgumentException>({{[] { static_cast<void>(GammaQuantile(0, 1, 0.5L)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1.1e7L, 1, 0.5L)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1, 0, 0.5L)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1, INFINITY, 0.5L)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1, 1, 0)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1, 1, 1)); }, message},
+                                      {[] { static_cast<void>(GammaQuantile(1, 1, NAN)); }, message}});
+}
+
+}  // namespace
+}  // namespace Varnholt::Test

@@ -1,0 +1,106 @@
+#include "Tools/varnholt/ReportFiles.h"
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Paths.h"
+#include "Tools/varnholt/CsvFile.h"
+#include "Tools/varnholt/ReportStatistics.h"
+
+namespace Varnholt::Tool {
+namespace {
+
+// --- Tables ---
+
+void AddRow(TCsvOutput& file, std::initializer_list<StringView> fields) {
+    for (const StringView field : fields) file.AddField(field);
+    file.EndRow();
+}
+
+void WriteMonths(TCsvOutput& file, const TStationSummary& summary) {
+    AddRow(file, {u"month", u"mean_temperature", u"precipitation", u"wet_days", u"day_length",
+                  u"extraterrestrial_radiation", u"surface_radiation", u"pet"});
+    std::int64_t number = 0;
+    for (const TCalendarMonth& month : summary.Months) {
+        AddRow(file, {IntToStr(++number), NumberText(month.MeanTemperature), NumberText(month.Precipitation),
+                      NumberText(month.WetDays), NumberText(month.DayLength),
+                      NumberText(month.ExtraterrestrialRadiation), NumberText(month.SurfaceRadiation),
+                      NumberText(month.Pet)});
+    }
+}
+
+void WriteYears(TCsvOutput& file, const TStationSummary& summary) {
+    AddRow(file, {u"year", u"rows", u"mean_temperature", u"precipitation"});
+    for (const TYear& year : summary.Years) {
+        AddRow(file, {IntToStr(year.Number), IntToStr(year.Rows), NumberText(year.MeanTemperature),
+                      NumberText(year.Precipitation)});
+    }
+}
+
+void WriteSummary(TCsvOutput& file, const TStationSummary& summary) {
+    AddRow(file, {u"quantity", u"value"});
+    for (const auto& quantities : {StationFacts(summary), Statistics(summary)}) {
+        for (const TQuantity& quantity : quantities) AddRow(file, {quantity.Name, quantity.Value});
+    }
+}
+
+// --- The folder ---
+
+/// Creates a folder and those above it as far as they are missing, and removes them again unless they are kept.
+class TNewFolder {
+public:
+    explicit TNewFolder(StringView path) : FPath(path) {
+        for (String folder = FPath; !folder.empty() && !DirectoryExists(folder);) {
+            FMissing.push_back(folder);
+            folder = ExcludeTrailingPathDelimiter(ExtractFilePath(folder));
+        }
+    }
+    ~TNewFolder() {
+        try {
+            for (const String& folder : FMissing) {
+                if (DirectoryExists(folder)) RemoveDirectory(folder);
+            }
+        } catch (const Exception&) {  // another program uses it already
+        }
+    }
+    TNewFolder(const TNewFolder&) = delete;
+    TNewFolder& operator=(const TNewFolder&) = delete;
+
+    void Create() { ForceDirectories(FPath); }
+    void Keep() { FMissing.clear(); }
+
+private:
+    String FPath;
+    std::vector<String> FMissing;  // the innermost first
+};
+
+/// The path of a file in the folder. Raises EFCreateError for a file that cannot be replaced as a whole.
+String PathIn(StringView folder, StringView name) {
+    const String path = Format(u"%s/%s", {folder, name});
+    if (TDraftFileStream::IsWrittenDirectly(path)) {
+        throw EFCreateError(
+            Format(u"Cannot create file \"%s\": it cannot be replaced together with the other "
+                   u"files of the report",
+                   {path}));
+    }
+    return path;
+}
+
+}  // namespace
+
+void WriteReportFiles(StringView folder, const TStationSummary& summary) {
+    TNewFolder newFolder(folder);
+    newFolder.Create();
+    const String monthsPath = PathIn(folder, u"monthly.csv");
+    const String yearsPath = PathIn(folder, u"yearly.csv");
+    const String summaryPath = PathIn(folder, u"summary.csv");
+    TCsvOutput months(monthsPath), years(yearsPath), figures(summaryPath);
+    WriteMonths(months, summary);
+    WriteYears(years, summary);
+    WriteSummary(figures, summary);
+    TCsvOutput::FinishTogether({&months, &years, &figures});
+    newFolder.Keep();
+}
+
+}  // namespace Varnholt::Tool
