@@ -15,6 +15,7 @@ using ::testing::ContainsRegex;
 using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 constexpr const char* kHeader = "date,temp_max,temp_min,precipitation\n";
 constexpr const char* kSunshine =
@@ -165,10 +166,10 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
     replace("20240401,21,11,40", "20240401,1e39");                      // beyond a float, and a short row
     const TRun run = Report(text, "--latitude 33.5S --out .");
     ASSERT_EQ(run.Status, 0) << run.Err;
-    EXPECT_EQ(run.Err,
-              "varnholt: station.csv: cells without a usable number: 3 (counted as missing); the first is "
-              "\"wet\" in "
-              "line 36, column temp_max\n");
+    EXPECT_EQ(
+        run.Err,
+        "varnholt: station.csv, line 36: \"wet\" in column temp_max is not a number and counts as missing; "
+        "cells: 2\n");
     EXPECT_THAT(run.Out, HasSubstr("1095 rows, 1 days without a row\nLatitude  -33.5000\n"
                                    "Missing   3 maxima, 2 minima, 3 precipitation values\n"));
     EXPECT_THAT(run.Out, HasSubstr("shape of a gamma distribution fitted to 32 monthly totals"));
@@ -210,15 +211,15 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
     EXPECT_EQ(run.Status, 0);
     EXPECT_EQ(
         run.Err,
-        "varnholt: station.csv: temperatures outside -95 to 65 degrees: 4 (used as they are); the first is "
-        "\"-9999\" in line 2, column temp_max\n"
-        "varnholt: station.csv: maxima below the minimum of the day: 1 (used as they are); the first is "
-        "\"2.9\" in line 6, column temp_max\n"
-        "varnholt: station.csv: negative precipitation values: 2 (used as they are); the first is "
-        "\"-99.9\" in line 2, column precipitation\n"
-        "varnholt: station.csv: precipitation values above 2,000 mm: 1 (used as they are); the first is "
-        "\"2000.1\" in line 4, column precipitation\n"
-        "varnholt: station.csv: if -9999,-9999.0,-99.9 stands for a missing value, use "
+        "varnholt: station.csv, line 2: \"-9999\" in column temp_max is outside -95 to 65 degrees and is "
+        "used as it is; cells: 4\n"
+        "varnholt: station.csv, line 6: \"2.9\" in column temp_max is below the minimum of the day and is "
+        "used as it is; cells: 1\n"
+        "varnholt: station.csv, line 2: \"-99.9\" in column precipitation is negative and is used as it "
+        "is; cells: 2\n"
+        "varnholt: station.csv, line 4: \"2000.1\" in column precipitation is above 2,000 mm and is used "
+        "as it is; cells: 1\n"
+        "varnholt: If -9999,-9999.0,-99.9 stands for a missing value, use "
         "--missing=-9999,-9999.0,-99.9\n");
     EXPECT_THAT(run.Out,
                 HasSubstr("\nDoubtful  4 temperatures, 1 maxima below minima, 3 precipitation values\n"
@@ -226,6 +227,11 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
     EXPECT_THAT(Content(u"summary.csv"),
                 HasSubstr("\nimplausible_temperature,4\nmaximum_below_minimum,1\nnegative_precipitation,2\n"
                           "precipitation_above_2000_mm,1\n"));
+    const TRun declared = Run("- --latitude 0 --missing=-9999,-99.9 <station.csv");
+    EXPECT_THAT(declared.Out, StartsWith("Report on standard input\n"));
+    EXPECT_THAT(declared.Out,
+                HasSubstr("Missing   1 maxima, 1 minima, 1 precipitation values\nDoubtful  2 temperatures"));
+    EXPECT_THAT(declared.Err, Not(HasSubstr("--missing")));
 }
 
 TEST_F(ReportTest, FilesAreReplacedTogether) {
@@ -240,8 +246,11 @@ TEST_F(ReportTest, FilesAreReplacedTogether) {
                   "' report station.csv --latitude 0 --out hard")
                   .Status,
               1);
-    EXPECT_THAT(Content(u"told"), HasSubstr("it cannot be replaced together with the other files"));
+    EXPECT_THAT(Content(u"told"), HasSubstr("It cannot be replaced together with the other files"));
     EXPECT_EQ(Content(u"former.csv"), "former");
+    Write(u"summary.csv", ThreeYears());
+    EXPECT_THAT(Run("- --latitude 0 --out . <summary.csv").Err,
+                HasSubstr("summary.csv\": It is also the input"));
     // A full disk: not a byte can be written.
     EXPECT_EQ(Run("--help; trap '' XFSZ; ulimit -f 0; '" VARNHOLT_PROGRAM
                   "' report station.csv --latitude 0 --out new/out >/dev/null")
@@ -286,21 +295,25 @@ TEST_F(ReportTest, BadInputIsTold) {
         {header, latitude, 1, "station.csv has a header and no rows"},
         {"date,tmax\n", latitude, 1, "station.csv: Column \"temp_max\" not found"},
         {"d,temp_max\n", latitude + " --columns date=d,tmin=low", 1, "Column \"low\" not found"},
-        {header + "\n2023-02-29,1,0,0\n", latitude, 1, "station.csv, row 3: \"2023-02-29\" is not a date"},
-        {header + "19000229,1,0,0\n", latitude, 1, "row 2: \"19000229\" is not a date"},
-        {header + "2024-2-9,1,0,0\n", latitude, 1, "row 2: \"2024-2-9\" is not a date"},
-        {header + "00000101,1,0,0\n", latitude, 1, "row 2: \"00000101\" is not a date"},
-        {header + "20240102,1,0,0\n2024-01-02,1,0,0\n", latitude, 1, "row 3: 2024-01-02 appears twice"},
+        {header + "\n2023-02-29,1,0,0\n", latitude, 1, "station.csv, line 3: \"2023-02-29\" is not a date"},
+        {header + "19000229,1,0,0\n", latitude, 1, "line 2: \"19000229\" is not a date"},
+        {header + "2024-2-9,1,0,0\n", latitude, 1, "line 2: \"2024-2-9\" is not a date"},
+        {header + "00000101,1,0,0\n", latitude, 1, "line 2: \"00000101\" is not a date"},
+        {header + "20240102,1,0,0\n2024-01-02,1,0,0\n", latitude, 1, "line 3: 2024-01-02 appears twice"},
         {header + "20240102,1,0,0\n20240101,1,0,0\n", latitude, 1,
-         "row 3: 2024-01-01 comes after 2024-01-02; rows must be in the order of their dates"},
+         "line 3: 2024-01-01 comes after 2024-01-02; rows must be in the order of their dates"},
         {header + "20240102,\"1,0,0\n", latitude, 1,
          "station.csv: The quote opened in line 2 is never closed"},
         {header, "--latitude north", 1, "varnholt: Problem parsing the string: 'NORTH' is not a valid"},
         {header, "--latitude 90.5", 1, "Latitude \"90.5\" is not within -90 to 90"},
         {header, "", 2, "--latitude"},
         {header, latitude + " --columns tmean=x", 2, "\"tmean=x\" is not date=, tmax=, tmin= or precip"},
+        {header, latitude + " --columns ''", 2, "\"\" is not date="},
+        {header, latitude + " --columns tmax=", 2, "\"tmax=\" is not date="},
+        {header, latitude + " --encoding none", 2, "--encoding: "},
+        {header, latitude + " --out -", 2, "--out: takes a folder"},
         {header, latitude + " --sunshine 1,2,3", 2, "takes 12 numbers, not 3"},
-        {header, latitude + " --sunshine ''", 2, "--sunshine: \"\" is not a number of 0 or more"},
+        {header, latitude + " --sunshine ''", 2, "--sunshine: takes 12 numbers, not 0"},
         {header, latitude + kSunshine + " --angstrom 0.2,x", 2, "\"x\" is not a number of 0 or more"},
         {header + "20240102,1,0,0\n", latitude + " --out ''", 1, "Cannot create folder \"\""},
         {header + "20240102,1,0,0\n", latitude + " --out station.csv", 1, "station.csv"},
@@ -310,6 +323,10 @@ TEST_F(ReportTest, BadInputIsTold) {
         EXPECT_EQ(run.Status, tested.Status) << tested.Message;
         EXPECT_THAT(run.Err, HasSubstr(tested.Message));
     }
+    EXPECT_EQ(Report("date,temp_max,temp_min,r\xE9gen\n20240102,1,0,0\n",
+                     latitude + " --encoding windows-1252 --columns precipitation=r\xC3\xA9gen")
+                  .Status,
+              0);
     EXPECT_THAT(Run("none.csv --latitude 0").Err, HasSubstr("Cannot open file \"none.csv\""));
 }
 

@@ -11,11 +11,13 @@
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
+#include "Tools/varnholt/InputOptions.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/ReportFiles.h"
 #include "Tools/varnholt/ReportOutput.h"
 #include "Tools/varnholt/StationFile.h"
 #include "Tools/varnholt/StationSummary.h"
+#include "VarnholtLib/Foundation/vrnString.h"
 #include "VarnholtLib/Numerics/vrnCoordinates.h"
 
 namespace Varnholt::Tool {
@@ -28,21 +30,14 @@ struct TReportOptions {
     std::optional<std::string> Sunshine;
     std::optional<std::string> Angstrom;
     std::optional<std::string> OutFolder;
+    TInputOptions Input;
 };
-
-std::vector<String> SplitAtCommas(const std::string& text) {
-    std::vector<String> parts;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(',', begin), text.size());
-        parts.push_back(FromUtf8(text.substr(begin, end - begin)));
-        begin = end + 1;
-    }
-    return parts;
-}
 
 TStationColumns ReadColumns(const std::string& text) {
     TStationColumns columns;
-    for (const String& part : SplitAtCommas(text)) {
+    std::vector<String> parts = SplitString(FromUtf8(text), u',', false);
+    if (parts.empty()) parts.emplace_back();
+    for (const String& part : parts) {
         const std::size_t equals = std::min(part.find(u'='), part.size());
         const StringView role = StringView(part).substr(0, equals);
         String* name = role == u"date"            ? &columns.Date
@@ -60,10 +55,10 @@ TStationColumns ReadColumns(const std::string& text) {
     return columns;
 }
 
-// Exactly `count` numbers, none below 0.
+/// Exactly `count` numbers, none below 0.
 std::vector<float> ReadNumbers(const std::string& option, const std::string& text, std::size_t count) {
     std::vector<float> numbers;
-    for (const String& part : SplitAtCommas(text)) {
+    for (const String& part : SplitString(FromUtf8(text), u',', false)) {
         double value = 0;
         const bool isNumber = TryStrToFloat(part, value, TFormatSettings::Invariant());
         numbers.push_back(static_cast<float>(value));
@@ -101,38 +96,49 @@ TSite ReadSite(const TReportOptions& options) {
     return site;
 }
 
+/// The folder for the files of the report, checked before anything is read.
+std::optional<String> ReadOutFolder(const TReportOptions& options) {
+    if (!options.OutFolder) return std::nullopt;
+    if (*options.OutFolder == "-") throw CLI::ValidationError("--out", "takes a folder, not standard output");
+    String folder = FromUtf8(*options.OutFolder);
+    CheckReportFiles(folder, FromUtf8(options.File));
+    return folder;
+}
+
 void RunReport(const TReportOptions& options) {
     const TStationColumns columns = options.Columns ? ReadColumns(*options.Columns) : TStationColumns();
     const TSite site = ReadSite(options);
-    if (options.OutFolder == "-") throw CLI::ValidationError("--out", "takes a folder, not standard output");
-    const String path = FromUtf8(options.File);
-    const TStation station = ReadStation(path, columns);
-    WarnOfFindings(path, station);
+    const std::optional<String> folder = ReadOutFolder(options);
+    TCsvInput file(FromUtf8(options.File), options.Input.GetEncoding());
+    const TStation station = ReadStation(file, columns, options.Input.GetMissingValues());
+    WarnOfFindings(station);
     const TStationSummary summary = Summarise(station, site);
-    PrintReport(ExtractFileName(path), summary);
+    PrintReport(ExtractFileName(file.GetName()), summary);
     FlushOutput();
-    if (options.OutFolder) WriteReportFiles(FromUtf8(*options.OutFolder), summary);
+    if (folder) WriteReportFiles(*folder, summary);
 }
 
 }  // namespace
 
 void AddReportCommand(CLI::App& app) {
     const auto options = std::make_shared<TReportOptions>();
-    CLI::App* report = app.add_subcommand("report", "Report on the climate of a station");
-    report->add_option("file", options->File, "CSV file with a row for each day")->required();
+    CLI::App* report = app.add_subcommand("report", "Summarise the climate of a station");
+    report->add_option("file", options->File, "CSV file with a row for each day; - is standard input")
+        ->required();
     report->add_option("--latitude", options->Latitude, "For example '47 DEG 36 MIN N', 33.5S or 47.6")
         ->required();
     report->add_option("--columns", options->Columns,
-                       "Names of columns, by default "
+                       "Names of the columns; the default is "
                        "date=date,tmax=temp_max,tmin=temp_min,precipitation=precipitation");
-    CLI::Option* sunshine =
-        report->add_option("--sunshine", options->Sunshine,
-                           "Hours of sunshine in each month, twelve numbers with commas between");
+    CLI::Option* sunshine = report->add_option("--sunshine", options->Sunshine,
+                                               "Hours of sunshine in each month, twelve numbers with commas");
     report
-        ->add_option("--angstrom", options->Angstrom, "Constants of Angstrom's formula, by default 0.25,0.5")
+        ->add_option("--angstrom", options->Angstrom,
+                     "Constants of the Angstrom formula for radiation; the default is 0.25,0.5")
         ->needs(sunshine);
     report->add_option("--out", options->OutFolder,
-                       "Folder to write monthly.csv, yearly.csv and summary.csv to");
+                       "Folder for monthly.csv, yearly.csv and summary.csv, which are replaced together");
+    AddInputOptions(*report, options->Input);
     report->callback([options] { RunReport(*options); });
 }
 

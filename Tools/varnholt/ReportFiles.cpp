@@ -1,5 +1,7 @@
 #include "Tools/varnholt/ReportFiles.h"
 
+#include <array>
+
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
@@ -75,26 +77,31 @@ private:
     std::vector<String> FMissing;  // the innermost first
 };
 
-/// The path of a file in the folder. Raises EFCreateError for a file that cannot be replaced as a whole.
-String PathIn(StringView folder, StringView name) {
-    const String path = Format(u"%s/%s", {folder, name});
-    if (TDraftFileStream::IsWrittenDirectly(path)) {
-        throw EFCreateError(
-            Format(u"Cannot create file \"%s\": it cannot be replaced together with the other "
-                   u"files of the report",
-                   {path}));
-    }
-    return path;
+std::array<String, 3> PathsIn(StringView folder) {
+    const auto path = [&](StringView name) { return Format(u"%s/%s", {folder, name}); };
+    return {path(u"monthly.csv"), path(u"yearly.csv"), path(u"summary.csv")};
 }
 
 }  // namespace
 
+void CheckReportFiles(StringView folder, StringView stationPath) {
+    if (!DirectoryExists(folder)) return;
+    const StringView station = stationPath == u"-" ? u"/dev/stdin" : stationPath;
+    const auto paths = PathsIn(folder);
+    for (const String& path : paths) {
+        const StringView reason = IsSameFile(station, path) ? u"It is also the input"
+                                  : FileExists(path) && TDraftFileStream::IsWrittenDirectly(path)
+                                      ? u"It cannot be replaced together with the other files of the report"
+                                      : StringView();
+        if (!reason.empty()) throw Exception(Format(u"Cannot write file \"%s\": %s", {path, reason}));
+    }
+    CheckOutputs({}, paths);
+}
+
 void WriteReportFiles(StringView folder, const TStationSummary& summary) {
     TNewFolder newFolder(folder);
     newFolder.Create();
-    const String monthsPath = PathIn(folder, u"monthly.csv");
-    const String yearsPath = PathIn(folder, u"yearly.csv");
-    const String summaryPath = PathIn(folder, u"summary.csv");
+    const auto [monthsPath, yearsPath, summaryPath] = PathsIn(folder);
     TCsvOutput months(monthsPath), years(yearsPath), figures(summaryPath);
     WriteMonths(months, summary);
     WriteYears(years, summary);

@@ -4,12 +4,15 @@
 
 namespace Varnholt::Tool {
 
-/// Writes monthly.csv, yearly.csv and summary.csv into the folder: all three appear, or are replaced, or none is.
-/// A missing folder is created, and removed again after a failure. Numbers have 7 significant digits; what
-/// cannot be calculated is -999.
+/// The files of a report: monthly.csv, yearly.csv and summary.csv in a folder.
 ///
-/// Raises what the file operations raise, and EFCreateError for a file that cannot be replaced as a whole (see
-/// TDraftFileStream::IsWrittenDirectly).
+/// Raises Exception if the station's file is one of them, by whatever path, or if one of them cannot be replaced
+/// as a whole (see TDraftFileStream::IsWrittenDirectly). To be called before the station is read.
+void CheckReportFiles(StringView folder, StringView stationPath);
+
+/// Writes the files: all three appear, or are replaced, or none is. A missing folder is created, and removed again
+/// after a failure. Numbers have 7 significant digits; what cannot be calculated is -999. Raises what the file
+/// operations raise.
 void WriteReportFiles(StringView folder, const TStationSummary& summary);
 
 }  // namespace Varnholt::Tool

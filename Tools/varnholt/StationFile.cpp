@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
-#include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
 namespace {
@@ -49,79 +48,58 @@ bool IsMadeOfNines(StringView cell) {
 
 class TStationReader {
 public:
-    TStationReader(StringView path, const TStationColumns& columns);
+    TStationReader(TCsvInput& file, const TStationColumns& columns, const TMissingValues& missing);
 
     TStation Read();
 
 private:
-    [[nodiscard]] std::size_t ColumnIndex(StringView name) const;
     [[nodiscard]] std::chrono::year_month_day DateCell() const;
     float NumberCell(std::size_t index);
     void CheckWeather(const TStationDay& day);
-    void AddTo(TFinding& finding, std::size_t index) const;
     void AddImplausible(TImplausible kind, std::size_t index);
-    [[noreturn]] void RaiseInRow(const String& what) const;
 
-    TCsvInput FFile;
-    TRow FHeader;
+    TCsvInput& FFile;
+    const TMissingValues& FMissing;
     TRow FRow;
-    std::size_t FDate = 0, FTMax = 0, FTMin = 0, FPrecipitation = 0;  // places in a row
+    std::size_t FDate, FTMax, FTMin, FPrecipitation;  // places in a row
     TStation FStation;
 };
 
-TStationReader::TStationReader(StringView path, const TStationColumns& columns) : FFile(path) {
-    FHeader = FFile.GetHeader();
-    FDate = ColumnIndex(columns.Date);
-    FTMax = ColumnIndex(columns.TMax);
-    FTMin = ColumnIndex(columns.TMin);
-    FPrecipitation = ColumnIndex(columns.Precipitation);
-}
-
-std::size_t TStationReader::ColumnIndex(StringView name) const {
-    const auto found = std::ranges::find(FHeader, name);
-    if (found == FHeader.end()) {
-        throw Exception(Format(u"%s: Column \"%s\" not found", {FFile.GetName(), name}));
-    }
-    return static_cast<std::size_t>(found - FHeader.begin());
-}
-
-void TStationReader::RaiseInRow(const String& what) const {
-    throw Exception(Format(u"%s, row %d: %s", {FFile.GetName(), FFile.GetLineNumber(), what}));
-}
+TStationReader::TStationReader(TCsvInput& file, const TStationColumns& columns, const TMissingValues& missing)
+    : FFile(file),
+      FMissing(missing),
+      FDate(file.ColumnIndex(columns.Date)),
+      FTMax(file.ColumnIndex(columns.TMax)),
+      FTMin(file.ColumnIndex(columns.TMin)),
+      FPrecipitation(file.ColumnIndex(columns.Precipitation)) {}
 
 std::chrono::year_month_day TStationReader::DateCell() const {
     const StringView cell = FDate < FRow.size() ? StringView(FRow[FDate]) : StringView();
     const auto date = ReadDate(cell);
-    if (!date) RaiseInRow(Format(u"\"%s\" is not a date YYYY-MM-DD or YYYYMMDD", {cell}));
+    if (!date) FFile.Fail(Format(u"\"%s\" is not a date YYYY-MM-DD or YYYYMMDD", {cell}));
     if (FStation.Days.empty() || FStation.Days.back().Date < *date) return *date;
-    if (FStation.Days.back().Date == *date) RaiseInRow(Format(u"%s appears twice", {DateText(*date)}));
-    RaiseInRow(Format(u"%s comes after %s; rows must be in the order of their dates",
+    if (FStation.Days.back().Date == *date) FFile.Fail(Format(u"%s appears twice", {DateText(*date)}));
+    FFile.Fail(Format(u"%s comes after %s; rows must be in the order of their dates",
                       {DateText(*date), DateText(FStation.Days.back().Date)}));
 }
 
-// Files write the decimal point, whatever the locale.
 float TStationReader::NumberCell(std::size_t index) {
-    static const TFormatSettings settings = TFormatSettings::Invariant();
-    constexpr auto missing = static_cast<float>(kMissing);
+    if (index >= FRow.size()) return kMissing;
     double value = 0;
-    if (index >= FRow.size() || TrimView(FRow[index]).empty()) return missing;
-    if (TryStrToFloat(FRow[index], value, settings) && std::isfinite(static_cast<float>(value))) {
-        const auto rounded = static_cast<float>(value);  // what the statistics compare with their codes
-        return rounded >= -1000 && rounded <= -999 ? missing : rounded;
+    const TCellKind kind = FMissing.Read(FRow[index], value);
+    if (kind == ckNumber && std::fabs(value) <= std::numeric_limits<float>::max()) {
+        return static_cast<float>(value);
     }
-    AddTo(FStation.Words, index);
-    return missing;
-}
-
-void TStationReader::AddTo(TFinding& finding, std::size_t index) const {
-    if (finding.Count++ > 0) return;
-    finding.First =
-        Format(u"\"%s\" in line %d, column %s", {FRow[index], FFile.GetLineNumber(), FHeader[index]});
+    if (kind != ckMissing) FStation.Texts.Add(FFile, FRow[index], FFile.GetHeader()[index]);
+    return kMissing;
 }
 
 void TStationReader::AddImplausible(TImplausible kind, std::size_t index) {
     constexpr std::size_t kMostCodes = 4;
-    AddTo(FStation.Implausible[static_cast<std::size_t>(kind)], index);
+    TFinding& finding = FStation.Implausible[static_cast<std::size_t>(kind)];
+    if (finding.Count++ == 0) {
+        finding.First = FFile.AtRow(Format(u"\"%s\" in column %s", {FRow[index], FFile.GetHeader()[index]}));
+    }
     std::vector<String>& codes = FStation.PossibleCodes;
     if (codes.size() == kMostCodes || !IsMadeOfNines(FRow[index])) return;
     const StringView code = TrimView(FRow[index]);
@@ -159,29 +137,24 @@ TStation TStationReader::Read() {
 
 }  // namespace
 
-TStation ReadStation(StringView path, const TStationColumns& columns) {
-    return TStationReader(path, columns).Read();
+TStation ReadStation(TCsvInput& file, const TStationColumns& columns, const TMissingValues& missing) {
+    return TStationReader(file, columns, missing).Read();
 }
 
-void WarnOfFindings(StringView path, const TStation& station) {
-    if (station.Words.Count > 0) {
-        Warn(Format(u"%s: cells without a usable number: %d (counted as missing); the first is %s",
-                    {path, station.Words.Count, station.Words.First}));
-    }
-    static constexpr const Char* kWhat[kImplausibleKinds] = {
-        u"temperatures outside -95 to 65 degrees", u"maxima below the minimum of the day",
-        u"negative precipitation values", u"precipitation values above 2,000 mm"};
+void WarnOfFindings(const TStation& station) {
+    static constexpr const Char* kVerdicts[kImplausibleKinds] = {u"is outside -95 to 65 degrees",
+                                                                 u"is below the minimum of the day",
+                                                                 u"is negative", u"is above 2,000 mm"};
+    station.Texts.Report();
     for (std::size_t kind = 0; kind < kImplausibleKinds; ++kind) {
         const TFinding& finding = station.Implausible[kind];
         if (finding.Count == 0) continue;
-        Warn(Format(u"%s: %s: %d (used as they are); the first is %s",
-                    {path, kWhat[kind], finding.Count, finding.First}));
+        Warn(Format(u"%s %s and is used as it is; cells: %d",
+                    {finding.First, kVerdicts[kind], finding.Count}));
     }
     String codes;
     for (const String& code : station.PossibleCodes) codes += (codes.empty() ? u"" : u",") + code;
-    if (!codes.empty()) {
-        Warn(Format(u"%s: if %s stands for a missing value, use --missing=%s", {path, codes, codes}));
-    }
+    if (!codes.empty()) Warn(Format(u"If %s stands for a missing value, use --missing=%s", {codes, codes}));
 }
 
 String DateText(std::chrono::year_month_day date) {

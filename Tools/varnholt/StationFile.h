@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "Platform/Runtime/Types.h"
-#include "Tools/varnholt/CalcRows.h"
+#include "Tools/varnholt/CsvFile.h"
+#include "VarnholtLib/Numerics/vrnMissingValues.h"
 
 /// The daily values of a station, read from a CSV file.
 namespace Varnholt::Tool {
@@ -23,13 +24,13 @@ struct TStationColumns {
 /// kMissing.
 struct TStationDay {
     std::chrono::year_month_day Date;
-    float TMax = static_cast<float>(kMissing);
-    float TMin = static_cast<float>(kMissing);
-    float Precipitation = static_cast<float>(kMissing);
+    float TMax = kMissing;
+    float TMin = kMissing;
+    float Precipitation = kMissing;
 };
 
 [[nodiscard]] constexpr bool IsKnown(float value) {
-    return value != static_cast<float>(kMissing);
+    return value != kMissing;
 }
 
 /// Values that no weather has. A temperature on record is from -89.2 to 56.7 degrees, a day's precipitation up
@@ -37,28 +38,33 @@ struct TStationDay {
 enum class TImplausible { Temperature, MaximumBelowMinimum, NegativePrecipitation, GreatPrecipitation };
 inline constexpr std::size_t kImplausibleKinds = 4;
 
-/// How often something was found in a file, and the first place, such as `"wet" in line 36, column temp_max`.
+/// How many cells have something in common, and the first of them: PATH, line LINE: "CELL" in column COLUMN.
 struct TFinding {
     std::int64_t Count = 0;
     String First;
 };
 
 struct TStation {
-    std::vector<TStationDay> Days;  // one at least, in the order of their dates, none twice
-    TFinding Words;                 // cells with something else than a number
+    std::vector<TStationDay> Days;  // at least one, in the order of their dates, none twice
+    TTextCells Texts;               // cells that are neither a number nor a missing value
     std::array<TFinding, kImplausibleKinds> Implausible;  // by TImplausible; the values are in Days
     std::vector<String> PossibleCodes;  // implausible cells of nines such as -9999 and -99.9, each text once
 };
 
-/// Reads the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1 on. Missing is
-/// a cell that is absent, blank, no number, no finite 32-bit number, or from -1000 to -999. Raises Exception
-/// with the path, and with the line of the file for a row: for a file without header, column or row, a text
-/// that is no date, and a date that is not after the one before.
-[[nodiscard]] TStation ReadStation(StringView path, const TStationColumns& columns);
+/// Reads the rows of the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1 on. A
+/// cell is missing if TMissingValues says so, if the row has no such cell, and if it holds no number or one that
+/// is not a finite 32-bit float.
+///
+/// Raises what TCsvInput raises, Exception "PATH has a header and no rows", and by TCsvInput::Fail:
+/// - "TEXT" is not a date YYYY-MM-DD or YYYYMMDD
+/// - DATE appears twice
+/// - DATE comes after DATE; rows must be in the order of their dates
+[[nodiscard]] TStation ReadStation(TCsvInput& file, const TStationColumns& columns,
+                                   const TMissingValues& missing);
 
-/// Prints a warning on standard error for each kind of finding, with the first place, and the codes that
-/// may stand for missing values.
-void WarnOfFindings(StringView path, const TStation& station);
+/// Prints on standard error a warning for each kind of finding, with the first place, and the codes that may
+/// stand for missing values.
+void WarnOfFindings(const TStation& station);
 
 /// The date as YYYY-MM-DD.
 [[nodiscard]] String DateText(std::chrono::year_month_day date);
