@@ -33,6 +33,10 @@ struct TReportOptions {
     TInputOptions Input;
 };
 
+[[noreturn]] void RaiseWrongUsage(const std::string& option, StringView message) {
+    throw CLI::ValidationError(option, ToUtf8(message));
+}
+
 TStationColumns ReadColumns(const std::string& text) {
     TStationColumns columns;
     std::vector<String> parts = SplitString(FromUtf8(text), u',', false);
@@ -46,9 +50,10 @@ TStationColumns ReadColumns(const std::string& text) {
                        : role == u"precipitation" ? &columns.Precipitation
                                                   : nullptr;
         if (name == nullptr || equals + 1 >= part.size()) {
-            throw CLI::ValidationError("--columns", "\"" + ToUtf8(part) +
-                                                        "\" is not date=, tmax=, tmin= or precipitation= "
-                                                        "with the name of a column");
+            RaiseWrongUsage("--columns",
+                            Format(u"\"%s\" is not date=, tmax=, tmin= or precipitation= with the "
+                                   u"name of a column",
+                                   {part}));
         }
         *name = part.substr(equals + 1);
     }
@@ -63,12 +68,11 @@ std::vector<float> ReadNumbers(const std::string& option, const std::string& tex
         const bool isNumber = TryStrToFloat(part, value, TFormatSettings::Invariant());
         numbers.push_back(static_cast<float>(value));
         if (!isNumber || value < 0 || !std::isfinite(numbers.back())) {
-            throw CLI::ValidationError(option, "\"" + ToUtf8(part) + "\" is not a number of 0 or more");
+            RaiseWrongUsage(option, Format(u"\"%s\" is not a number of 0 or more", {part}));
         }
     }
     if (numbers.size() != count) {
-        throw CLI::ValidationError(
-            option, "takes " + std::to_string(count) + " numbers, not " + std::to_string(numbers.size()));
+        RaiseWrongUsage(option, Format(u"takes %d numbers, not %d", {count, numbers.size()}));
     }
     return numbers;
 }
@@ -99,7 +103,7 @@ TSite ReadSite(const TReportOptions& options) {
 /// The folder for the files of the report, checked before anything is read.
 std::optional<String> ReadOutFolder(const TReportOptions& options) {
     if (!options.OutFolder) return std::nullopt;
-    if (*options.OutFolder == "-") throw CLI::ValidationError("--out", "takes a folder, not standard output");
+    if (*options.OutFolder == "-") RaiseWrongUsage("--out", u"takes a folder, not standard output");
     String folder = FromUtf8(*options.OutFolder);
     CheckReportFiles(folder, FromUtf8(options.File));
     return folder;

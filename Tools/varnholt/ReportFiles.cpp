@@ -49,7 +49,8 @@ void WriteSummary(TCsvOutput& file, const TStationSummary& summary) {
 
 // --- The folder ---
 
-/// Creates a folder and those above it as far as they are missing, and removes them again unless they are kept.
+/// Creates a folder and those above it as far as they are missing, and removes them again unless they are
+/// kept.
 class TNewFolder {
 public:
     explicit TNewFolder(StringView path) : FPath(path) {

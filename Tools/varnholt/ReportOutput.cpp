@@ -10,7 +10,7 @@
 namespace Varnholt::Tool {
 namespace {
 
-/// A cell of a printed table.
+/// A cell of a printed table; "-" for no value.
 String Cell(std::optional<double> value, int width, int decimals) {
     const String place = u"%" + IntToStr(width);
     if (!value) return Format(place + u"s", {u"-"});
@@ -30,7 +30,7 @@ void PrintStation(StringView title, const TStationSummary& summary) {
         Format(u"Doubtful  %d temperatures, %d maxima below minima, %d precipitation values",
                {summary.Count(TImplausible::Temperature), summary.Count(TImplausible::MaximumBelowMinimum),
                 summary.Count(TImplausible::NegativePrecipitation) +
-                    summary.Count(TImplausible::GreatPrecipitation)}));
+                    summary.Count(TImplausible::ExcessivePrecipitation)}));
     if (std::ranges::count(summary.Implausible, 0) == std::ssize(summary.Implausible)) return;
     PrintLine(
         u"Doubtful are temperatures outside -95 to 65 degrees, maxima below the minimum of the day, and");
@@ -54,7 +54,7 @@ void PrintMonths(const TStationSummary& summary) {
         if (hasRadiation) line += Cell(month.SurfaceRadiation, 13, 2) + Cell(month.Pet, 10, 1);
         PrintLine(line);
     }
-    PrintLine(u"Temperature: mean of all days with a maximum and a minimum, a day counting (max + min) / 2.");
+    PrintLine(u"Temperature: mean of all days with a maximum and a minimum; a day's mean is half their sum.");
     PrintLine(u"Precipitation and wet days (1 mm or more): means of the months in which every day has a");
     PrintLine(
         u"precipitation value. Day length and daily radiation at the top of the atmosphere: on the 15th.");
@@ -74,7 +74,7 @@ void PrintYears(const TStationSummary& summary) {
         PrintLine(Format(u"%.4d %6d", {year.Number, year.Rows}) + Cell(year.MeanTemperature, 10, 2) +
                   Cell(year.Precipitation, 10, 1));
     }
-    PrintLine(u"Mean temperatures and totals only of years in which every day has a value.");
+    PrintLine(u"Mean temperatures and totals are given only for years in which every day has a value.");
 }
 
 void PrintStatistics(const TStationSummary& summary) {

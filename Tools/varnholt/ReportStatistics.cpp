@@ -58,7 +58,7 @@ public:
     void Add(StringView name, const TFigure& figure, StringView meaning) {
         AddWith(name, figure, [&](double) { return String(meaning); });
     }
-    /// `explain` makes the meaning from the figure, if it has a value.
+    /// `explain` returns the meaning of the value, if there is one.
     template <typename TExplain>
     void AddWith(StringView name, const TFigure& figure, TExplain explain) {
         FItems.push_back({String(name), NumberText(figure.Value),
@@ -123,7 +123,7 @@ void AddTrends(TQuantityList& list, const TStationSummary& summary) {
     list.AddWith(u"halves_t_prob", summary.HalvesTProb, [&](double prob) {
         return HalvesMeaning(prob, u"mean temperature", summary.HasUnlikeHalves);
     });
-    list.Add(u"halves_f", summary.HalvesF, u"the larger variance of the two halves over the smaller");
+    list.Add(u"halves_f", summary.HalvesF, u"ratio of the larger variance of the two halves to the smaller");
     list.AddWith(u"halves_f_prob", summary.HalvesFProb, [&](double prob) {
         return HalvesMeaning(prob, u"the variance of monthly means", summary.HasUnlikeHalves);
     });

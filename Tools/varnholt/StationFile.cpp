@@ -118,7 +118,7 @@ void TStationReader::CheckWeather(const TStationDay& day) {
     }
     if (!IsKnown(day.Precipitation)) return;
     if (day.Precipitation < 0) AddImplausible(TImplausible::NegativePrecipitation, FPrecipitation);
-    if (day.Precipitation > kWettest) AddImplausible(TImplausible::GreatPrecipitation, FPrecipitation);
+    if (day.Precipitation > kWettest) AddImplausible(TImplausible::ExcessivePrecipitation, FPrecipitation);
 }
 
 TStation TStationReader::Read() {

@@ -12,7 +12,7 @@
 /// The daily values of a station, read from a CSV file.
 namespace Varnholt::Tool {
 
-/// The names of the columns that are read.
+/// The names of the columns to read.
 struct TStationColumns {
     String Date = u"date";
     String TMax = u"temp_max";
@@ -33,9 +33,10 @@ struct TStationDay {
     return value != kMissing;
 }
 
-/// Values that no weather has. A temperature on record is from -89.2 to 56.7 degrees, a day's precipitation up
-/// to 1,825 mm (World Meteorological Organization). A maximum and a minimum are compared if both are possible.
-enum class TImplausible { Temperature, MaximumBelowMinimum, NegativePrecipitation, GreatPrecipitation };
+/// Kinds of values that no weather has: a temperature outside -95 to 65 degrees, a maximum below its minimum
+/// (of temperatures within these limits), and precipitation below 0 or above 2,000 mm a day. The records of
+/// the World Meteorological Organization are -89.2 and 56.7 degrees and 1,825 mm.
+enum class TImplausible { Temperature, MaximumBelowMinimum, NegativePrecipitation, ExcessivePrecipitation };
 inline constexpr std::size_t kImplausibleKinds = 4;
 
 /// How many cells have something in common, and the first of them: PATH, line LINE: "CELL" in column COLUMN.
@@ -51,9 +52,9 @@ struct TStation {
     std::vector<String> PossibleCodes;  // implausible cells of nines such as -9999 and -99.9, each text once
 };
 
-/// Reads the rows of the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1 on. A
-/// cell is missing if TMissingValues says so, if the row has no such cell, and if it holds no number or one that
-/// is not a finite 32-bit float.
+/// Reads the rows of the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1
+/// on. A cell is missing if TMissingValues says so, if the row has no such cell, and if it holds no number or
+/// one that is not a finite 32-bit float.
 ///
 /// Raises what TCsvInput raises, Exception "PATH has a header and no rows", and by TCsvInput::Fail:
 /// - "TEXT" is not a date YYYY-MM-DD or YYYYMMDD

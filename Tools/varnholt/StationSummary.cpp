@@ -250,8 +250,8 @@ void FillGammaFit(std::span<const TMonthTally> months, TStationSummary& summary)
     if (count >= 2) {
         TFloatGrid column(1, count);
         for (std::int32_t row = 1; const float total : totals) column.Put(1, row++, total);
-        Gamma(1, column, alpha, beta);
         reason = u"the monthly totals do not vary as a gamma distribution does";
+        if (std::ranges::min(totals) != std::ranges::max(totals)) Gamma(1, column, alpha, beta);
     }
     if (!(std::isfinite(alpha) && std::isfinite(beta) && alpha > 0 && beta > 0)) {
         summary.GammaAlpha = summary.GammaBeta = Unknown(reason);

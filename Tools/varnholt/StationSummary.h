@@ -11,11 +11,11 @@
 
 /// The figures of a report on a station.
 ///
-///     const TStationSummary summary = Summarise(ReadStation(path, columns), site);
+///     const TStationSummary summary = Summarise(ReadStation(file, columns, missing), site);
 ///     if (summary.P10.Value) ...                            // else summary.P10.Reason says why not
 ///
 /// A day's mean temperature is the mean of its maximum and minimum; a day without one of them has none. Sums
-/// and means need most of their days:
+/// and means count only with enough days:
 /// - a month's precipitation and wet days count if the precipitation of all its days is known (a full month);
 /// - a month's mean temperature counts in series of months with at most 10 missing days. This is the first of
 ///   the two criteria in WMO-No. 1203 (2017); the other one, on consecutive missing days, is not applied;
@@ -23,6 +23,7 @@
 /// Series of months and years skip a month or year that does not count and leave no gap for it.
 namespace Varnholt::Tool {
 
+/// Where a station is, and its radiation.
 struct TSite {
     float Latitude = 0;                    // degrees, south negative
     std::optional<TMonthlyData> Sunshine;  // hours a month
@@ -83,6 +84,7 @@ struct TStationSummary {
     }
 };
 
+/// Calculates all figures. A figure that cannot be calculated has a reason; nothing is raised.
 [[nodiscard]] TStationSummary Summarise(const TStation& station, const TSite& site);
 
 }  // namespace Varnholt::Tool
