@@ -4,14 +4,10 @@
 #include <functional>
 
 #include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 namespace {
-
-String WithNumber(StringView text, std::int64_t number) {
-    return String(text) + u" (" + IntToStr(number) + u")";
-}
 
 template <typename TBetter>
 float Extreme(std::span<const float> values, TBetter better) noexcept {
@@ -25,11 +21,11 @@ float Extreme(std::span<const float> values, TBetter better) noexcept {
 }  // namespace
 
 void RaiseArrayIndex(std::int64_t index) {
-    throw ERangeError(WithNumber(u"Array index out of bounds", index));
+    throw ERangeError(Format(u"Array index out of bounds (%d)", {index}));
 }
 
 void RaiseArrayLength(std::int64_t length) {
-    throw ERangeError(WithNumber(u"Array length out of range", length));
+    throw ERangeError(Format(u"Array length out of range (%d)", {length}));
 }
 
 float MinOf(std::span<const float> values) noexcept {

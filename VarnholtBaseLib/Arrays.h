@@ -15,17 +15,17 @@
 #include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Variant.h"
 
-/// The array types that modules hand around: resizable, 0-based, and cheap to pass on.
+/// The array types that modules exchange: resizable, 0-based, and cheap to pass.
 ///
 ///     TDoubleArray rain = {1.5, 0.0, 7.25};
 ///     TDoubleArray same = rain;          // shares the elements
 ///     same[1] = 3.0;                     // rain[1] is 3.0, too
-///     TDoubleArray own = rain.Copy();    // has elements of its own
-///     rain.SetLength(4);                 // rain now has a storage of its own; same keeps the old one
+///     TDoubleArray own = rain.Copy();    // own elements
+///     rain.SetLength(4);                 // rain now has its own storage; same keeps the old one
 ///     double sum = Sum(rain.GetSpan());  // hot loops run over the span
 ///
-/// Threads: an array and all arrays that share its storage serve one thread at a time, and any number of
-/// threads that only read. Hand a Copy to another thread.
+/// Threads: an array and all arrays that share its storage may be used by one thread at a time, or by any
+/// number of threads that only read. Pass a Copy to another thread.
 namespace Varnholt {
 
 /// Raises ERangeError "Array index out of bounds (INDEX)".
@@ -36,13 +36,13 @@ namespace Varnholt {
 /// A shared handle on a resizable array.
 ///
 /// Sharing: a copied or assigned array shares the storage of its source, and an element that is written
-/// through one of them is seen by all. A change of length concerns one array alone: if its storage is
+/// through one of them is seen by all. A change of length affects only one array: if its storage is
 /// shared, it moves to a new storage with copies of the elements that stay, and the others keep the
 /// old one; if it is not shared, its storage is resized in place. An array of length 0 holds no storage, so
 /// that an array never filled and an emptied one are the same. A moved-from array is empty.
 ///
 /// Spans, iterators and element references stay valid until the length of the array changes or its last
-/// holder goes.
+/// handle is destroyed.
 template <typename T>
 class TDynArray {
 public:
@@ -56,7 +56,7 @@ public:
     requires std::constructible_from<T, std::iter_reference_t<TIterator>> TDynArray(TIterator first,
                                                                                     TIterator last)
         : TDynArray(std::vector<T>(first, last)) {}
-    /// Takes the elements over, without a copy where the vector is moved in. More than 2147483647 elements
+    /// Takes the elements, without a copy if the vector is moved in. More than 2147483647 elements
     /// raise ERangeError "Array length out of range (LENGTH)".
     explicit TDynArray(std::vector<T> items) {
         CheckLength(static_cast<std::int64_t>(items.size()));
@@ -73,9 +73,9 @@ public:
     [[nodiscard]] std::int32_t GetLength() const noexcept { return static_cast<std::int32_t>(size()); }
     [[nodiscard]] bool IsEmpty() const noexcept { return FItems == nullptr; }
 
-    /// Gives the array that many elements: the first ones stay, new ones are zero or empty. Does nothing
-    /// where the length is that already, and then the storage stays shared. Growing one by one takes constant
-    /// time on average while the storage is not shared. A length outside 0 to 2147483647 raises ERangeError
+    /// Changes the length: the first elements stay, new ones are zero or empty. Does nothing if the length is
+    /// the same, and then the storage stays shared. Growing by one element takes constant time on average
+    /// while the storage is not shared. A length outside 0 to 2147483647 raises ERangeError
     /// "Array length out of range (LENGTH)".
     void SetLength(std::int64_t length) {
         CheckLength(length);
@@ -95,7 +95,7 @@ public:
         }
     }
 
-    /// An array with elements of its own. Elements that are arrays themselves go on sharing their storage.
+    /// An array with copies of the elements. Elements that are arrays still share their storage.
     [[nodiscard]] TDynArray Copy() const { return TDynArray(GetSpan()); }
 
     /// True if a write through one of the two arrays is seen by the other.
@@ -108,11 +108,11 @@ public:
     [[nodiscard]] T& operator[](std::int64_t index) { return data()[CheckedIndex(index)]; }
     [[nodiscard]] const T& operator[](std::int64_t index) const { return data()[CheckedIndex(index)]; }
 
-    /// All elements, for loops that count their time. An array also converts to a span by itself.
+    /// All elements, for hot loops. An array also converts to a span implicitly.
     [[nodiscard]] std::span<T> GetSpan() noexcept { return {data(), size()}; }
     [[nodiscard]] std::span<const T> GetSpan() const noexcept { return {data(), size()}; }
 
-    // The names that the standard library looks for.
+    // The names that the standard library uses.
     [[nodiscard]] std::size_t size() const noexcept { return FItems == nullptr ? 0 : FItems->size(); }
     [[nodiscard]] bool empty() const noexcept { return IsEmpty(); }
     [[nodiscard]] T* data() noexcept { return FItems == nullptr ? nullptr : FItems->data(); }
@@ -150,8 +150,8 @@ using TStringArray = TDynArray<String>;
 using TDoubleArrayArray = TDynArray<TDoubleArray>;
 using TSingleArrayArray = TDynArray<TSingleArray>;
 
-/// The smallest and the largest element. NaNs are passed over; with no other element, and so for an empty
-/// array, the result is a NaN. Of zeros with different signs the first counts.
+/// The smallest and the largest element. NaNs are ignored; if there is no other element, the result is a
+/// NaN. Of zeros with different signs the first is returned.
 [[nodiscard]] VARNHOLT_EXPORT float MinOf(std::span<const float> values) noexcept;
 [[nodiscard]] VARNHOLT_EXPORT float MaxOf(std::span<const float> values) noexcept;
 

@@ -2,10 +2,10 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// Characters that messages and files are put together with.
+/// Characters in messages and files.
 namespace Varnholt {
 
-/// The carriage return, which stands between the two lines of a grid's message.
+/// The carriage return, which separates the two lines of a grid's message.
 inline constexpr Char ASCII_CR = u'\r';
 
 }  // namespace Varnholt

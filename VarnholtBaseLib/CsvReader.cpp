@@ -7,7 +7,6 @@
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
 #include "Platform/Runtime/TextStreams.h"
 
@@ -49,7 +48,7 @@ void TCSVRowReader::RaiseTooLong() {
         Format(u"The row in line %d is longer than %d characters", {FRowLine, FMaxRowLength}));
 }
 
-/// Fetches the next characters once all those in the buffer are used.
+/// Reads the next characters, once all those in the buffer are used.
 bool TCSVRowReader::Refill() {
     FPosition = 0;
     FFilled = 0;  // stays so if the source raises
@@ -60,8 +59,7 @@ bool TCSVRowReader::Refill() {
     return HasMore();
 }
 
-/// Appends what comes before the next stop character, which is then the next one. False at the end of the
-/// text.
+/// Appends the text before the next stop character, which is not taken. False at the end of the text.
 template <typename TStop>
 bool TCSVRowReader::AppendUntil(TStop isStop, String& field) {
     while (HasMore()) {
@@ -77,7 +75,7 @@ bool TCSVRowReader::AppendUntil(TStop isStop, String& field) {
     return false;
 }
 
-/// Goes behind the line end that comes next, and gives it.
+/// Takes the line end at the current position and returns it.
 StringView TCSVRowReader::TakeLineEnd() {
     ++FLine;
     if (FBuffer[FPosition++] == u'\n') return u"\n";
@@ -95,7 +93,7 @@ bool TCSVRowReader::SkipEmptyLines() {
     return false;
 }
 
-/// Reads on behind an opening quote to behind the closing one.
+/// Reads from after an opening quote to after the closing one.
 void TCSVRowReader::ReadQuoted(String& field) {
     const std::int64_t openedIn = FLine;
     while (AppendUntil([](Char c) { return c == kQuote || IsLineEnd(c); }, field)) {
@@ -111,10 +109,11 @@ void TCSVRowReader::ReadQuoted(String& field) {
         field += kQuote;
         ++FPosition;
     }
-    throw EConvertError(u"The quote opened in line " + IntToStr(openedIn) + u" is never closed");
+    throw EConvertError(Format(u"The quote opened in line %d is never closed", {openedIn}));
 }
 
-/// Reads a field with the separator or line end behind it. True if a separator promises a further field.
+/// Reads a field and the separator or line end after it. True after a separator, which a further field
+/// follows.
 bool TCSVRowReader::ReadField(String& field) {
     if (NextIs(kQuote)) {
         ++FPosition;
@@ -157,7 +156,7 @@ TCSVReader TCSVReader::FromFile(StringView path, Char separator) {
     try {
         while (reader.ReadRow(row)) table.FRows.emplace_back(std::span<const String>(row));
     } catch (const EConvertError& error) {
-        throw EConvertError(String(path) + u": " + error.GetMessage());
+        throw EConvertError(Format(u"%s: %s", {path, error.GetMessage()}));
     }
     return table;
 }
@@ -167,7 +166,7 @@ void TCSVReader::GetColumnIndexes(const TStringArray& names, TIntegerArray& inde
     std::vector<std::int32_t> found;
     for (const String& name : names) {
         const String* column = std::find(header.begin(), header.end(), name);
-        if (column == header.end()) throw EArgumentException(u"Column \"" + name + u"\" not found");
+        if (column == header.end()) throw EArgumentException(Format(u"Column \"%s\" not found", {name}));
         found.push_back(static_cast<std::int32_t>(column - header.begin()));
     }
     indexes = TIntegerArray(std::move(found));

@@ -13,22 +13,22 @@
 ///     table.GetColumnIndexes({u"NAME", u"LON"}, columns);
 ///     String firstName = table.GetRows().at(1)[columns[0]];
 ///
-/// and for a file that need not stay in memory, row by row:
+/// and row by row, for a file of any size:
 ///
 ///     TStreamReader file(path, TEncoding::Utf8(), true);
 ///     TCSVRowReader reader(file);
 ///     std::vector<String> row;
 ///     while (reader.ReadRow(row)) Use(row, reader.GetLineNumber());
 ///
-/// What is read: lines end with CR LF, LF or CR. A field that begins with a quote reaches to its closing
-/// quote, over line ends and separators, and a doubled quote in it stands for one; text between the closing
+/// What is read: lines end with CR LF, LF or CR. A field that begins with a quote ends at its closing quote;
+/// it may contain line ends and separators, and a doubled quote in it is one quote. Text between the closing
 /// quote and the next separator is appended as it is. A quote elsewhere is an ordinary character. Blanks
-/// belong to the field. Rows keep the number of fields that they have. A line with nothing in it is skipped.
-/// A byte-order mark at the start is no part of the table.
+/// belong to the field. Rows may differ in their number of fields. An empty line is skipped. A byte-order
+/// mark at the start is not part of the table.
 ///
-/// Leans on Platform/Runtime/TextStreams.h.
+/// Uses Platform/Runtime/TextStreams.h.
 ///
-/// Threads: a reader serves one thread at a time.
+/// Threads: a reader may be used by one thread at a time.
 namespace Varnholt {
 
 class TStreamReader;
@@ -36,11 +36,11 @@ class TStreamReader;
 /// Reads a table row by row, in memory that does not grow with the table.
 class VARNHOLT_EXPORT TCSVRowReader {
 public:
-    /// Fills the span with the next characters of a text and tells how many they are; 0 at the end.
+    /// Fills the span with the next characters of a text and returns their number; 0 at the end.
     using TSource = std::function<std::size_t(std::span<Char>)>;
 
-    /// Reads from where the stream reader stands; it has to outlive this reader. A quote, CR or LF as
-    /// separator raises EArgumentException "A quote or line end cannot separate columns".
+    /// Reads from the current position of the stream reader, which must outlive this reader. A quote, CR or
+    /// LF as separator raises EArgumentException "A quote or line end cannot separate columns".
     explicit TCSVRowReader(TStreamReader& text, Char separator = u',');
     explicit TCSVRowReader(TSource source, Char separator = u',');
 
@@ -58,8 +58,9 @@ public:
     /// The line end of the row read last: CR LF, LF or CR, or nothing where the text ended without one.
     [[nodiscard]] StringView GetRowEnd() const noexcept { return FRowEnd; }
 
-    /// Sets the length of the longest row, so that a file without line ends cannot fill the memory. What counts
-    /// is the code units of all fields, and 16 more for each field. At least 1, else EArgumentException.
+    /// Sets the length of the longest row, so that a file without line ends cannot fill the memory. What
+    /// counts is the code units of all fields, and 16 more for each field. At least 1, else
+    /// EArgumentException.
     static constexpr std::int64_t kDefaultMaxRowLength = std::int64_t{1} << 26;
     void SetMaxRowLength(std::int64_t length);
 
@@ -89,7 +90,7 @@ private:
     std::size_t FMaxRowLength = kDefaultMaxRowLength;
 };
 
-/// A whole table in memory, with its header row first.
+/// A table in memory, with its header row first.
 class VARNHOLT_EXPORT TCSVReader {
 public:
     /// Reads a file in UTF-8, or in UTF-16 with a byte-order mark. Raises what opening and reading the
@@ -101,8 +102,8 @@ public:
     [[nodiscard]] const std::vector<TStringArray>& GetRows() const noexcept { return FRows; }
 
     /// The 0-based position in the header of each name, in the order of the names. Names compare exactly, and
-    /// of equal columns the first counts. A name that the header does not hold raises EArgumentException
-    /// "Column "NAME" not found", and then indexes keeps what it had.
+    /// of equal columns the first is taken. A name that the header does not hold raises EArgumentException
+    /// "Column "NAME" not found", and then indexes is unchanged.
     void GetColumnIndexes(const TStringArray& names, TIntegerArray& indexes) const;
 
 private:
@@ -112,8 +113,8 @@ private:
 };
 
 /// The text as one field of a row: in quotes, with its quotes doubled, where it holds the separator, a quote
-/// or a line end; as it is elsewhere. A row of one empty field alone needs two quotes from its writer, for an
-/// empty line is skipped.
+/// or a line end, otherwise unchanged. A row of one empty field must be written as two quotes, since an empty
+/// line is skipped.
 [[nodiscard]] VARNHOLT_EXPORT String CsvField(StringView text, Char separator = u',');
 
 }  // namespace Varnholt

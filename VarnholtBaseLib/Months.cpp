@@ -1,12 +1,12 @@
 #include "VarnholtBaseLib/Months.h"
 
 #include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 
 void RaiseMonthOutOfRange(std::int64_t month) {
-    throw ERangeError(u"Month out of range (" + IntToStr(month) + u")");
+    throw ERangeError(Format(u"Month out of range (%d)", {month}));
 }
 
 TMonthSet MonthSetOf(std::initializer_list<TMonth> months) {

@@ -16,8 +16,8 @@
 /// Threads: the values keep no hidden state; the tables are constant.
 namespace Varnholt {
 
-/// Month number, 1 to 12, in one byte. A month is a number wherever one is wanted; ToMonth goes the other
-/// way.
+/// Month number, 1 to 12, in one byte. A month converts to a number implicitly; ToMonth converts a number
+/// to a month.
 enum TMonth : std::uint8_t {
     moJanuary = 1,
     moFebruary,
@@ -60,7 +60,7 @@ public:
     [[nodiscard]] constexpr T& operator[](std::int64_t month) { return FValues[IndexOf(month)]; }
     [[nodiscard]] constexpr const T& operator[](std::int64_t month) const { return FValues[IndexOf(month)]; }
 
-    /// The values from January on.
+    /// The values, January first.
     [[nodiscard]] constexpr std::span<T, 12> GetSpan() noexcept { return FValues; }
     [[nodiscard]] constexpr std::span<const T, 12> GetSpan() const noexcept { return FValues; }
     [[nodiscard]] constexpr auto begin() noexcept { return FValues.begin(); }
@@ -78,7 +78,7 @@ private:
     std::array<T, 12> FValues{};
 };
 
-/// Which months are meant: a Boolean for each.
+/// A set of months: a Boolean for each.
 using TMonthSet = TMonthArray<bool>;
 
 /// The set of these months. A month outside 1 to 12 raises ERangeError "Month out of range (MONTH)".
@@ -96,7 +96,7 @@ struct TDateType {
 /// The days of each month.
 inline constexpr TMonthArray<std::int32_t> MonthLength{{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}};
 
-/// The days before each month: added to a day of the month it gives the day of the year.
+/// The days before each month: added to the day of the month, the day of the year.
 inline constexpr TMonthArray<std::int32_t> MonthAccLength{
     {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334}};
 

@@ -5,20 +5,20 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// The message dialog: a text, a kind that tells its icon and title, and the buttons to answer with.
+/// The message dialog: a text, a kind that determines icon and title, and the buttons for the answer.
 ///
 ///     MessageDlg(u"The series has no values.", mtInformation, {mbOK}, 0);
 ///
-/// Who shows it can be exchanged: a desktop program puts a window in, and a test takes the texts down.
+/// The service that shows it can be replaced: a desktop program shows a window, and a test records the texts.
 ///
 ///     TRecordingService recorder;                         // an IMessageDialogService
 ///     const TMessageDialogServiceScope scope(recorder);   // until the end of the block
 ///
-/// Without such a service the program counts as one that has no window: the text becomes one write of the
-/// text and a line feed to standard error, in UTF-8, and the answer is mbOK whatever the buttons are.
+/// Without such a service the text and a line feed are written to standard error in one write, in UTF-8, and
+/// the answer is mbOK whatever the buttons are.
 ///
-/// Threads: the choice of the service carries no lock; exchange it while no other thread shows a message.
-/// Which threads may show one is the service's business; standard error takes any.
+/// Threads: the choice of the service has no lock; replace it while no other thread shows a message. The
+/// service decides which threads may show one; standard error may be used by any.
 namespace Varnholt {
 
 enum TMsgDlgType : std::uint8_t { mtWarning, mtError, mtInformation, mtConfirmation, mtCustom };
@@ -43,7 +43,7 @@ private:
 /// Shows message dialogs.
 class VARNHOLT_EXPORT IMessageDialogService {
 public:
-    /// Shows the text and waits for the answer. `helpContext` is the number of the help page behind the
+    /// Shows the text and waits for the answer. `helpContext` is the number of the help page of the
     /// dialog, 0 for none.
     virtual TMsgDlgBtn Show(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
                             std::int32_t helpContext) = 0;
@@ -58,8 +58,8 @@ protected:
 /// The service of the process.
 [[nodiscard]] VARNHOLT_EXPORT IMessageDialogService& MessageDialogService() noexcept;
 
-/// Makes a service that of the process, and the former one again when it goes. The service must outlive the
-/// scope. Scopes are nested, the youngest goes first.
+/// Makes a service that of the process until the end of the scope, which restores the former one. The service
+/// must outlive the scope. Scopes are nested and end in reverse order.
 class VARNHOLT_EXPORT TMessageDialogServiceScope {
 public:
     explicit TMessageDialogServiceScope(IMessageDialogService& service) noexcept;
@@ -71,8 +71,8 @@ private:
     IMessageDialogService& FFormer;
 };
 
-/// Shows a message through the service of the process and returns the button that answered it. What the
-/// service raises passes through; the one without a window raises nothing but std::bad_alloc.
+/// Shows a message through the service of the process and returns the button that answered it. Passes on
+/// what the service raises; the one for standard error raises only std::bad_alloc.
 VARNHOLT_EXPORT TMsgDlgBtn MessageDlg(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
                                       std::int32_t helpContext);
 

@@ -67,7 +67,7 @@ void TStringGrid::SetCell(std::int32_t col, std::int32_t row, StringView text) {
         FDropped += cell.Length - length;
         cell.Length = length;
     } else {
-        // Together they can not overflow: both are lengths of texts in memory.
+        // The sum cannot overflow: both are lengths of texts in memory.
         CheckSize(FText.size() + text.size(), kTextLimit);
         const auto start = static_cast<std::uint32_t>(FText.size());
         FText.append(text);
@@ -126,8 +126,8 @@ void TStringGrid::DropTexts(std::size_t from, std::size_t to) {
     for (std::size_t at = from; at < to; ++at) FDropped += FCells[at].Length;
 }
 
-/// Moves the texts together once more than half of FText has been left behind, and so much that the walk over
-/// all cells is paid for: a change takes constant time on average.
+/// Compacts FText once more than half of it, and more code units than there are cells, belong to no cell: a
+/// change takes constant time on average.
 void TStringGrid::PackTexts() {
     if (FDropped <= std::max(FText.size() / 2, FCells.size())) return;
     String packed;

@@ -6,8 +6,7 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// A table of cell texts, held in memory. Its first columns and rows may be fixed: they hold the headings
-/// around the data.
+/// A table of cell texts, held in memory. Its first columns and rows may be fixed, as headings of the data.
 ///
 ///     TStringGrid grid(2, 3, 0, 1);                  // two columns, a row of headings and two rows of data
 ///     grid.SetCell(0, 0, u"date");
@@ -17,15 +16,15 @@
 ///     }
 ///
 /// Columns and rows count from 0, fixed ones included, and the column comes first. Either count may be 0, and
-/// all columns or rows may be fixed: a grid of headings alone holds no data.
+/// all columns or rows may be fixed: a grid of only headings has no data.
 ///
-/// Whoever only reads a grid needs no more than the virtual operations, so that a class derived from it can
-/// show any other table as a grid.
+/// Readers of a grid use only the virtual operations, so that a derived class can present any other table as
+/// a grid.
 ///
-/// Memory: 8 bytes for each cell, row by row, up to the last one ever written, and 2 bytes for each code unit
-/// of text.
+/// Memory: 8 bytes for each cell, in the order of rows up to the last one ever written, and 2 bytes for each
+/// code unit of text.
 ///
-/// Threads: a grid belongs to one thread at a time; any number of threads may read one that does not change.
+/// Threads: a grid may be used by one thread at a time, or by any number of threads that only read it.
 namespace Varnholt {
 
 class VARNHOLT_EXPORT TStringGrid {
@@ -54,12 +53,12 @@ public:
     void SetCell(std::int32_t col, std::int32_t row, StringView text);
 
     /// Changes a count. The cells in the columns and rows that stay keep their texts, new ones are empty.
-    /// Fixed columns or rows that go are fixed no longer. A count below 0 raises ERangeError "Grid count out
-    /// of range (COUNT)".
+    /// The fixed counts are reduced to the new count if they exceed it. A count below 0 raises ERangeError
+    /// "Grid count out of range (COUNT)".
     void SetColCount(std::int32_t colCount);
     void SetRowCount(std::int32_t rowCount);
 
-    /// Fixes that many leading columns or rows. Less than 0 or more than there are raises ERangeError "Fixed
+    /// Fixes that many leading columns or rows. A number below 0 or above the count raises ERangeError "Fixed
     /// count out of range (COUNT)".
     void SetFixedCols(std::int32_t fixedCols);
     void SetFixedRows(std::int32_t fixedRows);
@@ -78,8 +77,8 @@ private:
     std::int32_t FRowCount = 0;
     std::int32_t FFixedCols = 0;
     std::int32_t FFixedRows = 0;
-    std::vector<TCell> FCells;  // row by row; those behind the last one are empty
-    String FText;               // the cells' texts, and between them what cells have left behind
+    std::vector<TCell> FCells;  // in the order of rows; those after the last one are empty
+    String FText;               // the cells' texts, and between them former texts
     std::size_t FDropped = 0;   // code units of FText that belong to no cell
 };
 

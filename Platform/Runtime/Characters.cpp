@@ -5,7 +5,7 @@
 #include <unicode/utf16.h>
 
 #include "Platform/Runtime/Exceptions.h"
-#include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 namespace {
@@ -33,7 +33,8 @@ String MapCase(StringView text, TCaseMapping mapping) {
         status = U_ZERO_ERROR;
         needed = mapping(result.data(), needed, text.data(), length, kRootLocale, &status);
     }
-    if (U_FAILURE(status)) throw Exception(u"Case mapping failed: " + FromUtf8(u_errorName(status)));
+    if (U_FAILURE(status))
+        throw Exception(Format(u"Case mapping failed: %s", {FromUtf8(u_errorName(status))}));
     result.resize(static_cast<std::size_t>(needed));
     return result;
 }
@@ -90,7 +91,7 @@ String ToLower(StringView text) {
 
 char32_t CharacterAt(StringView text, std::size_t position) {
     if (position >= text.size()) {
-        throw ERangeError(u"Position " + IntToStr(position) + u" is outside the text");
+        throw ERangeError(Format(u"Position %d is outside the text", {position}));
     }
     const Char first = text[position];
     if (!U16_IS_LEAD(first) || position + 1 == text.size()) return first;

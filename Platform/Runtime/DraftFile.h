@@ -14,9 +14,10 @@
 /// Uses Streams.h. Threads: as any stream; RemoveDraftFiles may be called anywhere.
 namespace Varnholt {
 
-/// Writes a temporary file, the draft, in the folder of the file. Commit flushes it to disk and renames it over
-/// the file, so that a reader, and a crash at any time, finds the former file or the new one. For a symbolic
-/// link that file is the one at the end of the links, and the links stay; a dangling link creates it.
+/// Writes a temporary file, the draft, in the folder of the file. Commit flushes it to disk and renames it
+/// over the file, so that a reader, and a crash at any time, finds the former file or the new one. For a
+/// symbolic link that file is the one at the end of the links, and the links stay; a dangling link creates
+/// it.
 ///
 /// While it is written the draft has no name where the system offers that (O_TMPFILE on Linux), and then
 /// nothing remains of it however the process ends. Elsewhere, and on any system during Commit, it is named
@@ -44,19 +45,19 @@ public:
     /// out, a draft is created and removed. False also where the constructor would raise instead.
     [[nodiscard]] static bool IsWrittenDirectly(StringView path);
 
-    /// Flushes to disk, closes, and replaces the file. Raises EWriteError or EInOutError
-    /// (`Cannot replace file "%s": %s`); the former file is then unchanged, the stream closed and the draft
-    /// removed. There is one exception: if only the entry in the folder cannot be flushed to disk, EWriteError
-    /// is raised although the file is replaced, and a power failure may bring the former file back.
+    /// Flushes to disk, closes, and replaces the file. Raises EWriteError or EInOutError (`Cannot replace
+    /// file "%s": %s`); the former file is then unchanged, the stream closed and the draft removed. There is
+    /// one exception: if only the entry in the folder cannot be flushed to disk, EWriteError is raised
+    /// although the file is replaced, and a power failure may bring the former file back.
     void Commit();
 
     /// Commits several files, all or none: all are flushed to disk first, then replaced one after the other.
     /// If one cannot be replaced, the files replaced before it get their former content back, and files that
     /// did not exist are removed. Raises as Commit.
     ///
-    /// Signals to the calling thread wait until all are replaced. Only SIGKILL or a power failure between two
-    /// of the renames leaves some files new and some former; the former content of the new ones is then beside
-    /// them in files named `varnholt-DIGITS.part`. What is written directly is not put back: check
+    /// Signals to the calling thread wait until all are replaced. Only SIGKILL or a power failure between
+    /// two of the renames leaves some files new and some former; the former content of the new ones is then
+    /// beside them in files named `varnholt-DIGITS.part`. What is written directly is not put back: check
     /// IsWrittenDirectly first. Where the file system can neither exchange two names nor make hard links,
     /// several existing files cannot be committed together: EInOutError is raised and none is replaced.
     static void CommitTogether(std::span<TDraftFileStream* const> files);
@@ -73,7 +74,8 @@ private:
 };
 
 /// Removes the named drafts of this process. It is async-signal-safe: a program that ends itself in a signal
-/// handler calls it there first, since the library installs no handler. A Commit afterwards raises EInOutError.
+/// handler calls it there first, since the library installs no handler. A Commit afterwards raises
+/// EInOutError.
 VARNHOLT_EXPORT void RemoveDraftFiles() noexcept;
 
 }  // namespace Varnholt

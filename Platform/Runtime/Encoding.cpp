@@ -16,8 +16,8 @@
 namespace Varnholt {
 namespace {
 
-constexpr std::ptrdiff_t kPiece = 1 << 20;    // ICU counts in 32 bits, so long texts go through in pieces
-constexpr std::ptrdiff_t kSlack = 32;         // room for what the converter still holds from the last piece
+constexpr std::ptrdiff_t kPiece = 1 << 20;    // ICU counts in 32 bits, so long texts are converted in pieces
+constexpr std::ptrdiff_t kSlack = 32;         // room for what the converter keeps of the last piece
 constexpr std::size_t kMaxInvalidBytes = 64;  // more than a character of any encoding takes
 constexpr std::size_t kMaxNameLength = 50;    // ICU takes names of up to 60 characters
 
@@ -26,7 +26,7 @@ struct TConverterCloser {
 };
 using TConverter = std::unique_ptr<UConverter, TConverterCloser>;
 
-// ICU's own callback drops invisible characters (as U+200B) where we want to see that one is missing.
+// ICU's own callback drops invisible characters such as U+200B, so that a missing one would not be seen.
 void ReplaceCharacter(const void*, UConverterFromUnicodeArgs* args, const UChar*, std::int32_t, UChar32,
                       UConverterCallbackReason reason, UErrorCode* status) {
     if (reason > UCNV_IRREGULAR) return;
@@ -59,7 +59,7 @@ bool IsUnicode(const UConverter* converter) {
 
 void Check(UErrorCode status) {
     if (U_SUCCESS(status)) return;
-    throw EEncodingError(u"Text conversion failed: " + FromUtf8(u_errorName(status)));
+    throw EEncodingError(Format(u"Text conversion failed: %s", {FromUtf8(u_errorName(status))}));
 }
 
 // The errors of a converter whose callback stops.
@@ -101,7 +101,7 @@ std::string CanonicalName(StringView name) {
     if (U_FAILURE(status)) return {};
     std::string result(canonical);
     if (given.find(',') != std::string::npos && given != result) return {};
-    // These would write a mark of their own in front of every text.
+    // These would write a preamble before every text.
     if (result.starts_with("UTF-16")) result = result.substr(0, result.find(','));
     if (result == "UTF-16" || result == "UTF-32") result += "LE";
     return result;
@@ -111,13 +111,13 @@ std::atomic<const TEncoding*> chosenDefault = nullptr;
 
 }  // namespace
 
-/// An encoding that was asked for by name, with the storage of the name.
+/// An encoding that was requested by name, with the storage of the name.
 struct TEncoding::TNamed {
     explicit TNamed(std::string canonicalName)
-        : name(std::move(canonicalName)), encoding(name.c_str(), std::string_view()) {}
+        : Name(std::move(canonicalName)), Encoding(Name.c_str(), std::string_view()) {}
 
-    const std::string name;
-    const TEncoding encoding;
+    const std::string Name;
+    const TEncoding Encoding;
 };
 
 const TEncoding& TEncoding::Utf8() noexcept {
@@ -164,12 +164,12 @@ void TEncoding::SetDefault(StringView name) {
     const TEncoding& wanted = ForName(name);
     const TEncoding* settled = nullptr;
     if (chosenDefault.compare_exchange_strong(settled, &wanted) || settled == &wanted) return;
-    throw EInvalidOperation(u"Default encoding is already set to " + settled->GetName());
+    throw EInvalidOperation(Format(u"Default encoding is already set to %s", {settled->GetName()}));
 }
 
 const TEncoding& TEncoding::ForName(StringView name) {
     const std::string canonical = CanonicalName(name);
-    if (canonical.empty()) throw EEncodingError(u"No encoding is named \"" + String(name) + u"\"");
+    if (canonical.empty()) throw EEncodingError(Format(u"No encoding is named \"%s\"", {name}));
     for (const TEncoding* known :
          {&Utf8(), &Utf16LE(), &Utf16BE(), &Utf32LE(), &Utf32BE(), &Ascii(), &Windows1252()})
         if (canonical == CanonicalName(FromUtf8(known->FName))) return *known;
@@ -177,8 +177,8 @@ const TEncoding& TEncoding::ForName(StringView name) {
     static TImmortal<std::mutex> lock;
     static TImmortal<std::list<TNamed>> table;  // a list keeps its entries in place
     const std::lock_guard guard(*lock);
-    const auto found = std::ranges::find(*table, canonical, &TNamed::name);
-    return found != table->end() ? found->encoding : table->emplace_back(canonical).encoding;
+    const auto found = std::ranges::find(*table, canonical, &TNamed::Name);
+    return found != table->end() ? found->Encoding : table->emplace_back(canonical).Encoding;
 }
 
 const TEncoding* TEncoding::DetectByPreamble(std::string_view bytes) noexcept {
@@ -226,13 +226,11 @@ void TDecoder::RaiseInvalidBytes() {
     ucnv_getInvalidChars(FState->Converter.get(), bytes.data(), &count, &status);
     ucnv_resetToUnicode(FState->Converter.get());
     Check(status);
-    String message(count == 1 ? u"Byte" : u"Bytes");
-    for (std::int8_t i = 0; i < count; ++i) {
-        const auto byte = static_cast<std::uint8_t>(bytes[static_cast<std::size_t>(i)]);
-        message += Format(u" %.2x", {byte});
-    }
-    message += count == 1 ? u" is" : u" are";
-    throw EEncodingError(message + u" not valid in " + FState->Encoding.GetName());
+    String digits;
+    for (const char byte : std::string_view(bytes.data(), static_cast<std::size_t>(count)))
+        digits += Format(u" %.2x", {static_cast<std::uint8_t>(byte)});
+    throw EEncodingError(Format(count == 1 ? u"Byte%s is not valid in %s" : u"Bytes%s are not valid in %s",
+                                {digits, FState->Encoding.GetName()}));
 }
 
 void TDecoder::Decode(std::string_view bytes, bool last, String& text) {

@@ -13,18 +13,17 @@
 ///     const std::string bytes = TEncoding::Default().GetBytes(u"Zürich");
 ///     const String text = TEncoding::ForName(u"iso-8859-2").GetString(bytes);
 ///
-/// Converting never fails on odd input. Bytes that are no text in the encoding become U+FFFD. A character
-/// that the encoding does not have becomes one "?"; in the UTF encodings, where only half of a surrogate
-/// pair can be at fault, it becomes U+FFFD. Text that arrives in pieces goes through a TDecoder or TEncoder.
+/// Conversion accepts any input. Bytes that are not valid in the encoding become U+FFFD. A character that
+/// the encoding does not have becomes one "?"; in the UTF encodings only an unpaired surrogate cannot be
+/// encoded, and it becomes U+FFFD. TDecoder and TEncoder convert text that arrives in pieces. A decoder can
+/// also refuse invalid bytes (ibRefuse).
 ///
-/// A decoder can also refuse such bytes instead (ibRefuse).
-///
-/// Uses ICU's converters. Threads: a TEncoding may be used on any number of threads at once; a TDecoder
-/// or TEncoder serves one thread at a time.
+/// Uses ICU's converters. Threads: a TEncoding may be used by any number of threads at once, a TDecoder or
+/// TEncoder by one thread at a time.
 namespace Varnholt {
 
-/// One encoding. There is one object for each encoding; it lives as long as the process, is handed around by
-/// reference, and is compared by address.
+/// An encoding. There is one object for each; it exists as long as the process, is passed by reference, and
+/// is compared by address.
 class VARNHOLT_EXPORT TEncoding {
 public:
     TEncoding(const TEncoding&) = delete;
@@ -40,19 +39,19 @@ public:
     [[nodiscard]] static const TEncoding& Utf32LE() noexcept;
     /// UTF-32 with the high byte first, with the preamble 00 00 FE FF.
     [[nodiscard]] static const TEncoding& Utf32BE() noexcept;
-    /// 7-bit ASCII. A byte above 127 is no text.
+    /// 7-bit ASCII. A byte above 127 is not valid.
     [[nodiscard]] static const TEncoding& Ascii() noexcept;
 
     /// The platform's 8-bit encoding: windows-1252 until SetDefault names another. In windows-1252 the five
-    /// bytes without a character (81, 8D, 8F, 90, 9D) stand for the control codes of the same number.
+    /// bytes without a character (81, 8D, 8F, 90, 9D) are the control codes of the same number.
     [[nodiscard]] static const TEncoding& Default() noexcept;
 
-    /// Settles what Default gives, once for the process: call it before anything is read or written. Naming
+    /// Sets what Default returns, once for the process: call it before anything is read or written. Naming
     /// the same encoding again does nothing; another one raises EInvalidOperation
     /// ("Default encoding is already set to %s"). An unknown name raises as in ForName.
     static void SetDefault(StringView name);
 
-    /// The encoding of a registered name or alias ("utf-8", "windows-1250", "latin1"), without regard to
+    /// The encoding of a name or alias that ICU knows ("utf-8", "windows-1250", "latin1"), without regard to
     /// case. "utf-16" and "utf-32" are the forms with the low byte first. An unknown name raises
     /// EEncodingError (`No encoding is named "%s"`).
     [[nodiscard]] static const TEncoding& ForName(StringView name);
@@ -61,14 +60,14 @@ public:
     /// never UTF-16 text that begins with a zero character.
     [[nodiscard]] static const TEncoding* DetectByPreamble(std::string_view bytes) noexcept;
 
-    /// The name that ForName takes back.
+    /// A name of the encoding, which ForName accepts.
     [[nodiscard]] String GetName() const;
-    /// The bytes that mark a file as written in this encoding; empty where there is no such mark.
+    /// The bytes at the start of a file that mark it as written in this encoding; empty if there are none.
     [[nodiscard]] std::string_view GetPreamble() const noexcept { return FPreamble; }
 
     /// The text in this encoding, without a preamble.
     [[nodiscard]] std::string GetBytes(StringView text) const;
-    /// The text of the bytes. A preamble is not taken off: it comes out as U+FEFF.
+    /// The text of the bytes. A preamble is not removed: it becomes U+FEFF.
     [[nodiscard]] String GetString(std::string_view bytes) const;
 
 private:
@@ -90,7 +89,7 @@ enum TInvalidBytes : std::uint8_t {
     ibRefuse,   ///< raises EEncodingError
 };
 
-/// Decodes bytes that arrive in pieces; a character may be cut at the end of a piece.
+/// Decodes bytes that arrive in pieces; a piece may end within a character.
 ///
 ///     TDecoder decoder(TEncoding::Utf8());
 ///     decoder.Decode("Z\xC3", false, text);
@@ -105,9 +104,10 @@ public:
     /// Appends the text of the bytes. With `last`, a character that is still incomplete becomes U+FFFD, and
     /// the decoder is ready for a new text.
     ///
-    /// With ibRefuse, invalid bytes and an incomplete last character raise EEncodingError, such as "Byte FF is
-    /// not valid in UTF-8" or "Bytes E2 82 are not valid in UTF-8". The text of the valid bytes before them
-    /// has then been appended, the bytes after them are ignored, and the decoder is ready for a new text.
+    /// With ibRefuse, invalid bytes and an incomplete last character raise EEncodingError, such as "Byte FF
+    /// is not valid in UTF-8" or "Bytes E2 82 are not valid in UTF-8". The text of the valid bytes before
+    /// them has then been appended, the bytes after them are ignored, and the decoder is ready for a new
+    /// text.
     void Decode(std::string_view bytes, bool last, String& text);
 
 private:
@@ -117,7 +117,7 @@ private:
     std::unique_ptr<TState> FState;
 };
 
-/// Encodes text that arrives in pieces; a surrogate pair may be cut at the end of a piece.
+/// Encodes text that arrives in pieces; a piece may end within a surrogate pair.
 class VARNHOLT_EXPORT TEncoder {
 public:
     explicit TEncoder(const TEncoding& encoding);
@@ -125,8 +125,8 @@ public:
     TEncoder(const TEncoder&) = delete;
     TEncoder& operator=(const TEncoder&) = delete;
 
-    /// Appends the bytes of the text. With `last`, a high surrogate that still waits for its partner is
-    /// replaced, and the encoder is ready for a new text.
+    /// Appends the bytes of the text. With `last`, an unpaired high surrogate at the end is replaced, and the
+    /// encoder is ready for a new text.
     void Encode(StringView text, bool last, std::string& bytes);
 
 private:

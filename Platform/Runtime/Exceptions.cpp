@@ -1,10 +1,12 @@
 #include "Platform/Runtime/Exceptions.h"
 
+#include "Platform/Runtime/Format.h"
+
 namespace Varnholt {
 
 struct Exception::TTexts {
-    String message;
-    std::string utf8;
+    String Message;
+    std::string Utf8;
 };
 
 Exception::Exception(StringView message)
@@ -13,15 +15,15 @@ Exception::Exception(StringView message)
 Exception::~Exception() = default;
 
 const String& Exception::GetMessage() const noexcept {
-    return FTexts->message;
+    return FTexts->Message;
 }
 
 const char* Exception::what() const noexcept {
-    return FTexts->utf8.c_str();
+    return FTexts->Utf8.c_str();
 }
 
 EListError EListError::IndexOutOfBounds(std::int64_t index) {
-    return EListError(u"List index out of bounds (" + FromUtf8(std::to_string(index)) + u")");
+    return EListError(Format(u"List index out of bounds (%d)", {index}));
 }
 
 }  // namespace Varnholt

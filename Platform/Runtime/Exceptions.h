@@ -29,22 +29,22 @@ public:
 
 private:
     struct TTexts;
-    std::shared_ptr<const TTexts> FTexts;  // shared, so that copying an exception can not fail
+    std::shared_ptr<const TTexts> FTexts;  // shared, so that copying an exception cannot fail
 };
 
-/// A text, or a value of another type, does not convert to the type asked for.
+/// A text, or a value of another type, does not convert to the requested type.
 class VARNHOLT_EXPORT EConvertError : public Exception {
 public:
     using Exception::Exception;
 };
 
-/// A variant does not convert to the type asked for.
+/// A variant does not convert to the requested type.
 class VARNHOLT_EXPORT EVariantError : public EConvertError {
 public:
     using EConvertError::EConvertError;
 };
 
-/// An argument has a value that the operation does not take.
+/// An argument has a value that the operation does not accept.
 class VARNHOLT_EXPORT EArgumentException : public Exception {
 public:
     using Exception::Exception;
@@ -56,19 +56,19 @@ public:
     using EArgumentException::EArgumentException;
 };
 
-/// The object is in a state in which the operation makes no sense.
+/// The operation is not valid in the current state of the object.
 class VARNHOLT_EXPORT EInvalidOperation : public Exception {
 public:
     using Exception::Exception;
 };
 
-/// A number lies outside the range of its destination.
+/// A number is outside the range of its destination.
 class VARNHOLT_EXPORT ERangeError : public Exception {
 public:
     using Exception::Exception;
 };
 
-/// A position outside a list, or a second entry where a list takes one.
+/// A position outside a list, or a duplicate in a list without duplicates.
 class VARNHOLT_EXPORT EListError : public Exception {
 public:
     using Exception::Exception;
@@ -83,19 +83,19 @@ public:
     using Exception::Exception;
 };
 
-/// A file can not be opened. The message names the path and the system's reason.
+/// A file cannot be opened. The message names the path and the system's reason.
 class VARNHOLT_EXPORT EFOpenError : public EStreamError {
 public:
     using EStreamError::EStreamError;
 };
 
-/// A file can not be created. The message names the path and the system's reason.
+/// A file cannot be created. The message names the path and the system's reason.
 class VARNHOLT_EXPORT EFCreateError : public EStreamError {
 public:
     using EStreamError::EStreamError;
 };
 
-/// Fewer bytes could be read than asked for.
+/// Reading failed, or returned fewer bytes than requested.
 class VARNHOLT_EXPORT EReadError : public EStreamError {
 public:
     using EStreamError::EStreamError;
@@ -113,7 +113,7 @@ public:
     using Exception::Exception;
 };
 
-/// Bytes or characters that the encoding in use does not know.
+/// Bytes or characters that are not valid in an encoding, or an unknown encoding.
 class VARNHOLT_EXPORT EEncodingError : public Exception {
 public:
     using Exception::Exception;

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "Platform/Runtime/DraftFile.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Paths.h"
 
 namespace Varnholt {
@@ -18,15 +19,11 @@ namespace {
 constexpr std::size_t kReadPiece = 1 << 16;
 constexpr std::int64_t kMaxHint = 1 << 30;
 
-String Quoted(StringView path) {
-    return String(u"\"").append(path).append(u"\"");
+[[noreturn]] void Fail(StringView what, StringView reason) {
+    throw EInOutError(Format(u"Cannot %s: %s", {what, reason}));
 }
 
-[[noreturn]] void Fail(const String& what, StringView reason) {
-    throw EInOutError(String(u"Cannot ").append(what).append(u": ").append(reason));
-}
-
-std::string NativeOrFail(StringView path, const String& what) {
+std::string NativeOrFail(StringView path, StringView what) {
     String reason;
     auto native = TryToNativePath(path, reason);
     if (!native) Fail(what, reason);
@@ -60,7 +57,7 @@ bool IsSameFile(StringView a, StringView b) {
 }
 
 std::int64_t FileSize(StringView path) {
-    const String what = u"read size of file " + Quoted(path);
+    const String what = Format(u"read size of file \"%s\"", {path});
     const std::string native = NativeOrFail(path, what);
     struct stat facts {};
     if (stat(native.c_str(), &facts) != 0) Fail(what, SystemReason(errno));
@@ -69,20 +66,20 @@ std::int64_t FileSize(StringView path) {
 }
 
 void DeleteFile(StringView path) {
-    const String what = u"delete file " + Quoted(path);
+    const String what = Format(u"delete file \"%s\"", {path});
     const std::string native = NativeOrFail(path, what);
     if (unlink(native.c_str()) != 0) Fail(what, SystemReason(errno));
 }
 
 void RenameFile(StringView oldPath, StringView newPath) {
-    const String what = u"rename " + Quoted(oldPath) + u" to " + Quoted(newPath);
+    const String what = Format(u"rename \"%s\" to \"%s\"", {oldPath, newPath});
     const std::string oldNative = NativeOrFail(oldPath, what);
     const std::string newNative = NativeOrFail(newPath, what);
     if (std::rename(oldNative.c_str(), newNative.c_str()) != 0) Fail(what, SystemReason(errno));
 }
 
 void ForceDirectories(StringView path) {
-    const String what = u"create folder " + Quoted(path);
+    const String what = Format(u"create folder \"%s\"", {path});
     const std::string native = NativeOrFail(path, what);
     std::error_code failure;
     std::filesystem::create_directories(native, failure);
@@ -91,7 +88,7 @@ void ForceDirectories(StringView path) {
 }
 
 void RemoveDirectory(StringView path) {
-    const String what = u"delete folder " + Quoted(path);
+    const String what = Format(u"delete folder \"%s\"", {path});
     const std::string native = NativeOrFail(path, what);
     if (rmdir(native.c_str()) != 0) Fail(what, SystemReason(errno));
 }
@@ -106,7 +103,8 @@ std::string ReadWholeFile(StringView path) {
     TFileStream file(path, fmOpenRead);
     std::string bytes;
     std::size_t used = 0;
-    // The size is only a hint: some files of the system tell 0 and hold something, others tell far too much.
+    // The size is only a hint: some files of the system report 0 although they have content, others far too
+    // much.
     std::size_t piece = static_cast<std::size_t>(std::clamp<std::int64_t>(file.GetSize(), 0, kMaxHint)) + 1;
     while (true) {
         bytes.resize(used + piece);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 
 namespace Varnholt {
@@ -21,7 +22,7 @@ bool IsNear(T a, T b, T epsilon, T resolution) {
 
 constexpr int kMaxMultipliedExponent = 32;
 
-/// base^exponent for an exponent of 1 or more. No square is computed beyond those that the result takes, so
+/// base^exponent for an exponent of 1 or more. Only the squares that the result needs are computed, so
 /// nothing overflows before the result does.
 Extended MultiplyOut(Extended base, int exponent) {
     Extended power = 1;
@@ -47,8 +48,8 @@ std::optional<std::int64_t> RoundEven(Extended value) {
 }
 
 ERangeError DoesNotFit(Extended value, StringView type) {
-    return ERangeError(FloatToStr(value, TFormatSettings::Invariant()) + u" does not fit in a " +
-                       String(type) + u" integer");
+    return ERangeError(
+        Format(u"%s does not fit in a %s integer", {FloatToStr(value, TFormatSettings::Invariant()), type}));
 }
 
 }  // namespace
@@ -74,7 +75,7 @@ Extended Power(Extended base, Extended exponent) {
     }
     const Extended power = MultiplyOut(base, static_cast<int>(std::fabs(exponent)));
     if (exponent > 0) return power;
-    // The reciprocal of a power that has left the normal range may lie within it.
+    // The reciprocal of a power outside the normal range may be within it.
     return std::isnormal(power) ? 1 / power : std::pow(base, exponent);
 }
 

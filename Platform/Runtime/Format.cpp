@@ -57,7 +57,7 @@ String FixedText(Extended value, std::size_t decimals) {
     return text;
 }
 
-/// The beginning of the text up to a number of units, less one where that would cut a surrogate pair.
+/// At most that many units from the start of the text, without half of a surrogate pair at the end.
 StringView CutText(StringView text, std::size_t count) {
     if (count >= text.size()) return text;
     if (count > 0 && CharacterLength(CharacterAt(text, count - 1)) > 1) --count;
@@ -65,11 +65,11 @@ StringView CutText(StringView text, std::size_t count) {
 }
 
 struct TPlaceholder {
-    std::size_t position = 0;  // of the "%", from 0
-    bool isLeftAligned = false;
-    std::size_t width = 0;
-    std::optional<std::size_t> precision;
-    Char letter = 0;
+    std::size_t Position = 0;  // of the "%", from 0
+    bool IsLeftAligned = false;
+    std::size_t Width = 0;
+    std::optional<std::size_t> Precision;
+    Char Letter = 0;
 };
 
 class TFormatter {
@@ -95,12 +95,12 @@ private:
 
     [[noreturn]] void Fail(const TPlaceholder& placeholder, StringView reason) const {
         throw EConvertError(String(u"Format '").append(FFormat) + u"', position " +
-                            CountText(placeholder.position + 1) + u": " + String(reason));
+                            CountText(placeholder.Position + 1) + u": " + String(reason));
     }
 
     /// The placeholder as written, up to the position reached.
     String Written(const TPlaceholder& placeholder) const {
-        const StringView text = FFormat.substr(placeholder.position, FAt - placeholder.position);
+        const StringView text = FFormat.substr(placeholder.Position, FAt - placeholder.Position);
         return String(u"'").append(text).append(u"'");
     }
 
@@ -118,20 +118,20 @@ private:
 
     TPlaceholder ReadPlaceholder() {
         TPlaceholder placeholder;
-        placeholder.position = FAt++;
-        placeholder.isLeftAligned = Next() == u'-';
-        if (placeholder.isLeftAligned) ++FAt;
-        placeholder.width = ReadFieldSize(placeholder).value_or(0);
+        placeholder.Position = FAt++;
+        placeholder.IsLeftAligned = Next() == u'-';
+        if (placeholder.IsLeftAligned) ++FAt;
+        placeholder.Width = ReadFieldSize(placeholder).value_or(0);
         if (Next() == u'.') {
             ++FAt;
-            placeholder.precision = ReadFieldSize(placeholder);
+            placeholder.Precision = ReadFieldSize(placeholder);
         }
         if (FAt == FFormat.size()) Fail(placeholder, u"unfinished placeholder " + Written(placeholder));
         const bool lacksPrecision = FFormat[FAt - 1] == u'.';
-        const bool isPercent = Next() == u'%' && FAt == placeholder.position + 1;
-        placeholder.letter = Next();
+        const bool isPercent = Next() == u'%' && FAt == placeholder.Position + 1;
+        placeholder.Letter = Next();
         FAt += CharacterLength(CharacterAt(FFormat, FAt));
-        const bool isKnown = StringView(u"dxsf").find(placeholder.letter) != StringView::npos;
+        const bool isKnown = StringView(u"dxsf").find(placeholder.Letter) != StringView::npos;
         if (lacksPrecision || (!isKnown && !isPercent)) {
             Fail(placeholder, u"unknown placeholder " + Written(placeholder));
         }
@@ -150,24 +150,24 @@ private:
 
     void WritePlaceholder() {
         const TPlaceholder placeholder = ReadPlaceholder();
-        switch (placeholder.letter) {
+        switch (placeholder.Letter) {
             case u'd': {
                 const auto& value = TakeArg<TFormatArg::TInteger>(placeholder, u"an integer");
-                const String digits = DigitText(value.Magnitude, 10, placeholder.precision.value_or(1));
+                const String digits = DigitText(value.Magnitude, 10, placeholder.Precision.value_or(1));
                 return WriteField(placeholder, value.IsNegative ? u"-" + digits : digits);
             }
             case u'x': {
                 const auto& value = TakeArg<TFormatArg::TInteger>(placeholder, u"an integer");
-                return WriteField(placeholder, DigitText(value.Bits, 16, placeholder.precision.value_or(1)));
+                return WriteField(placeholder, DigitText(value.Bits, 16, placeholder.Precision.value_or(1)));
             }
             case u's': {
                 const StringView text = TakeArg<StringView>(placeholder, u"a text");
-                return WriteField(placeholder, CutText(text, placeholder.precision.value_or(text.size())));
+                return WriteField(placeholder, CutText(text, placeholder.Precision.value_or(text.size())));
             }
             case u'f': {
                 const Extended value = TakeArg<Extended>(placeholder, u"a float");
                 return WriteField(placeholder,
-                                  FixedText(value, placeholder.precision.value_or(kDefaultDecimals)));
+                                  FixedText(value, placeholder.Precision.value_or(kDefaultDecimals)));
             }
             default:
                 FResult.push_back(u'%');
@@ -175,10 +175,10 @@ private:
     }
 
     void WriteField(const TPlaceholder& placeholder, StringView text) {
-        const std::size_t blanks = placeholder.width > text.size() ? placeholder.width - text.size() : 0;
-        if (!placeholder.isLeftAligned) FResult.append(blanks, u' ');
+        const std::size_t blanks = placeholder.Width > text.size() ? placeholder.Width - text.size() : 0;
+        if (!placeholder.IsLeftAligned) FResult.append(blanks, u' ');
         FResult.append(text);
-        if (placeholder.isLeftAligned) FResult.append(blanks, u' ');
+        if (placeholder.IsLeftAligned) FResult.append(blanks, u' ');
     }
 
     StringView FFormat;

@@ -9,36 +9,36 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// The formatter: a format text and a list of values give a text.
+/// The formatter, which inserts values into a format text.
 ///
 ///     Format(u"%s: %.1f mm in %d days", {station, rain, days});   // "Ombrix: 12.5 mm in 3 days"
 ///     Format(u"%-8s|%8.3f|%.2x", {name, value, color});
 ///
 /// A placeholder is "%", an optional "-", an optional width, an optional "." with a precision, and a letter:
 ///
-///     %d   an integer in decimal digits; precision: the least number of digits, filled up with zeros
-///     %x   an integer in upper-case hexadecimal digits, a negative one as the two's complement in the width of
-///          its own type (std::int8_t -1 gives FF); precision as for %d
+///     %d   an integer in decimal digits; precision: the least number of digits, padded with zeros
+///     %x   an integer in upper-case hexadecimal digits, a negative one in two's complement of the width of
+///          its own type (std::int8_t -1 is FF); precision as for %d
 ///     %s   a text; precision: the greatest number of code units (a surrogate pair is not cut in two)
 ///     %f   a float with as many decimal places as the precision says, 2 without one, correctly rounded (to
 ///          nearest), the decimal separator that of FormatSettings(). What rounds to zero has no sign. The
 ///          special values are NAN, INF and -INF.
 ///     %%   a percent sign; takes no argument, width or precision
 ///
-/// The width is the least number of code units: blanks fill up in front, or behind with "-". Width and
-/// precision are at most 10000. The placeholders take the arguments one by one, and none may be left over.
+/// The width is the least number of code units: blanks are added before the text, or with "-" after it. Width
+/// and precision are at most 10000. The placeholders take the arguments in order, and all must be taken.
 ///
 /// Threads: as FormatSettings.h says.
 namespace Varnholt {
 
-/// The integer types of 64 bits at most; bool and the character types are none.
+/// The integer types of at most 64 bits, without bool and the character types.
 template <typename T>
 concept TFormatInteger = std::integral<T> && sizeof(T) <= sizeof(std::uint64_t) && !std::same_as<T, bool> &&
                          !std::same_as<T, char> && !std::same_as<T, wchar_t> && !std::same_as<T, char8_t> &&
                          !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
 
-/// One argument of Format: an integer, a float or a text, each taken implicitly. A text is not copied, so it
-/// must live as long as the argument; in a call of Format it does. A null text is an empty one.
+/// One argument of Format: an integer, a float or a text, converted implicitly. A text is not copied and must
+/// exist as long as the argument, as it does in a call of Format. A null text is an empty one.
 class VARNHOLT_EXPORT TFormatArg {
 public:
     struct TInteger {

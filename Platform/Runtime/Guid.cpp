@@ -3,21 +3,20 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
-#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Streams.h"
 
 namespace Varnholt {
 
 void RaiseInvalidGuid(StringView text) {
-    throw EConvertError(u"'" + String(text) + u"' is not a valid GUID");
+    throw EConvertError(Format(u"'%s' is not a valid GUID", {text}));
 }
 
 TGuid CreateGuid() {
     TGuid guid;
     if (getentropy(guid.Bytes.data(), guid.Bytes.size()) != 0) {
-        throw Exception(u"The system gives no random bytes: " +
-                        FromUtf8(std::generic_category().message(errno)));
+        throw Exception(Format(u"The system returns no random bytes: %s", {SystemReason(errno)}));
     }
     guid.Bytes[6] = static_cast<std::uint8_t>((guid.Bytes[6] & 0x0F) | 0x40);  // version 4
     guid.Bytes[8] = static_cast<std::uint8_t>((guid.Bytes[8] & 0x3F) | 0x80);  // variant of RFC 4122

@@ -6,7 +6,7 @@
 
 #include "Platform/Runtime/Text.h"
 
-/// Identifiers of 128 bits (RFC 4122), as interfaces and stored objects bear them.
+/// Identifiers of 128 bits (RFC 4122) for interfaces and stored objects.
 ///
 ///     static constexpr TGuid kId = TGuid::FromText(u"{6F9619FF-8B86-4D11-B42D-00C04FC964FF}");
 ///     node.SetAttribute(u"id", GuidToString(CreateGuid()));
@@ -18,11 +18,11 @@ namespace Varnholt {
 [[noreturn]] VARNHOLT_EXPORT void RaiseInvalidGuid(StringView text);
 
 struct VARNHOLT_EXPORT TGuid {
-    std::array<std::uint8_t, 16> Bytes{};  ///< in the order in which the text shows them
+    std::array<std::uint8_t, 16> Bytes{};  ///< in the order of the text
 
     /// The identifier of a text of 32 hexadecimal digits of either case, in groups of 8, 4, 4, 4 and 12
-    /// between dashes, within braces or without. Anything else raises EConvertError "'TEXT' is not a valid
-    /// GUID", and does not compile where a constant is asked for.
+    /// separated by dashes, with or without braces. Anything else raises EConvertError "'TEXT' is not a valid
+    /// GUID", and does not compile in a constant expression.
     [[nodiscard]] static constexpr TGuid FromText(StringView text);
 
     /// Equality, and the order of the texts.
@@ -30,7 +30,7 @@ struct VARNHOLT_EXPORT TGuid {
 };
 
 /// A new random identifier (version 4) from the system's random source. Raises Exception
-/// "The system gives no random bytes: REASON" if that fails.
+/// "The system returns no random bytes: REASON" if that fails.
 [[nodiscard]] VARNHOLT_EXPORT TGuid CreateGuid();
 
 /// The text "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", in upper case.

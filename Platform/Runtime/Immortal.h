@@ -5,8 +5,8 @@
 
 namespace Varnholt {
 
-/// A process-wide object that is made at its first use and never destroyed, so that destructors of static
-/// objects, and the library's own unloading after them, can still use it:
+/// A process-wide object that is created at its first use and never destroyed, so that destructors of static
+/// objects, and the unloading of the library after them, can still use it:
 ///
 ///     static TImmortal<TTable> table;
 ///     table->Add(...);
@@ -17,7 +17,7 @@ public:
     explicit TImmortal(TArgs&&... args) {
         std::construct_at(&FObject, std::forward<TArgs>(args)...);
     }
-    ~TImmortal() {}  // leaves the object alone
+    ~TImmortal() {}  // does not destroy the object
     TImmortal(const TImmortal&) = delete;
     TImmortal& operator=(const TImmortal&) = delete;
 

@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
@@ -28,7 +29,7 @@ bool TakeSign(StringView& text) {
     return isNegative;
 }
 
-/// Takes the mark of a hexadecimal number from the front of the text; false if there is none.
+/// Takes the prefix of a hexadecimal number from the text; false if it has none.
 bool TakeHexMark(StringView& text) {
     const bool isLong = text.starts_with(u"0x") || text.starts_with(u"0X");
     if (!isLong && !text.starts_with(u'$')) return false;
@@ -49,13 +50,13 @@ std::optional<std::uint32_t> ReadUnsigned(StringView text, unsigned base) {
     return static_cast<std::uint32_t>(number);
 }
 
-/// A number text taken apart: its value is the digits, read as one integer, times ten to the exponent.
+/// The parts of a number text: its value is the digits, read as one integer, times ten to the exponent.
 struct TDecimal {
-    StringView digits;           // as written, so the decimal separator may stand among them
-    std::uint64_t mantissa = 0;  // the digits as an integer, while fits holds
-    bool fits = true;
-    bool isNegative = false;
-    std::int64_t exponent = 0;
+    StringView Digits;           // as written, perhaps with the decimal separator
+    std::uint64_t Mantissa = 0;  // the digits as an integer, while Fits is true
+    bool Fits = true;
+    bool IsNegative = false;
+    std::int64_t Exponent = 0;
 };
 
 constexpr std::int64_t kWrittenExponentLimit = 1'000'000'000'000'000;  // no text is long enough to balance it
@@ -66,14 +67,14 @@ std::size_t TakeDigits(StringView& text, TDecimal& decimal) {
     std::size_t count = 0;
     for (; count < text.size() && IsDecimalDigit(text[count]); ++count) {
         const std::uint64_t digit = static_cast<std::uint64_t>(text[count] - u'0');
-        decimal.fits = decimal.fits && decimal.mantissa <= (kMax - digit) / 10;
-        if (decimal.fits) decimal.mantissa = decimal.mantissa * 10 + digit;
+        decimal.Fits = decimal.Fits && decimal.Mantissa <= (kMax - digit) / 10;
+        if (decimal.Fits) decimal.Mantissa = decimal.Mantissa * 10 + digit;
     }
     text.remove_prefix(count);
     return count;
 }
 
-/// The exponent that the whole text spells, its letter included; a huge one is cut to the limit.
+/// The exponent in the text, which begins with its letter; a huge one is reduced to the limit.
 std::optional<std::int64_t> ReadExponent(StringView text) {
     if (!text.starts_with(u'E') && !text.starts_with(u'e')) return std::nullopt;
     text.remove_prefix(1);
@@ -87,35 +88,35 @@ std::optional<std::int64_t> ReadExponent(StringView text) {
 std::optional<TDecimal> ReadDecimal(StringView text, Char decimalSeparator) {
     TDecimal decimal;
     text = TrimView(text);
-    decimal.isNegative = TakeSign(text);
+    decimal.IsNegative = TakeSign(text);
     const StringView number = text;
     std::size_t digitCount = TakeDigits(text, decimal);
     if (text.starts_with(decimalSeparator)) {
         text.remove_prefix(1);
         const std::size_t fractionCount = TakeDigits(text, decimal);
-        decimal.exponent = -static_cast<std::int64_t>(fractionCount);
+        decimal.Exponent = -static_cast<std::int64_t>(fractionCount);
         digitCount += fractionCount;
     }
     if (digitCount == 0) return std::nullopt;
-    decimal.digits = number.substr(0, number.size() - text.size());
+    decimal.Digits = number.substr(0, number.size() - text.size());
     if (!text.empty()) {
         const std::optional<std::int64_t> written = ReadExponent(text);
         if (!written) return std::nullopt;
-        decimal.exponent += *written;
+        decimal.Exponent += *written;
     }
     return decimal;
 }
 
 /// The magnitude as an ASCII text of bounded length with the same correctly rounded value. No value of the
-/// float types, and no midpoint between two of them, has more than 11600 significant digits; so of what
-/// follows these it only counts whether it is zero, and a single digit 1 stands for it otherwise.
+/// float types, and no midpoint between two of them, has more than 11600 significant digits; so of the
+/// rest only matters whether it is zero, and a single digit 1 replaces it if it is not.
 std::string AsciiText(const TDecimal& decimal) {
     constexpr std::size_t kDigitLimit = 12'000;
     constexpr std::int64_t kExponentLimit = 100'000;  // with the most digits still beyond every float's range
     std::string text;
-    std::int64_t exponent = decimal.exponent;
+    std::int64_t exponent = decimal.Exponent;
     bool hasRest = false;
-    for (const Char unit : decimal.digits) {
+    for (const Char unit : decimal.Digits) {
         if (!IsDecimalDigit(unit) || (text.empty() && unit == u'0')) continue;
         if (text.size() < kDigitLimit) {
             text.push_back(static_cast<char>(unit));
@@ -165,12 +166,12 @@ std::optional<T> ExactMagnitude(const TDecimal& decimal) {
                   "double arithmetic must round to double");
     constexpr std::size_t kExactPowers = kMantissaBits == 64 ? 28 : 23;
     static constexpr auto kPowers = PowersOfTen<kExactPowers, T>();
-    if (!decimal.fits || (decimal.mantissa >> (kMantissaBits - 1)) > 1) return std::nullopt;
-    const T mantissa = static_cast<T>(decimal.mantissa);
-    if (decimal.mantissa == 0) return mantissa;
-    const std::uint64_t power = static_cast<std::uint64_t>(std::llabs(decimal.exponent));
+    if (!decimal.Fits || (decimal.Mantissa >> (kMantissaBits - 1)) > 1) return std::nullopt;
+    const T mantissa = static_cast<T>(decimal.Mantissa);
+    if (decimal.Mantissa == 0) return mantissa;
+    const std::uint64_t power = static_cast<std::uint64_t>(std::llabs(decimal.Exponent));
     if (power >= kPowers.size()) return std::nullopt;
-    return decimal.exponent < 0 ? mantissa / kPowers[power] : mantissa * kPowers[power];
+    return decimal.Exponent < 0 ? mantissa / kPowers[power] : mantissa * kPowers[power];
 }
 
 template <typename T>
@@ -184,13 +185,12 @@ bool ReadFloat(StringView text, T& value, const TFormatSettings& settings) {
         ConvertAscii(AsciiText(*decimal), magnitude);
     }
     if (!std::isfinite(magnitude)) return false;
-    value = decimal->isNegative ? -magnitude : magnitude;
+    value = decimal->IsNegative ? -magnitude : magnitude;
     return true;
 }
 
 EConvertError NotValid(StringView text, StringView kind) {
-    return EConvertError(
-        String(u"'").append(text).append(u"' is not a valid ").append(kind).append(u" value"));
+    return EConvertError(Format(u"'%s' is not a valid %s value", {text, kind}));
 }
 
 constexpr int kSignificantDigits = 15;
@@ -198,8 +198,8 @@ constexpr int kSignificantDigits = 15;
 /// A magnitude rounded for output: digits d1 d2 ... without trailing zeros, meaning d1.d2... times ten to the
 /// exponent.
 struct TRounded {
-    String digits;
-    int exponent = 0;
+    String Digits;
+    int Exponent = 0;
 };
 
 TRounded RoundToDigits(Extended magnitude) {
@@ -216,29 +216,29 @@ TRounded RoundToDigits(Extended magnitude) {
     TRounded rounded;
     const char* at = buffer.data();
     for (; at != end && *at != 'e'; ++at) {
-        if (IsDecimalDigit(static_cast<Char>(*at))) rounded.digits.push_back(static_cast<Char>(*at));
+        if (IsDecimalDigit(static_cast<Char>(*at))) rounded.Digits.push_back(static_cast<Char>(*at));
     }
-    rounded.digits.erase(rounded.digits.find_last_not_of(u'0') + 1);
+    rounded.Digits.erase(rounded.Digits.find_last_not_of(u'0') + 1);
     at += at + 1 < end && at[1] == '+' ? 2 : 1;
-    std::from_chars(at, end, rounded.exponent);
+    std::from_chars(at, end, rounded.Exponent);
     return rounded;
 }
 
 String ScientificText(const TRounded& number, Char decimalSeparator) {
-    String text = number.digits.substr(0, 1);
-    if (number.digits.size() > 1) text.append(1, decimalSeparator).append(number.digits, 1);
-    return text + u'E' + IntToStr(number.exponent);
+    String text = number.Digits.substr(0, 1);
+    if (number.Digits.size() > 1) text.append(1, decimalSeparator).append(number.Digits, 1);
+    return text + u'E' + IntToStr(number.Exponent);
 }
 
 String FixedText(TRounded number, Char decimalSeparator) {
-    if (number.exponent < 0) {
-        const auto zeros = static_cast<std::size_t>(-number.exponent - 1);
-        return (String(1, u'0') + decimalSeparator).append(zeros, u'0').append(number.digits);
+    if (number.Exponent < 0) {
+        const auto zeros = static_cast<std::size_t>(-number.Exponent - 1);
+        return (String(1, u'0') + decimalSeparator).append(zeros, u'0').append(number.Digits);
     }
-    const auto wholeDigits = static_cast<std::size_t>(number.exponent) + 1;
-    if (number.digits.size() <= wholeDigits)
-        return number.digits.append(wholeDigits - number.digits.size(), u'0');
-    return number.digits.insert(wholeDigits, 1, decimalSeparator);
+    const auto wholeDigits = static_cast<std::size_t>(number.Exponent) + 1;
+    if (number.Digits.size() <= wholeDigits)
+        return number.Digits.append(wholeDigits - number.Digits.size(), u'0');
+    return number.Digits.insert(wholeDigits, 1, decimalSeparator);
 }
 
 }  // namespace
@@ -296,7 +296,7 @@ String FloatToStr(Extended value, const TFormatSettings& settings) {
         if (static_cast<Extended>(whole) == value) return IntToStr(whole);
     }
     const TRounded number = RoundToDigits(std::fabs(value));
-    const bool isFixed = number.exponent >= kLowestFixedExponent && number.exponent < kSignificantDigits;
+    const bool isFixed = number.Exponent >= kLowestFixedExponent && number.Exponent < kSignificantDigits;
     const Char separator = settings.DecimalSeparator;
     String text(value < 0 ? 1 : 0, u'-');
     return text.append(isFixed ? FixedText(number, separator) : ScientificText(number, separator));

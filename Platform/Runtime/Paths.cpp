@@ -6,6 +6,7 @@
 #include <mutex>
 #include <shared_mutex>
 
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Immortal.h"
 
 namespace Varnholt {
@@ -18,10 +19,10 @@ constexpr std::size_t kLetters = 26;
 using TDriveTable = std::array<std::optional<std::string>, kLetters>;
 
 struct TDrives {
-    std::shared_mutex lock;
-    TDriveTable table;
+    std::shared_mutex Lock;
+    TDriveTable Table;
 
-    TDrives() { table['C' - 'A'] = std::string(); }
+    TDrives() { Table['C' - 'A'] = std::string(); }
 };
 
 TDrives& Drives() {
@@ -72,23 +73,23 @@ std::string WithSlashes(StringView path) {
 
 std::optional<std::string> DriveRoot(std::size_t index) {
     TDrives& drives = Drives();
-    const std::shared_lock guard(drives.lock);
-    return drives.table[index];
+    const std::shared_lock guard(drives.Lock);
+    return drives.Table[index];
 }
 
 std::optional<std::string> OnDrive(Char letter, StringView rest, String& reason) {
     const auto root = DriveRoot(*DriveIndex(letter));
     if (!root) {
-        reason = u"Drive " + String(1, letter) + u": is not known";
+        reason = Format(u"Drive %s: is not known", {String(1, letter)});
         return std::nullopt;
     }
     const bool rooted = rest.starts_with(u'\\') || rest.starts_with(u'/');
-    // The bare drive is the root folder itself, which the tree's root spells as a slash.
+    // The drive without a path is its root folder, which is a slash for the root of the tree.
     const bool slash = !rooted && (!rest.empty() || root->empty());
     return *root + (slash ? "/" : "") + WithSlashes(rest);
 }
 
-/// What the path holds below the root, or nothing where it lies elsewhere: /home is no root of /homes.
+/// The part of the path below the root, or nothing if it is elsewhere: /home is no root of /homes.
 std::optional<std::string_view> BelowRoot(std::string_view native, const std::string& root) {
     if (!native.starts_with(root)) return std::nullopt;
     native.remove_prefix(root.size());
@@ -99,7 +100,7 @@ std::optional<std::string_view> BelowRoot(std::string_view native, const std::st
 std::string WorkingDirectory() {
     std::error_code failure;
     const std::filesystem::path folder = std::filesystem::current_path(failure);
-    if (failure) throw EInOutError(u"The working directory is gone");
+    if (failure) throw EInOutError(u"The working directory does not exist");
     return folder.native();
 }
 
@@ -135,7 +136,7 @@ std::optional<std::string> TryToNativePath(StringView path, String& reason) {
 std::string ToNativePath(StringView path) {
     String reason;
     auto native = TryToNativePath(path, reason);
-    if (!native) throw EInOutError(u"Cannot use path \"" + String(path) + u"\": " + reason);
+    if (!native) throw EInOutError(Format(u"Cannot use path \"%s\": %s", {path, reason}));
     return *std::move(native);
 }
 
@@ -150,15 +151,15 @@ String FromNativePath(std::string_view native) {
     if (native.find('\\') != std::string_view::npos) return FromUtf8(native);
 
     TDrives& drives = Drives();
-    const std::shared_lock guard(drives.lock);
+    const std::shared_lock guard(drives.Lock);
     std::optional<std::size_t> best;
     for (std::size_t i = 0; i < kLetters; ++i) {
-        const auto& root = drives.table[i];
+        const auto& root = drives.Table[i];
         if (!root || !BelowRoot(native, *root)) continue;
-        if (!best || root->size() > drives.table[*best]->size()) best = i;
+        if (!best || root->size() > drives.Table[*best]->size()) best = i;
     }
     if (!best) return FromUtf8(native);
-    String path = FromUtf8(*BelowRoot(native, *drives.table[*best]));
+    String path = FromUtf8(*BelowRoot(native, *drives.Table[*best]));
     std::ranges::replace(path, u'/', u'\\');
     if (path.empty()) path = u"\\";
     return String{static_cast<Char>(u'A' + *best), u':'} + path;
@@ -171,31 +172,31 @@ void SetDrive(Char letter, std::string_view nativeRoot) {
                                  u"\"");
     while (nativeRoot.ends_with('/')) nativeRoot.remove_suffix(1);
     TDrives& drives = Drives();
-    const std::unique_lock guard(drives.lock);
-    drives.table[index] = std::string(nativeRoot);
+    const std::unique_lock guard(drives.Lock);
+    drives.Table[index] = std::string(nativeRoot);
 }
 
 void RemoveDrive(Char letter) {
     const std::size_t index = DriveIndexOrRaise(letter);
     TDrives& drives = Drives();
-    const std::unique_lock guard(drives.lock);
-    drives.table[index].reset();
+    const std::unique_lock guard(drives.Lock);
+    drives.Table[index].reset();
 }
 
 struct TDriveTableScope::TSaved {
-    TDriveTable table;
+    TDriveTable Table;
 };
 
 TDriveTableScope::TDriveTableScope() : FSaved(std::make_unique<TSaved>()) {
     TDrives& drives = Drives();
-    const std::shared_lock guard(drives.lock);
-    FSaved->table = drives.table;
+    const std::shared_lock guard(drives.Lock);
+    FSaved->Table = drives.Table;
 }
 
 TDriveTableScope::~TDriveTableScope() {
     TDrives& drives = Drives();
-    const std::unique_lock guard(drives.lock);
-    drives.table.swap(FSaved->table);
+    const std::unique_lock guard(drives.Lock);
+    drives.Table.swap(FSaved->Table);
 }
 
 }  // namespace Varnholt

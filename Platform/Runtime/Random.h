@@ -4,16 +4,16 @@
 
 #include "Platform/Runtime/Export.h"
 
-/// The process's one generator of random numbers, for sampling and simulation; not for secrets.
+/// The process's generator of random numbers, for sampling and simulation, but not for secrets.
 ///
 ///     Randomize();                                   // another sequence in each run
 ///     const double share = Random();                 // 0 <= share < 1
 ///     const std::int32_t face = RandomRange(1, 7);   // 1 to 6
 ///
-/// Behind it is a Mersenne Twister (Matsumoto and Nishimura 1998, 64 bits). Until it is seeded it gives the
-/// same sequence in every run; no caller may depend on what that sequence is.
+/// It is a Mersenne Twister (Matsumoto and Nishimura 1998, 64 bits). Until it is seeded its sequence is the
+/// same in every run; callers must not depend on the numbers themselves.
 ///
-/// Threads: the generator takes no lock; one thread at a time draws or seeds.
+/// Threads: the generator has no lock; use it from one thread at a time.
 namespace Varnholt {
 
 /// Seeds the generator from the clock.
@@ -25,8 +25,8 @@ VARNHOLT_EXPORT void SetRandomSeed(std::uint64_t seed);
 /// A uniform number, at least 0 and below 1.
 [[nodiscard]] VARNHOLT_EXPORT double Random();
 
-/// A uniform integer, at least `from` and below `to`. With both equal it is that number; the wrong way round
-/// they count as exchanged.
+/// A uniform integer, at least `from` and below `to`. If both are equal it is that number; if `to` is the
+/// smaller one they are exchanged.
 [[nodiscard]] VARNHOLT_EXPORT std::int32_t RandomRange(std::int32_t from, std::int32_t to);
 
 }  // namespace Varnholt

@@ -11,6 +11,7 @@
 #include <new>
 #include <utility>
 
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/SystemCallsPrivate.h"
 
@@ -54,7 +55,7 @@ int OpenFile(StringView path, TFileMode mode) {
     const int handle = Uninterrupted([&] { return open(native->c_str(), flags, kNewFileRights); });
     if (handle < 0) RaiseOpenFailure(path, mode, SystemReason(errno));
     struct stat facts {};
-    if (fstat(handle, &facts) == 0 && S_ISDIR(facts.st_mode)) {  // reading is how a folder can be opened
+    if (fstat(handle, &facts) == 0 && S_ISDIR(facts.st_mode)) {  // a folder can be opened for reading
         close(handle);
         RaiseOpenFailure(path, mode, SystemReason(EISDIR));
     }
@@ -68,7 +69,7 @@ void CheckMemorySize(std::int64_t size) {
 }  // namespace
 
 String FileMessage(StringView action, StringView path, StringView reason) {
-    return String(action).append(u" file \"").append(path).append(u"\": ").append(reason);
+    return Format(u"%s file \"%s\": %s", {action, path, reason});
 }
 
 void RaiseCannotCreate(StringView path, StringView reason) {
@@ -81,8 +82,7 @@ bool SyncToDisk(int handle) noexcept {
 }
 
 String SystemReason(int errorNumber) {
-    const char* text =
-        strerrordesc_np(errorNumber);  // unlike strerror: never translated, and safe on threads
+    const char* text = strerrordesc_np(errorNumber);  // unlike strerror: never translated, and thread-safe
     return FromUtf8(text != nullptr ? std::string(text) : "Error " + std::to_string(errorNumber));
 }
 
@@ -215,7 +215,7 @@ std::unique_ptr<TFileStream> TFileStream::StandardOutput() {
 
 String TFileStream::Message(StringView action, StringView reason) const {
     if (!FIsStandard) return FileMessage(action, FFileName, reason);
-    return String(action).append(u" ").append(FFileName).append(u": ").append(reason);
+    return Format(u"%s %s: %s", {action, FFileName, reason});
 }
 
 void TFileStream::Open(StringView path, TFileMode mode) {
@@ -236,7 +236,7 @@ std::size_t TFileStream::Read(std::span<std::byte> buffer) {
 
 std::size_t TFileStream::Write(std::span<const std::byte> bytes) {
     const int handle = Handle();
-    for (auto rest = bytes; !rest.empty();) {  // the system may take a part at a time
+    for (auto rest = bytes; !rest.empty();) {  // the system may write only a part
         const ssize_t count = Uninterrupted([&] { return write(handle, rest.data(), rest.size()); });
         if (count < 0) throw EWriteError(Message(u"Cannot write", SystemReason(errno)));
         rest = rest.subspan(static_cast<std::size_t>(count));

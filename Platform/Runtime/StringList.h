@@ -6,7 +6,7 @@
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Types.h"
 
-/// A list of lines: built up in memory, searched, and written to a file in one go.
+/// A list of lines, which is built in memory, searched, and written to a file in one step.
 ///
 ///     TStringList lines;
 ///     lines.Add(u"Month,Rain");
@@ -15,7 +15,7 @@
 ///
 /// Indices count from 0. An index outside the list raises EListError ("List index out of bounds (%d)").
 ///
-/// Leans on Files.h and Encoding.h. Threads: a list serves one thread at a time.
+/// Uses Files.h and Encoding.h. Threads: a list may be used by one thread at a time.
 namespace Varnholt {
 
 class VARNHOLT_EXPORT TStringList {
@@ -25,7 +25,7 @@ public:
 
     /// Adds a line at the end and returns its index.
     std::int32_t Add(StringView line);
-    /// Puts a line in front of the one at the index, or at the end if the index is the count.
+    /// Inserts a line before the one at the index, or at the end if the index is the count.
     void Insert(std::int32_t index, StringView line);
     void Delete(std::int32_t index);
     void Clear() noexcept { FLines.clear(); }
@@ -38,24 +38,24 @@ public:
 
     /// Index of the first line equal to the text, or -1.
     [[nodiscard]] std::int32_t IndexOf(StringView text) const;
-    /// Orders the lines by their code units; equal ones keep their order.
+    /// Sorts the lines by their code units; equal ones keep their order.
     void Sort();
 
-    /// Whether IndexOf and Sort tell upper-case from lower-case letters; false at first, when the ASCII
-    /// letters are the same in either case.
+    /// Whether IndexOf and Sort distinguish upper-case from lower-case letters. False at first: ASCII letters
+    /// are then equal in either case.
     [[nodiscard]] bool GetCaseSensitive() const noexcept { return FCaseSensitive; }
     void SetCaseSensitive(bool caseSensitive) noexcept { FCaseSensitive = caseSensitive; }
 
-    /// All lines, with CR LF behind each of them.
+    /// All lines, with CR LF after each.
     [[nodiscard]] String GetText() const;
-    /// Replaces the lines by those of the text. CR, LF and CR LF end a line; a last line needs no end.
+    /// Replaces the lines by those of the text. CR, LF and CR LF end a line; the last line needs no end.
     void SetText(StringView text);
 
     /// Replaces the lines by those of the file. A preamble decides the encoding, otherwise it is the one
-    /// given. Raises EFOpenError or EReadError and leaves the list as it was.
+    /// given. Raises EFOpenError or EReadError, and then the list is unchanged.
     void LoadFromFile(StringView path, const TEncoding& encoding = TEncoding::Default());
-    /// Writes the text in one go, behind the encoding's preamble if it has one; a file that exists is
-    /// replaced. Raises EFCreateError or EWriteError.
+    /// Writes the text after the encoding's preamble, if it has one, as WriteFileInOneGo does; raises as
+    /// that.
     void SaveToFile(StringView path, const TEncoding& encoding = TEncoding::Default()) const;
 
 private:

@@ -2,17 +2,17 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// Small tests of characters, trimming, and caseless comparison of texts.
+/// Tests of code units, trimming, and comparison of texts without regard to case.
 ///
 ///     if (StartsText(u"[error]", TrimView(line))) ++errors;   // finds "[ERROR]" too
 ///
-/// Only the ASCII letters fold: "A" equals "a", but U+00C4 does not equal U+00E4, and no locale takes part.
+/// Only the ASCII letters fold: "A" equals "a", but U+00C4 does not equal U+00E4, whatever the locale.
 /// Whole Unicode case mapping is in Characters.h. An empty text starts, ends and is contained in every text.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
-/// Whether the code unit ends a line, alone or as a part of CR LF.
+/// Whether the code unit ends a line, on its own or as part of CR LF.
 [[nodiscard]] constexpr bool IsLineEnd(Char unit) {
     return unit == u'\n' || unit == u'\r';
 }
@@ -36,7 +36,7 @@ namespace Varnholt {
 [[nodiscard]] VARNHOLT_EXPORT bool SameText(StringView left, StringView right);
 
 /// Orders two texts by code unit, ASCII letters taken as upper case: below 0 if left comes first, 0 if the
-/// texts are the same, above 0 if right comes first. A text comes after its own beginnings.
+/// texts are the same, above 0 if right comes first. A text comes after each of its prefixes.
 [[nodiscard]] VARNHOLT_EXPORT int CompareText(StringView left, StringView right);
 
 /// Whether text begins with prefix when ASCII letters fold.
@@ -45,13 +45,13 @@ namespace Varnholt {
 /// Whether text ends with suffix when ASCII letters fold.
 [[nodiscard]] VARNHOLT_EXPORT bool EndsText(StringView suffix, StringView text);
 
-/// Whether part stands anywhere in text when ASCII letters fold.
+/// Whether text contains part when ASCII letters fold.
 [[nodiscard]] VARNHOLT_EXPORT bool ContainsText(StringView part, StringView text);
 
-/// The text with A to Z in lower case, all else unchanged.
+/// The text with A to Z in lower case and all else unchanged.
 [[nodiscard]] VARNHOLT_EXPORT String LowerCase(StringView text);
 
-/// The text with a to z in upper case, all else unchanged.
+/// The text with a to z in upper case and all else unchanged.
 [[nodiscard]] VARNHOLT_EXPORT String UpperCase(StringView text);
 
 }  // namespace Varnholt

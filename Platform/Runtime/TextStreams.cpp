@@ -63,8 +63,8 @@ void TStreamReader::Decode(std::string_view bytes, bool last) {
     }
 }
 
-/// Decodes further bytes, once all text has been handed out. False at the end of the text, and before invalid
-/// bytes.
+/// Decodes further bytes, once all decoded text has been returned. False at the end of the text and before
+/// invalid bytes.
 bool TStreamReader::TryFill() {
     FText.clear();
     FPosition = 0;
@@ -156,7 +156,7 @@ TStreamWriter::TStreamWriter(TStream& stream, const TEncoding& encoding, std::si
 TStreamWriter::~TStreamWriter() {
     try {
         Close();
-    } catch (...) {  // a destructor must not raise: who wants to know calls Close
+    } catch (...) {  // a destructor must not raise; Close reports failures
     }
 }
 
@@ -164,7 +164,7 @@ void TStreamWriter::CheckOpen() const {
     if (FClosed) throw EInvalidOperation(u"Text writer is closed");
 }
 
-/// Hands the buffer to the stream. It is empty afterwards, also on failure: a part of it may have been
+/// Writes the buffer to the stream. It is empty afterwards, also on failure: a part of it may have been
 /// written, and must not be written twice.
 void TStreamWriter::Empty() {
     std::string bytes;
@@ -199,7 +199,7 @@ void TStreamWriter::Flush() {
     Empty();
 }
 
-// Behind another failure, which is the one to tell.
+// After another failure, which is the one to report.
 void TStreamWriter::CloseQuietly() noexcept {
     try {
         if (FOwned) FOwned->Close();

@@ -9,7 +9,7 @@
 #include "Platform/Runtime/Streams.h"
 #include "Platform/Runtime/Types.h"
 
-/// Reading and writing text files, line by line or in any pieces.
+/// Reading and writing text files, by line or in pieces of any size.
 ///
 ///     TStreamReader reader(u"C:\\data\\rain.txt");
 ///     for (String line; reader.ReadLine(line);) Use(line);
@@ -18,15 +18,15 @@
 ///     writer.WriteLine(u"Year,Rain");
 ///     writer.Close();                     // raises if the text did not reach the file
 ///
-/// Either opens the file of a path, and then owns it, or works on a stream that stays the caller's and must
+/// A reader or writer opens the file of a path and owns it, or works on a stream of the caller, which must
 /// outlive it. A file is shared: others may read and write it at the same time.
 ///
-/// Leans on Streams.h and Encoding.h. Threads: a reader or writer serves one thread at a time.
+/// Uses Streams.h and Encoding.h. Threads: a reader or writer may be used by one thread at a time.
 namespace Varnholt {
 
-/// Reads text. The encoding is that of the preamble in front of the text, if there is one, else the one
-/// given. With `detectPreamble` false the encoding is the one given, and only its own preamble is passed
-/// over. Bytes that are not valid in the encoding become U+FFFD, or with ibRefuse raise EEncodingError as
+/// Reads text. The encoding is that of the preamble before the text, if it has one, otherwise the given one.
+/// With `detectPreamble` false it is always the given one, and only its own preamble is skipped.
+/// Bytes that are not valid in the encoding become U+FFFD, or with ibRefuse raise EEncodingError as
 /// TDecoder does: once all text before them has been read, and again at each further attempt. A line that
 /// ends before them is still returned. All operations may raise EReadError.
 class VARNHOLT_EXPORT TStreamReader {
@@ -37,7 +37,7 @@ public:
     explicit TStreamReader(StringView path, const TEncoding& encoding = TEncoding::Utf8(),
                            bool detectPreamble = true, std::size_t bufferSize = kBufferSize,
                            TInvalidBytes invalid = ibReplace);
-    /// Reads from the stream's position on, and ahead of what it has handed out.
+    /// Reads from the stream's current position. The stream's position may be ahead of the text returned.
     explicit TStreamReader(TStream& stream, const TEncoding& encoding = TEncoding::Utf8(),
                            bool detectPreamble = true, std::size_t bufferSize = kBufferSize,
                            TInvalidBytes invalid = ibReplace);
@@ -46,20 +46,21 @@ public:
     TStreamReader& operator=(const TStreamReader&) = delete;
 
     /// The next line without its line end: CR, LF or CR LF. A last line needs none. False at the end of the
-    /// text, with an empty line. A line that is used again keeps its memory, which makes this the fast form.
+    /// text, with an empty line. This is the fast form, as a reused line keeps its memory.
     bool ReadLine(String& line);
-    /// The same; empty at the end of the text, which GetEndOfStream tells from an empty line.
+    /// The same; empty at the end of the text. GetEndOfStream distinguishes the end from an empty line.
     String ReadLine();
-    /// All that is left of the text.
+    /// The rest of the text.
     String ReadToEnd();
-    /// Fills the chunk. Returns the number of code units, fewer only at the end of the text.
+    /// Fills the chunk. Returns the number of code units; fewer than fit only at the end of the text or
+    /// before invalid bytes.
     std::size_t Read(std::span<Char> chunk);
-    /// The next code unit, which stays unread; nothing at the end of the text.
+    /// The next code unit, without reading it; nothing at the end of the text.
     [[nodiscard]] std::optional<Char> Peek();
     /// True if all of the text has been read.
     [[nodiscard]] bool GetEndOfStream() { return !Peek().has_value(); }
 
-    /// The encoding that the text is read in. Looks at the first bytes.
+    /// The encoding of the text. Reads the first bytes, if nothing has been read.
     [[nodiscard]] const TEncoding& GetEncoding();
     /// Whether the text begins with the preamble of its encoding. Looks at the first bytes.
     [[nodiscard]] bool GetHasPreamble();
@@ -81,7 +82,7 @@ private:
     TInvalidBytes FInvalid;
     std::unique_ptr<TDecoder> FDecoder;  // none before the first bytes are read
     std::string FBytes;
-    String FText;  // decoded, from FPosition on still to be handed out
+    String FText;  // decoded; from FPosition on not yet returned
     std::size_t FPosition = 0;
     bool FFinished = false;
     bool FHasPreamble = false;
@@ -89,20 +90,20 @@ private:
 };
 
 /// Writes text through a buffer. No preamble is written unless WritePreamble is called. Any operation may
-/// raise EWriteError; the text that was in the buffer is lost then, and the writer does not try it again.
+/// raise EWriteError; the text in the buffer is then lost and not written again.
 /// After Close every operation but Close raises EInvalidOperation ("Text writer is closed").
 class VARNHOLT_EXPORT TStreamWriter {
 public:
     static constexpr std::size_t kBufferSize = 4096;
 
-    /// Creates the file, or replaces its content, or with `append` goes on at its end. Raises EFCreateError,
+    /// Creates the file or replaces its content, or with `append` continues at its end. Raises EFCreateError,
     /// or EFOpenError with `append`. The buffer size counts bytes.
     explicit TStreamWriter(StringView path, const TEncoding& encoding = TEncoding::Utf8(),
                            std::size_t bufferSize = kBufferSize, bool append = false);
-    /// Writes from the stream's position on.
+    /// Writes from the stream's current position.
     explicit TStreamWriter(TStream& stream, const TEncoding& encoding = TEncoding::Utf8(),
                            std::size_t bufferSize = kBufferSize);
-    /// Writes what is in the buffer, and can not report a failure: call Close before.
+    /// Writes the text in the buffer. It cannot report a failure: call Close before.
     ~TStreamWriter();
     TStreamWriter(const TStreamWriter&) = delete;
     TStreamWriter& operator=(const TStreamWriter&) = delete;
@@ -124,7 +125,7 @@ public:
     void Close();
 
     [[nodiscard]] const TEncoding& GetEncoding() const noexcept { return *FEncoding; }
-    /// The stream that is written to. Text in the buffer is not there yet.
+    /// The stream that is written to, without the text that is still in the buffer.
     [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }
 
 private:

@@ -30,7 +30,7 @@ std::string ToUtf8(StringView text) {
 
 String FromUtf8(std::string_view bytes) {
     const std::int32_t length = CheckedLength(bytes.size());
-    String text(bytes.size(), u'\0');  // a byte gives one code unit at most
+    String text(bytes.size(), u'\0');  // a byte becomes at most one code unit
     std::int32_t used = 0;
     UErrorCode status = U_ZERO_ERROR;
     u_strFromUTF8WithSub(text.data(), static_cast<std::int32_t>(text.size()), &used, bytes.data(), length,

@@ -7,7 +7,7 @@
 
 #include "Platform/Runtime/Export.h"
 
-/// Text and number types that every module speaks.
+/// The text and number types of all modules.
 ///
 /// Text is UTF-16: a String is a sequence of 16-bit code units, and positions in it count code units.
 /// A character outside the basic plane takes two units, a high surrogate and then a low one.
@@ -26,7 +26,7 @@ using StringView = std::u16string_view;
 using Extended = long double;
 static_assert(std::numeric_limits<Extended>::digits >= 64, "Extended needs a mantissa of 64 bits or more");
 
-/// The text in UTF-8. A surrogate without its partner becomes U+FFFD.
+/// The text in UTF-8. An unpaired surrogate becomes U+FFFD.
 [[nodiscard]] VARNHOLT_EXPORT std::string ToUtf8(StringView text);
 
 /// The UTF-16 text of UTF-8 bytes. A byte sequence that is not well-formed becomes U+FFFD.

@@ -8,6 +8,7 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/FloatMath.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/FormatSettings.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Text.h"
@@ -52,13 +53,13 @@ String Quoted(const Variant& value) {
 }
 
 [[noreturn]] void RaiseNoConversion(const Variant& value, TVarType type) {
-    throw EVariantError(u"Cannot convert " + String(TypeName(value.GetType())) + u" " + Quoted(value) +
-                        u" to " + String(TypeName(type)));
+    throw EVariantError(
+        Format(u"Cannot convert %s %s to %s", {TypeName(value.GetType()), Quoted(value), TypeName(type)}));
 }
 
 [[noreturn]] void RaiseOutOfRange(const Variant& value, TVarType type) {
-    throw EVariantError(String(TypeName(value.GetType())) + u" " + Quoted(value) + u" is out of range for " +
-                        String(TypeName(type)));
+    throw EVariantError(
+        Format(u"%s %s is out of range for %s", {TypeName(value.GetType()), Quoted(value), TypeName(type)}));
 }
 
 template <typename T>
@@ -96,7 +97,7 @@ struct Variant::TRules {
 
     static bool IsCurrency(const Variant& v) noexcept { return std::holds_alternative<TCurrency>(v.FValue); }
 
-    /// The number held, exactly: a currency in its units. Empty and texts give 0.
+    /// The exact number, of a currency its units. Empty and texts are 0.
     static Extended Held(const Variant& v) noexcept {
         const auto read = [](const auto& value) -> Extended {
             using T = std::remove_cvref_t<decltype(value)>;
@@ -120,7 +121,7 @@ struct Variant::TRules {
         return IsCurrency(v) ? Held(v) : Held(v) * kCurrencyScale;
     }
 
-    /// The number that a text stands for, to 64 bits of mantissa.
+    /// The number in a text, to 64 bits of mantissa.
     static std::optional<Extended> Parse(StringView text) {
         std::int32_t integer = 0;
         if (TryStrToInt(text, integer)) return integer;
@@ -272,7 +273,7 @@ Variant Variant::ConvertTo(TVarType type) const {
         case varString:
             return IsText() ? *this : Variant(ToText());
         default:
-            throw EVariantError(u"Invalid variant type (" + IntToStr(type) + u")");
+            throw EVariantError(Format(u"Invalid variant type (%d)", {type}));
     }
 }
 

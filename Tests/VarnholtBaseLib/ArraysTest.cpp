@@ -68,13 +68,13 @@ TEST(ArraysTest, RefusesPlacesAndLengthsOutOfRange) {
     TDoubleArray two = {1.0, 2.0};
     const std::int64_t huge = std::int64_t{1} << 32;
     ExpectRaised<ERangeError>(
-        {{[&] { (void)empty[0]; }, u"Array index out of bounds (0)"},
+        {{[&] { static_cast<void>(empty[0]); }, u"Array index out of bounds (0)"},
          {[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
          {[&] { two[-1] = 1; }, u"Array index out of bounds (-1)"},
-         {[&] { (void)std::as_const(two)[huge]; }, u"Array index out of bounds (4294967296)"},
+         {[&] { static_cast<void>(std::as_const(two)[huge]); }, u"Array index out of bounds (4294967296)"},
          {[&] { two.SetLength(-1); }, u"Array length out of range (-1)"},
          {[&] { two.SetLength(huge); }, u"Array length out of range (4294967296)"},
-         {[&] { (void)TDoubleArray::WithLength(-5); }, u"Array length out of range (-5)"}});
+         {[&] { static_cast<void>(TDoubleArray::WithLength(-5)); }, u"Array length out of range (-5)"}});
     EXPECT_THAT(two, ElementsAre(1.0, 2.0));
 }
 
@@ -90,7 +90,7 @@ TEST(ArraysTest, FindsTheExtremesAndNarrowsVariants) {
     }
     EXPECT_EQ(ToSingleArray({0.1, u"2.5", true, Variant(), 16777217}),
               (TSingleArray{0.1F, 2.5F, -1, 0, 16777216}));
-    EXPECT_THROW((void)ToSingleArray({1, u"x"}), EVariantError);
+    EXPECT_THROW(static_cast<void>(ToSingleArray({1, u"x"})), EVariantError);
 }
 
 }  // namespace Varnholt::Test

@@ -51,7 +51,8 @@ TEST(Characters, WalksByWholeCharacter) {
         walked += CharacterAt(text, at);
     EXPECT_EQ(walked, U"a\U0001F600\xDE00\xD83Dz\xD83D");
     EXPECT_EQ(CharacterAt(u"\xD83D\xDE00", 1), 0xDE00u);
-    EXPECT_EQ(Raised<ERangeError>([&] { (void)CharacterAt(text, 7); }), u"Position 7 is outside the text");
+    EXPECT_EQ(Raised<ERangeError>([&] { static_cast<void>(CharacterAt(text, 7)); }),
+              u"Position 7 is outside the text");
 }
 
 }  // namespace Varnholt::Test

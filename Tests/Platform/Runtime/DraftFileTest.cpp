@@ -22,11 +22,11 @@
 namespace {
 
 int modesSet = 0;
-mode_t excess = 0;  // rights that a draft had and its former file has not
+mode_t excess = 0;  // rights that a draft had and its former file does not have
 
 }  // namespace
 
-// Stands before the system's own, to see what mode a draft has until it gets that of the former file.
+// Replaces the system's function, to see the mode of a draft before it gets that of the former file.
 extern "C" VARNHOLT_EXPORT int fchmod(int handle, mode_t mode) noexcept {
     struct stat facts {};
     if (fstat(handle, &facts) == 0) excess |= facts.st_mode & 0777 & ~mode;
@@ -179,7 +179,8 @@ TEST_P(DraftFileTest, RefusesPathsBeforeAnythingIsWritten) {
     const String tooLong(256, u'n');
     // clang-format off
     const std::pair<StringView, StringView> cases[] = {
-        {u"folder", u"Is a directory"}, {u"folder\\", u"Is a directory"}, {u"no\\x", u"No such file or directory"},
+        {u"folder", u"Is a directory"}, {u"folder\\", u"Is a directory"},
+        {u"no\\x", u"No such file or directory"},
         {u"file\\x", u"Not a directory"}, {u"loop", u"Too many levels of symbolic links"},
         {tooLong, u"File name too long"}};
     // clang-format on

@@ -126,7 +126,7 @@ TEST(EncodingTest, PreamblesAndNamesLeadToOneObjectEach) {
     }
     for (const String& name : {String(), String(u"no-such"), String(u"utf-8,version=1"), String(u"../utf-8"),
                                String(u"utf-8\0"sv), String(5000, u'x')})
-        EXPECT_EQ(Raised<EEncodingError>([&] { (void)TEncoding::ForName(name); }),
+        EXPECT_EQ(Raised<EEncodingError>([&] { static_cast<void>(TEncoding::ForName(name)); }),
                   u"No encoding is named \"" + name + u"\"");
 }
 

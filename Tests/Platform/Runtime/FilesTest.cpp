@@ -39,9 +39,11 @@ TEST_F(FilesTest, QuestionsNeverFail) {
     // clang-format off
     const std::tuple<StringView, bool, bool, bool> cases[] = {  // path, file, folder, same as D:\file
         {u"D:\\file", true, false, true}, {u"D:\\folder\\..\\file", true, false, true},
-        {u"D:\\link", true, false, true}, {u"D:\\twin", true, false, true}, {u"D:\\other", true, false, false},
+        {u"D:\\link", true, false, true}, {u"D:\\twin", true, false, true},
+        {u"D:\\other", true, false, false},
         {u"/dev/null", true, false, false}, {u"D:\\folder", false, true, false},
-        {u"D:\\folder\\", false, true, false}, {u"D:", false, true, false}, {u"D:\\FILE", false, false, false},
+        {u"D:\\folder\\", false, true, false}, {u"D:", false, true, false},
+        {u"D:\\FILE", false, false, false},
         {u"D:\\file\\x", false, false, false}, {u"Q:\\x", false, false, false}, {u"", false, false, false},
         {u"\\\\server\\x", false, false, false}, {u"D:\\file\0"sv, false, false, false}};
     // clang-format on

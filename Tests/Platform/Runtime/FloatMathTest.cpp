@@ -16,7 +16,8 @@ constexpr Extended kNan = std::numeric_limits<Extended>::quiet_NaN();
 TEST(FloatMath, SameValueWithinTheTolerance) {
     // clang-format off
     const struct { double a, b, epsilon; bool expected; } cases[] = {
-        {0, 0.9e-12, 0, true}, {0, 1.1e-12, 0, false}, {1e6, 1e6 + 9e-7, 0, true}, {1e6, 1e6 + 1.1e-6, 0, false},
+        {0, 0.9e-12, 0, true}, {0, 1.1e-12, 0, false}, {1e6, 1e6 + 9e-7, 0, true},
+        {1e6, 1e6 + 1.1e-6, 0, false},
         {5, 5.5, 0.5, true}, {5, 5.6, 0.5, false}, {5, 5, -1, true}, {5, 5.1, -1, false},
         {1e308, -1e308, 0, false}, {HUGE_VAL, HUGE_VAL, 0, true}, {HUGE_VAL, 1e308, 0, false},
         {NAN, 1, 10, false},
@@ -82,7 +83,8 @@ TEST(FloatMath, RoundsToEvenInEveryMode) {
     EXPECT_EQ(RoundToInt64(0x1p62L + 0.5L), std::int64_t{1} << 62);
     // clang-format off
     ExpectRaised<ERangeError>({
-        {[] { static_cast<void>(RoundToInt(2147483647.5L)); }, u"2147483647.5 does not fit in a 32-bit integer"},
+        {[] { static_cast<void>(RoundToInt(2147483647.5L)); },
+         u"2147483647.5 does not fit in a 32-bit integer"},
         {[] { static_cast<void>(RoundToInt(kNan)); }, u"NAN does not fit in a 32-bit integer"},
         {[] { static_cast<void>(RoundToInt64(kWide - 0.5L)); },
          u"9.22337203685478E18 does not fit in a 64-bit integer"},

@@ -18,13 +18,13 @@ TEST(Numbers, Integers) {
     // clang-format off
     const std::pair<StringView, int> accepted[] = {
         {u"-0", 0}, {u"+7", 7}, {u" \t12\r\n", 12}, {u"000000000042", 42}, {u"2147483647", 2147483647},
-        {u"-2147483648", INT32_MIN}, {u"-$Ff", -255}, {u"0x10", 16}, {u" -0X1 ", -1}, {u"$80000000", INT32_MIN},
-        {u"-$80000000", INT32_MIN}, {u"0x00FFFFFFFF", -1},
+        {u"-2147483648", INT32_MIN}, {u"-$Ff", -255}, {u"0x10", 16}, {u" -0X1 ", -1},
+        {u"$80000000", INT32_MIN}, {u"-$80000000", INT32_MIN}, {u"0x00FFFFFFFF", -1},
     };
     const StringView rejected[] = {
         u"", u" ", u"+", u"--1", u"- 1", u"1 2", u"1.0", u"12a", u"$", u"0x", u"$-1", u"$G", u"x1F", u"$0x1",
-        u"2147483648", u"-2147483649", u"$100000000", u"-$80000001", u"\u0663", u"\uFF11", u"1\u00A0", u"00x1",
-        u"99999999999", u"4294967297",
+        u"2147483648", u"-2147483649", u"$100000000", u"-$80000001", u"\u0663", u"\uFF11", u"1\u00A0",
+        u"00x1", u"99999999999", u"4294967297",
     };
     // clang-format on
     for (const auto& [text, expected] : accepted) EXPECT_EQ(StrToInt(text), expected) << ToUtf8(text);
@@ -94,7 +94,7 @@ TEST(Numbers, FloatsAgreeWithTheCLibrary) {
 }
 
 TEST(Numbers, MillionsOfDigitsKeepTheirValue) {
-    // 2^64 + 1 and 2^53 + 1 lie in the middle between two values: the last of the digits decides.
+    // 2^64 + 1 and 2^53 + 1 are midpoints between two values: the last of the digits decides.
     // clang-format off
     const std::tuple<StringView, Char, StringView, Extended, double> cases[] = {
         {u"0.", u'3', u"", 1.0L / 3, 1.0 / 3}, {u".", u'0', u"25e10000001", 2.5L, 2.5},

@@ -43,7 +43,7 @@ TEST(PathsTest, LibraryPathsBecomeNative) {
     // clang-format on
     for (const auto& [path, native] : cases) EXPECT_EQ(ToNativePath(path), native) << ToUtf8(path);
     for (const auto& [path, message] : rejected)
-        EXPECT_EQ(Raised<EInOutError>([&path] { (void)ToNativePath(path); }), message);
+        EXPECT_EQ(Raised<EInOutError>([&path] { static_cast<void>(ToNativePath(path)); }), message);
 }
 
 TEST(PathsTest, NativePathsBecomeLibraryPathsAndLeadBack) {
@@ -75,7 +75,7 @@ TEST(PathsTest, DrivesComeBackAtTheEndOfTheScope) {
         for (StringView path : {u"C:\\x", u"\\x"}) EXPECT_EQ(ToNativePath(path), "/tmp/x");
     }
     EXPECT_EQ(ToNativePath(u"C:\\x"), "/x");
-    EXPECT_THROW((void)ToNativePath(u"D:\\x"), EInOutError);
+    EXPECT_THROW(static_cast<void>(ToNativePath(u"D:\\x")), EInOutError);
     EXPECT_THROW(SetDrive(u'D', "relative"), EArgumentException);
     for (Char letter : {u'1', u'\u00C4'}) EXPECT_THROW(SetDrive(letter, "/tmp"), EArgumentException);
 }

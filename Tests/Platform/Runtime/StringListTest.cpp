@@ -37,11 +37,12 @@ TEST(StringListTest, LinesAreFoundAndOrderedWithOrWithoutCase) {
 
 TEST(StringListTest, IndicesOutsideAreRejected) {
     TStringList list = ListOf({u"a", u"b"});
-    ExpectRaised<EListError>({{[&] { list[2] = u"x"; }, u"List index out of bounds (2)"},
-                              {[&] { (void)std::as_const(list)[-1]; }, u"List index out of bounds (-1)"},
-                              {[&] { list.Delete(2); }, u"List index out of bounds (2)"},
-                              {[&] { list.Insert(3, u"x"); }, u"List index out of bounds (3)"},
-                              {[&] { list.Insert(-1, u"x"); }, u"List index out of bounds (-1)"}});
+    ExpectRaised<EListError>(
+        {{[&] { list[2] = u"x"; }, u"List index out of bounds (2)"},
+         {[&] { static_cast<void>(std::as_const(list)[-1]); }, u"List index out of bounds (-1)"},
+         {[&] { list.Delete(2); }, u"List index out of bounds (2)"},
+         {[&] { list.Insert(3, u"x"); }, u"List index out of bounds (3)"},
+         {[&] { list.Insert(-1, u"x"); }, u"List index out of bounds (-1)"}});
     EXPECT_THAT(list, ElementsAre(u"a", u"b"));
 }
 

@@ -67,7 +67,7 @@ TEST(VariantTest, ConvertsToTheTypeOfACode) {
         {-9223372036854775808.0, varInt64, INT64_MIN}, {0.1, varSingle, 0.1F},
         {std::int64_t{(1LL << 62) + (1LL << 38) + 1}, varSingle, 0x1.000002p62F},
         {1e300, varSingle, std::numeric_limits<float>::infinity()}, {kNaN, varDouble, kNaN},
-        {0.00025, varCurrency, TCurrency{3}},                // the double lies above the tie
+        {0.00025, varCurrency, TCurrency{3}},                // the double is above the tie
         {std::ldexp(1.0, -5), varCurrency, TCurrency{312}},  // 312.5 ten-thousandths
         {u"922337203685477.5807", varCurrency, TCurrency{INT64_MAX}}, {u"False", varBoolean, false},
         {0.5, varBoolean, true}, {1.5, varString, u"1.5"}, {Variant(), varString, u""},
@@ -146,7 +146,7 @@ TEST(VariantTest, AddsByTheTypesOfTheOperandsAndDividesAsRealNumbers) {
     EXPECT_EQ(total += total, 2);
     EXPECT_TRUE(Same(Variant(7) / 2, 3.5) && Same(Variant(u"1") / Variant(), kInfinity) &&
                 Same(Variant() / 0, kNaN));
-    EXPECT_THROW((void)(Variant(1) / u"x"), EVariantError);
+    EXPECT_THROW(static_cast<void>((Variant(1) / u"x")), EVariantError);
 }
 
 TEST(VariantTest, FollowsTheDecimalSeparatorInUse) {
