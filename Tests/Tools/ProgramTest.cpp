@@ -57,7 +57,7 @@ TEST_F(ProgramTest, CommandsShareTheirRules) {
     ExpectAll(cases, {"--none", "table", "--", "table file.csv --limit 1 --limit 2"});
 }
 
-TEST_F(ProgramTest, EndsAsAFilterWhenItsReaderLeaves) {
+TEST_F(ProgramTest, ClosedPipesEndItSilentlyAndFullFilesWithAMessage) {
     std::string rows = "a\n";
     for (int i = 0; i < 50000; ++i) rows += "1\n";
     Write(u"long.csv", rows);
@@ -67,6 +67,8 @@ TEST_F(ProgramTest, EndsAsAFilterWhenItsReaderLeaves) {
         EXPECT_EQ(Content(u"status"), "141\n") << program;
         EXPECT_EQ(Content(u"told"), "") << program;
     }
+    Run("--version; ulimit -f 8; '" VARNHOLT_PROGRAM "' table long.csv --out copy.csv");
+    EXPECT_EQ(Content(u"told"), "varnholt: Cannot write file \"copy.csv\": File too large\n");
 }
 
 TEST_F(ProgramTest, ManPageAndCompletionKnowAllOptions) {

@@ -110,7 +110,7 @@ TEST_F(TableTest, WritesWhatCanBeReadAgain) {
     EXPECT_EQ(Run("ragged.csv --out towns.csv"), 1);
     EXPECT_EQ(Content(u"towns.csv"), sorted) << "the former file is lost";
     EXPECT_EQ(Run("towns.csv --out none/out.csv"), 1);
-    EXPECT_EQ(Run("towns.csv --limit 1 && ls *.part"), 2) << "a draft was left behind";
+    EXPECT_EQ(Run("towns.csv --limit 1 && ls *.part"), 2) << "a draft remains";
 }
 
 }  // namespace

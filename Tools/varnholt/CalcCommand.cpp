@@ -182,24 +182,28 @@ void AddCalcCommand(CLI::App& app) {
         app.add_subcommand("calc", "Calculate an expression, once or for each row of a CSV file");
     calc->add_option("expression", options->Expression,
                      "For example '2 * ($rain + 1.5)'; put -- before one that begins with a minus")
-        ->required();
-    calc->add_option("--set", options->Settings, "Give a keyword a value: NAME=NUMBER")
+        ->required()
+        ->type_name("");
+    calc->add_option("--set", options->Settings, "Give a keyword a value")
+        ->type_name("NAME=NUMBER")
         ->allow_extra_args(false);
-    CLI::Option* csv = calc->add_option(
-        "--csv", options->CsvFile,
-        "Calculate each row of this file, with its columns as keywords; - is standard input");
+    CLI::Option* csv =
+        calc->add_option("--csv", options->CsvFile,
+                         "Calculate each row of this file, with its columns as keywords; - is standard input")
+            ->type_name("FILE");
     AddInputOptions(*calc, options->Input, csv);
-    calc->add_option(
-            "--as", options->Aliases,
-            "Give a column another keyword: NAME=COLUMN, for a column whose name an expression cannot "
-            "hold")
+    calc->add_option("--as", options->Aliases,
+                     "Give a column another keyword, if an expression cannot hold its name")
+        ->type_name("NAME=COLUMN")
         ->allow_extra_args(false)
         ->needs(csv);
-    CLI::Option* out = calc->add_option("--out", options->OutFile,
-                                        "Write the columns and the values as CSV to this file; - is standard "
-                                        "output")
-                           ->needs(csv);
+    CLI::Option* out =
+        calc->add_option("--out", options->OutFile,
+                         "Write the columns and the values as CSV to this file; - is standard output")
+            ->type_name("FILE")
+            ->needs(csv);
     calc->add_option("--name", options->NewColumn, "The name of the column of values, by default \"value\"")
+        ->type_name("COLUMN")
         ->needs(out);
     calc->add_flag("--summary", options->Summary, "Print counts, mean, minimum and maximum instead of values")
         ->needs(csv);

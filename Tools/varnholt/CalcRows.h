@@ -7,7 +7,7 @@
 #include "VarnholtLib/Numerics/vrnMath.h"
 #include "VarnholtLib/Numerics/vrnMissingValues.h"
 
-/// An expression over the rows of a CSV file: columns as keywords, missing values, and where the values go.
+/// An expression over the rows of a CSV file: columns as keywords, missing values, and the output of the values.
 namespace Varnholt::Tool {
 
 /// Receives the rows with their values. This one ignores them.
@@ -23,14 +23,14 @@ public:
     virtual void Finish() {}
 };
 
-/// One value a line on standard output.
+/// Prints one value a line on standard output.
 class TPrintedRowSink final : public TRowSink {
 public:
     void TakeRow(const TRow& row, Extended value) override;
 };
 
-/// The columns of the input and a last one with the values, as a TCsvOutput. Short rows are filled up with
-/// empty cells.
+/// Writes the columns of the input and a last one with the values, to a TCsvOutput. Short rows are filled up
+/// with empty cells.
 class TCsvRowSink final : public TRowSink {
 public:
     TCsvRowSink(StringView path, const TCsvInput& input, StringView name);
@@ -49,13 +49,14 @@ private:
 /// of one that is not registered.
 [[nodiscard]] std::vector<TKeyword*> KeywordsOf(const TCalc& calc);
 
+/// Counts and figures of all rows.
 struct TRowSummary {
     std::int64_t Rows = 0;
     std::int64_t Calculated = 0;
     std::int64_t DivisionsByZero = 0;
-    std::int64_t NotNumbers = 0;  // calculated rows whose value is a NaN; then the figures are NaNs, too
+    std::int64_t NotNumbers = 0;  // calculated rows whose value is a NaN, as are the figures then
     double Sum = 0;
-    double Min = kMissing;  // of the calculated rows; without any the code for no result
+    double Min = kMissing;  // of the calculated rows; kMissing without any
     double Max = kMissing;
 
     void Add(double value);

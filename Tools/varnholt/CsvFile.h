@@ -80,7 +80,7 @@ private:
 };
 
 /// Writes a file field by field. An existing file is replaced when all rows are written, by a
-/// TDraftFileStream; "-" is standard output, which is written as the rows come.
+/// TDraftFileStream; "-" is standard output, which is written row by row.
 class TCsvOutput {
 public:
     /// Raises what TDraftFileStream raises.

@@ -25,6 +25,8 @@ void AddInputOptions(CLI::App& command, TInputOptions& options, CLI::Option* fil
         command.add_option("--missing", options.Missing,
                            "Further codes for missing values, numbers or texts with commas "
                            "between, such as -9999,M");
+    encoding->type_name("NAME");
+    missing->type_name("CODES");
     if (file == nullptr) return;
     encoding->needs(file);
     missing->needs(file);

@@ -34,6 +34,11 @@ void PrintRaw(std::string_view line) noexcept {
     std::abort();
 }
 
+/// Runs before the program's static objects, whose constructors allocate.
+[[gnu::constructor(101), gnu::used]] void HandleTerminate() {
+    std::set_terminate(EndOnTerminate);
+}
+
 void EndOnSignal(int number) {
     RemoveDraftFiles();
     static_cast<void>(raise(number));  // takes its usual course after this handler
@@ -56,7 +61,6 @@ void OpenIfClosed(int descriptor, int mode) {
 }  // namespace
 
 void PrepareProcess() {
-    std::set_terminate(EndOnTerminate);
     OpenIfClosed(STDIN_FILENO, O_WRONLY);
     OpenIfClosed(STDOUT_FILENO, O_RDONLY);
     OpenIfClosed(STDERR_FILENO, O_RDONLY);

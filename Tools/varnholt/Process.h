@@ -1,6 +1,7 @@
 #pragma once
 
-/// What the program settles with the system before it does anything else.
+/// What the program settles with the system before it does anything else. From its load on, std::terminate prints
+/// a line, and exits with status 1 if an allocation failed.
 namespace Varnholt::Tool {
 
 /// Call it first in main:
@@ -10,7 +11,6 @@ namespace Varnholt::Tool {
 ///   they were ignored before (as under nohup).
 /// - A write to a closed pipe or beyond the file-size limit fails, as other writes do, instead of ending the
 ///   process.
-/// - std::terminate prints a line, and exits with status 1 if an allocation failed.
 void PrepareProcess();
 
 /// Ends the process by SIGPIPE, as a filter does whose reader has left. Returns if that signal was ignored

@@ -77,17 +77,28 @@ void AddTableCommand(CLI::App& app) {
     const auto options = std::make_shared<TTableOptions>();
     CLI::App* table =
         app.add_subcommand("table", "Print or write rows and columns of a CSV file, picked and sorted");
-    table->add_option("file", options->File, "CSV file with a header row; - is standard input")->required();
+    table->add_option("file", options->File, "CSV file with a header row; - is standard input")
+        ->required()
+        ->type_name("");
     AddInputOptions(*table, options->Input);
-    table->add_option("--sort", options->Sort,
-                      "Columns to sort by, the most significant first, descending with :desc after the name: "
-                      "COLUMN[:desc][,COLUMN[:desc]...]; missing values come last");
-    table->add_option("--rows", options->Rows,
-                      "Rows to take, counted from 1 in the order of the file, for example '1 - 5, 8'");
-    table->add_option("--columns", options->Columns, "Columns to show, in this order, with commas between");
-    table->add_option("--limit", options->Limit, "Show at most so many rows, after sorting");
-    table->add_option("--out", options->OutFile,
-                      "Write the cells as CSV to this file instead; - is standard output");
+    table
+        ->add_option(
+            "--sort", options->Sort,
+            "Columns to sort by, the most significant first; :desc after a name sorts descending, and "
+            "missing values are last in either direction")
+        ->type_name("COLUMN[:desc],...");
+    table
+        ->add_option("--rows", options->Rows,
+                     "Rows to take, counted from 1 in the order of the file, for example '1 - 5, 8'")
+        ->type_name("RANGES");
+    table->add_option("--columns", options->Columns, "Columns to show, in this order")
+        ->type_name("COLUMN,...");
+    table->add_option("--limit", options->Limit, "Show at most so many rows, after sorting")
+        ->type_name("COUNT");
+    table
+        ->add_option("--out", options->OutFile,
+                     "Write the cells as CSV to this file instead; - is standard output")
+        ->type_name("FILE");
     table->callback([options] { RunTable(*options); });
 }
 
