@@ -15,9 +15,39 @@ constexpr StringView kUnicode[] = {u"utf-8", u"utf-16le", u"utf-16be", u"utf-32"
 constexpr StringView kBytewise[] = {u"windows-1252", u"iso-8859-2", u"ibm437"};
 constexpr StringView kOther[] = {u"us-ascii", u"shift_jis", u"gb18030", u"euc-kr", u"big5"};
 
+struct TStrictText {
+    String Text;
+    String Failure;
+};
+
+TStrictText DecodeStrictly(const TEncoding& encoding, std::string_view bytes, std::size_t size) {
+    TStrictText strict;
+    strict.Failure = FailureOf([&] {
+        TDecoder decoder(encoding, ibRefuse);
+        for (std::size_t at = 0; at < bytes.size(); at += size)
+            decoder.Decode(bytes.substr(at, size), at + size >= bytes.size(), strict.Text);
+    });
+    return strict;
+}
+
+/// Refusing invalid bytes, in one go and in pieces, beside replacing them.
+void RequireStrictMatches(const TEncoding& encoding, std::string_view bytes, const String& replaced) {
+    const TStrictText whole = DecodeStrictly(encoding, bytes, bytes.size() + 1);
+    Require(replaced.starts_with(whole.Text), "the text before invalid bytes is that of the whole");
+    if (whole.Failure.empty()) RequireSame(whole.Text, replaced, "valid bytes give the same text either way");
+    if (&encoding == &TEncoding::Utf8())
+        Require(whole.Failure.empty() == (encoding.GetBytes(replaced) == bytes), "invalid UTF-8 is refused");
+    for (const std::size_t size : {1U, 3U}) {
+        const TStrictText pieces = DecodeStrictly(encoding, bytes, size);
+        RequireSame(pieces.Text, whole.Text, "pieces do not change the text before invalid bytes");
+        RequireSame(pieces.Failure, whole.Failure, "pieces do not change the refusal");
+    }
+}
+
 void RequirePiecesMatch(const TEncoding& encoding, std::string_view bytes, StringView text) {
     const String decoded = encoding.GetString(bytes);
     const std::string encoded = encoding.GetBytes(text);
+    RequireStrictMatches(encoding, bytes, decoded);
     for (const std::size_t size : {1U, 3U}) {
         String decodedPieces;
         TDecoder decoder(encoding);
