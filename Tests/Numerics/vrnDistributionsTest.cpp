@@ -60,20 +60,14 @@ TEST(GammaFunctions, RaiseWhatTheyCannotCompute) {
     const StringView outside = u"Problem in beta function calculation.";
     const StringView unsettled =
         u"Problem in beta function calculation: coefficient a or b too big, or itmex too small.";
+    // clang-format off
     ExpectRaised<Exception>({
-        {p(1, -0.1F), invalidP},
-        {q(0, 1), invalidQ},
-        {p(kNan, 1), invalidP},
-        {p(1000, 1000), tooLarge},
-        {q(2, kNan), tooLarge},
-        {q(1, 1e30F), tooLarge},
-        {beta(1, -1e-9F), outside},
-        {beta(1, 1.0000001F), outside},
-        {beta(1e6F, 0.5F), unsettled},
-        {beta(1, kNan), unsettled},
+        {p(1, -0.1F), invalidP}, {q(0, 1), invalidQ}, {p(kNan, 1), invalidP}, {q(kNan, 1), invalidQ},
+        {p(1000, 1000), tooLarge}, {q(2, kNan), tooLarge}, {q(1, 1e30F), tooLarge},
+        {beta(1, -1e-9F), outside}, {beta(1, 1.0000001F), outside}, {beta(1e6F, 0.5F), unsettled},
         {[&] { gser(1, -1, value, gln); },
-         u"Problem in gamma function calculation: coefficient x less than 0."},
-    });
+         u"Problem in gamma function calculation: coefficient x less than 0."}});
+    // clang-format on
 }
 
 /// The series (up to x = a + 1) and the fraction in Extended throughout, with the roundings that the header
