@@ -187,15 +187,14 @@ TEST(mrqmin, RejectsArgumentsAndKeepsTheFit) {
 
 TEST(mrqmin, AFailingModelEndsTheFit) {
     TProblem fit;
-    for (const int failingCall : {1, 10, 15}) {  // 5 at the start, 5 at each of two steps
-        int call = 0;
-        fit.Model = [&](float x, const TFloatArray& a, float& y, TFloatArray& dyda, std::int32_t na) {
-            Parabola(x, a, y, dyda, na);
-            if (++call == failingCall) dyda.SetSize(1, 2, true);
-        };
-        EXPECT_THROW((fit.Step(-1), fit.Step(fit.Alamda)), EGridException) << failingCall;
-        EXPECT_EQ(Raised<EInvalidOperation>([&] { fit.Step(1); }), kNotStarted) << failingCall;
-    }
+    int calls = 0;
+    fit.Model = [&](float, const TFloatArray&, float&, TFloatArray& dyda, std::int32_t) {
+        if (++calls == 13) dyda.SetSize(1, 2, true);  // in the second step
+    };
+    const TMessages messages;
+    fit.Step(-1);
+    EXPECT_THROW(fit.Step(fit.Alamda), EGridException);
+    EXPECT_EQ(Raised<EInvalidOperation>([&] { fit.Step(1); }), kNotStarted);
 }
 
 }  // namespace
