@@ -1,7 +1,7 @@
 // The gamma, beta and normal functions beside the float functions of Boost.Math and the functions of GSL, in
 // calls over the same 1,024 random arguments. "Small" shapes are those of tests and climate fits (up to 12),
 // "Large" ones go up to 60; x is 0.3 to 1.8 times the shape. The incomplete gamma functions of the peers
-// change to an expansion of constant cost for large shapes, where ours keep to their series and fractions.
+// change to an expansion of constant cost for large shapes, where ours keep using their series and fractions.
 #include <benchmark/benchmark.h>
 #include <gsl/gsl_cdf.h>
 #include <gsl/gsl_sf_gamma.h>

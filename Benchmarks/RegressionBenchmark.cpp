@@ -1,6 +1,6 @@
 // A fit of a Gaussian peak on a base, four parameters and 10,000 points, beside GSL's Levenberg-Marquardt
-// solver on the same data from the same start. The label tells the steps and the fitted height; the solvers
-// stop at their own sense of convergence, GSL in 64 bits.
+// solver on the same data from the same start. The label gives the steps and the fitted height. Each solver
+// stops by a convergence test of its own, GSL in 64 bits.
 #include <benchmark/benchmark.h>
 #include <gsl/gsl_multifit_nlinear.h>
 

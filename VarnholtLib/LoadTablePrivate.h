@@ -28,7 +28,7 @@
 /// objects and after all their destructors.
 ///
 /// Each module counts its uses, so that a library that is loaded twice starts its modules once, and stops
-/// them at the last unload. The count runs downwards: 0 for a module that is not in use, -1 for one that was
+/// them at the last unload. The count runs down: 0 for a module that is not in use, -1 for one that was
 /// loaded once.
 ///
 /// Threads: the counts are plain integers; the loader calls on one thread.

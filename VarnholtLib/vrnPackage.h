@@ -7,26 +7,26 @@
 
 /// The frame of the library: what happens when it loads and unloads.
 ///
-/// There is nothing to do for a user. The dynamic loader runs Initialize before the first line of a program
-/// that links the library, or inside dlopen, and Finalize when the library goes: at dlclose, or at the end of
-/// the process after the last destructor of a static object. In between any function or class can be used.
+/// A user has nothing to do. The dynamic loader runs Initialize before the first line of a program that links
+/// the library, or inside dlopen, and Finalize when the library is unloaded: at dlclose, or at the end of the
+/// process after the last destructor of a static object. In between any function or class can be used.
 ///
 ///     for (const TPackageInfoRow& row : GetPackageInfoTable().Rows) std::cout << ToUtf8(row.Name) << '\n';
 ///
 /// Each module counts its uses downwards: 0 before the loader has run, -1 from then on, -2 after one more
-/// explicit Initialize, and back by one for each Finalize. It works when its count leaves 0 and when it comes
-/// back to 0. So an explicit Initialize with its Finalize changes counts and nothing else, and the pairs may
-/// be nested. A Finalize too many stops the modules early.
+/// explicit Initialize, and back by one for each Finalize. It works when its count leaves 0 and when it
+/// returns to 0. So an explicit Initialize with its Finalize only changes counts, and the pairs may be
+/// nested. One Finalize too many stops the modules early.
 ///
-/// Threads: Initialize, Finalize and the operations of the rows belong to the one thread that loads and
-/// unloads; the counts are plain integers.
+/// Threads: only the thread that loads and unloads the library calls Initialize, Finalize and the operations
+/// of the rows; the counts are plain integers.
 namespace Varnholt {
 
 /// One module in the load table.
 struct TPackageInfoRow {
     StringView Name;
-    void (*Initialize)() noexcept;  ///< takes the module into use once more
-    void (*Finalize)() noexcept;    ///< answers one Initialize
+    void (*Initialize)() noexcept;  ///< counts one more use of the module
+    void (*Finalize)() noexcept;    ///< undoes one Initialize
     int (*GetUseCount)() noexcept;  ///< minus the number of uses
 };
 

@@ -10,14 +10,10 @@
 
 namespace {
 
-std::string gSteps;
+std::string steps;
 
-std::string TakeSteps() {
-    return std::exchange(gSteps, {});
-}
-
-std::shared_ptr<void> OpenLibrary(const char* path) {
-    void* const library = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+std::shared_ptr<void> OpenProbe() {
+    void* const library = dlopen(VARNHOLT_LOAD_PROBE, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) throw std::runtime_error(dlerror());
     return {library, dlclose};
 }
@@ -25,7 +21,7 @@ std::shared_ptr<void> OpenLibrary(const char* path) {
 }  // namespace
 
 extern "C" VARNHOLT_EXPORT void RecordLoadStep(const char* step) noexcept {
-    gSteps += step;
+    steps += step;
 }
 
 namespace Varnholt::Test {
@@ -33,33 +29,22 @@ namespace {
 
 constexpr const char *kStart = "+a+B+D+d", *kStop = "-d-D-B-a";
 
-TEST(vrnPackage, LoaderStartsOnceAndStopsAtTheLastUnload) {
-    for (int round = 0; round < 2; ++round) {
-        auto first = OpenLibrary(VARNHOLT_LOAD_PROBE);
-        EXPECT_EQ(TakeSteps(), kStart);
-        auto second = OpenLibrary(VARNHOLT_LOAD_PROBE);
-        first.reset();
-        EXPECT_EQ(TakeSteps(), "");
-        second.reset();
-        EXPECT_EQ(TakeSteps(), kStop);
-    }
-}
-
-TEST(vrnPackage, ExplicitPairsDoNoSecondWork) {
-    auto library = OpenLibrary(VARNHOLT_LOAD_PROBE);
+TEST(vrnPackage, LoaderAndExplicitPairsWorkOnce) {
+    auto library = OpenProbe(), again = OpenProbe();
+    again.reset();
+    EXPECT_EQ(std::exchange(steps, {}), kStart);
     const auto initialize = reinterpret_cast<void (*)()>(dlsym(library.get(), "ProbeInitialize"));
     const auto finalize = reinterpret_cast<void (*)()>(dlsym(library.get(), "ProbeFinalize"));
-    TakeSteps();
     for (const auto step : {initialize, initialize, finalize, finalize}) step();
-    EXPECT_EQ(TakeSteps(), "");
+    EXPECT_EQ(steps, "");
     finalize();  // answers the loader's own call
-    EXPECT_EQ(TakeSteps(), kStop);
+    EXPECT_EQ(std::exchange(steps, {}), kStop);
     finalize();
     initialize();  // the count goes from 1 to 0: no work in either direction
-    EXPECT_EQ(TakeSteps(), "");
+    EXPECT_EQ(steps, "");
     initialize();
     library.reset();
-    EXPECT_EQ(TakeSteps(), std::string(kStart) + kStop);
+    EXPECT_EQ(steps, std::string(kStart) + kStop);
 }
 
 TEST(vrnPackage, TableListsEveryModuleOnceInOrder) {
@@ -77,17 +62,13 @@ TEST(vrnPackage, TableListsEveryModuleOnceInOrder) {
 
 TEST(vrnPackage, EachModuleCountsItsUses) {
     const std::span<const TPackageInfoRow> rows = GetPackageInfoTable().Rows;
-    const auto expectCounts = [&](int count) {
-        for (const TPackageInfoRow& row : rows) EXPECT_EQ(row.GetUseCount(), count) << ToUtf8(row.Name);
-    };
-    expectCounts(-1);
     Initialize();
-    expectCounts(-2);
     rows[6].Initialize();
-    EXPECT_TRUE(rows[6].GetUseCount() == -3 && rows[5].GetUseCount() == -2);
+    for (const TPackageInfoRow& row : rows)
+        EXPECT_EQ(row.GetUseCount(), &row == &rows[6] ? -3 : -2) << ToUtf8(row.Name);
     rows[6].Finalize();
     Finalize();
-    expectCounts(-1);
+    for (const TPackageInfoRow& row : rows) EXPECT_EQ(row.GetUseCount(), -1) << ToUtf8(row.Name);
 }
 
 }  // namespace

@@ -13,9 +13,9 @@
 ///     if (TRegistry* const loaded = registry.Get()) return loaded->Items();
 ///     registry.Destroy();                           // at unload
 ///
-/// The loader's steps run before the constructors and after the destructors of an application's static objects.
-/// The holder is therefore initialised at compile time and is never destroyed: it can be used at any time. The
-/// value lives in the holder itself, without an allocation.
+/// The loader's steps run before the constructors and after the destructors of an application's static
+/// objects. The holder is therefore initialised at compile time and is never destroyed: it can be used at any
+/// time. The value lives in the holder itself, without an allocation.
 ///
 /// Threads: no lock. Create and Destroy are called by the thread that loads and unloads the library.
 namespace Varnholt {

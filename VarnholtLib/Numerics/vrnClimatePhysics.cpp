@@ -20,8 +20,8 @@ Extended ToRadians(float latitude) {
     return kPi * latitude / 180;
 }
 
-/// The tangent of the latitude. At the poles, where the rounding of pi / 2 would decide on its sign, a number
-/// as good as infinite.
+/// The tangent of the latitude. At the poles, where the rounding of pi / 2 would determine its sign, the
+/// largest number.
 Extended LatitudeTangent(float latitude) {
     if (std::fabs(latitude) == 90) return std::copysign(std::numeric_limits<Extended>::max(), latitude);
     return std::tan(ToRadians(latitude));

@@ -15,13 +15,14 @@
 /// (day 366 equals day 1); day length and sunshine in hours; temperature in degrees Celsius; radiation as a
 /// daily total in MJ m-2; PET in mm.
 ///
-/// Inputs are not checked and nothing is raised unless told. A day outside the year counts on through the
-/// years before and after. A latitude beyond -90 to 90 means nothing, though its results are numbers and a
-/// day length stays within 0 to 24. A NaN gives a NaN, and so does an infinite latitude or temperature; an
+/// Inputs are not checked and nothing is raised unless stated. A day outside the year is a day of the years
+/// before or after. A latitude beyond -90 to 90 has no meaning, although its results are numbers and a day
+/// length stays within 0 to 24. A NaN gives a NaN, and so does an infinite latitude or temperature; an
 /// infinite coefficient or radiation gives an infinity or a NaN.
 ///
-/// Leans on the monthly values of vrnMonthlyData.h. All arithmetic is that of Extended, rounded to 32 bits in
-/// the results and where a formula says so.
+/// Uses the monthly values of vrnMonthlyData.h. All arithmetic is that of Extended, rounded to 32 bits in the
+/// results and where a formula says so.
+///
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
@@ -32,7 +33,7 @@ namespace Varnholt {
 ///     ws   = arccos(-tan lat tan decl)               sunset hour angle in radians, here rounded to 32 bits
 ///     N    = ws 24 / pi
 ///
-/// In polar day it is 24, in polar night 0: the argument of the arc cosine is held to -1 to 1.
+/// In polar day it is 24, in polar night 0: the argument of the arc cosine is limited to -1 to 1.
 [[nodiscard]] VARNHOLT_EXPORT float CalcDayLength(std::int32_t day, float latitude);
 
 /// Radiation that a horizontal square metre at the top of the atmosphere receives in that day, in MJ, and the
@@ -43,15 +44,16 @@ namespace Varnholt {
 ///     dr = 1 + 0.033 cos(2 pi day / 365)             distance of the sun
 ///     R  = 38.495392 dr (ws sin lat sin decl + cos lat cos decl sin ws)
 ///
-/// with decl, lat and N as above, and ws = pi N / 24. Here N alone is rounded to 32 bits, so it may differ
-/// from CalcDayLength in the last digits of a float, and by more just beside polar day and night, where the
-/// day length runs away from the declination. In polar night R is 0.
+/// with decl, lat and N as above, and ws = pi N / 24. Here only N is rounded to 32 bits, so it may differ
+/// from CalcDayLength in the last digits of a float, and by more close to polar day and night, where the day
+/// length changes steeply with the declination. In polar night R is 0.
 [[nodiscard]] VARNHOLT_EXPORT float Solar_Radiation(float latitude, std::int32_t day, float& dayLength);
 
 /// Radiation at the surface in a day with that many hours of sunshine (Angstrom 1924, Prescott 1940): (a + b
-/// sunshine / N) R, with R and N of Solar_Radiation. The coefficients are those of the site, a at an overcast
-/// sky and a + b at a clear one; those of FAO-56 belong to an R that is 2.4 % smaller. More sunshine than the
-/// day has hours is taken as it is. In polar night the result is 0, whatever a, b and the sunshine.
+/// sunshine / N) R, with R and N of Solar_Radiation. The coefficients are those of the site: a for an
+/// overcast sky, a + b for a clear one. Those of FAO-56 are meant for an R that is 2.4 % smaller. More
+/// sunshine than the day has hours is not limited. In polar night the result is 0, whatever a, b and the
+/// sunshine.
 [[nodiscard]] VARNHOLT_EXPORT float Angstrom(float sunshine, float latitude, float a, float b,
                                              std::int32_t day);
 
@@ -69,7 +71,7 @@ namespace Varnholt {
 ///     PET   = delta net 1.21 / (0.66 + delta)
 ///
 /// It is a finite number for every finite radiation and temperature above -237.3 degrees. Below, the formula
-/// means nothing and may give a NaN.
+/// has no meaning and may give a NaN.
 [[nodiscard]] VARNHOLT_EXPORT float CalcDailyPET(float temperature, float radiation);
 
 /// PET of a whole month in mm, from its mean temperature and mean daily radiation: the PET of the mean day

@@ -7,7 +7,7 @@
 ///     const TComplex impedance = DivComplex(MakeComplex(230, 0), MakeComplex(3, 4));   // 27.6 - 36.8i
 ///     const TComplex cube = PowComplex(impedance, 3);
 ///
-/// Overflow, and a division by zero, give the infinities and NaNs of IEEE 754; nothing is raised.
+/// Overflow and division by zero give the infinities and NaNs of IEEE 754; nothing is raised.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
@@ -31,11 +31,11 @@ struct TComplex {
 [[nodiscard]] VARNHOLT_EXPORT TComplex MulComplex(const TComplex& x, const TComplex& y);
 
 /// x / y. All four parts are first divided by |c| + |d|, the size of the divisor c + di, so that the squares
-/// in the quotient neither overflow nor vanish. With y = 0, or where |c| + |d| overflows, both parts are
+/// in the quotient neither overflow nor underflow. With y = 0, or where |c| + |d| overflows, both parts are
 /// NaNs.
 [[nodiscard]] VARNHOLT_EXPORT TComplex DivComplex(const TComplex& x, const TComplex& y);
 
-/// x to the power n: x times x, times x and so on, n - 1 times. The power 0 is 1, also of zero.
+/// x to the power n, by n - 1 multiplications by x. The power 0 is 1, also of zero.
 [[nodiscard]] VARNHOLT_EXPORT TComplex PowComplex(const TComplex& x, std::uint8_t n);
 
 }  // namespace Varnholt

@@ -9,7 +9,7 @@ namespace Varnholt {
 
 namespace {
 
-/// Cuts the letter of the hemisphere from the end of the text; true for the negative hemisphere.
+/// Removes the letter of the hemisphere from the end of the text; true for the negative hemisphere.
 using TCutHemisphere = bool (*)(String& text);
 
 bool CutLatitudeLetter(String& text) {

@@ -9,22 +9,21 @@
 ///     LongitudeVal(-170);                                  // 190
 ///
 /// A text is a plain number, or degrees, minutes and seconds with the words DEG, MIN and SEC in this order,
-/// each behind its number; minutes and seconds may be left out from the end. A letter for the hemisphere
-/// may close the text. Case does not count, blanks may stand around the numbers. Each number is read by
-/// StrToFloat, with the decimal separator of FormatSettings(), and keeps its own sign: minutes are always
-/// added.
+/// each after its number; seconds, or minutes and seconds, may be omitted. A letter for the hemisphere may
+/// end the text. Case is ignored, and blanks may surround the numbers. Each number is read by StrToFloat,
+/// with the decimal separator of FormatSettings(), and keeps its own sign: minutes are always added.
 ///
-/// Commas and semicolons are taken out of the text wherever they stand, so they separate nothing: "33,5" is
+/// Commas and semicolons are removed from the text wherever they occur, so they separate nothing: "33,5" is
 /// 335, even where the comma is the decimal separator.
 ///
 /// No range is checked: "400" is a latitude of 400 degrees, and a number beyond the range of a float gives an
 /// infinity.
 ///
-/// Threads: the functions keep no state; FormatSettings.h tells the rule of the settings.
+/// Threads: the functions keep no state; for the settings see FormatSettings.h.
 namespace Varnholt {
 
 /// The latitude in decimal degrees, south negative. A last "S" means south. A last "N" means north, unless an
-/// "I" stands before it: it then belongs to "MIN". A blank behind the letter is not passed over.
+/// "I" precedes it: it then belongs to "MIN". A blank after the letter is not skipped.
 ///
 /// Raises Exception "Problem parsing the string: ", followed by "String is empty" for a text without any
 /// character other than commas and semicolons, else by StrToFloat's "'PART' is not a valid floating point
@@ -34,7 +33,7 @@ namespace Varnholt {
 /// The longitude in decimal degrees, west negative. As GetLatitudeValue, with "W" for west and "E" for east.
 [[nodiscard]] VARNHOLT_EXPORT float GetLongitudeValue(StringView text);
 
-/// The longitude counted eastwards: a negative value plus 360, any other as it is. A value just below 0 may
+/// The longitude counted eastwards: a negative value plus 360, any other unchanged. A value just below 0 may
 /// round to 360.
 [[nodiscard]] VARNHOLT_EXPORT float LongitudeVal(float value);
 

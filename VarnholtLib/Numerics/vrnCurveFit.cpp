@@ -118,7 +118,7 @@ float RSquaredLinear(const TIntegerArray& x, const TSingleArray& y) {
         AddTo(sxy, xi * yi);
     }
     const Extended variances = ProductDifference(n, sxx, sx, sx) * ProductDifference(n, syy, sy, sy);
-    if (variances <= 0) return 0;  // so small that rounding has swallowed it
+    if (variances <= 0) return 0;  // so small that rounding has lost it
     const Extended r = ProductDifference(n, sxy, sx, sy) / std::sqrt(variances);
     return static_cast<float>(r * r);
 }

@@ -17,24 +17,24 @@
 ///
 /// The registry begins with "Linear" and "Exponential". It lives from the load of the library to its unload.
 ///
-/// Precision: the sums over the points are 32-bit floats, rounded at each addition, and so are A and B; what
-/// lies between is computed in Extended. The sums of RSquaredLinear have 64 bits. Not finite or not
-/// determined, as by one point or by equal X, the results are what IEEE 754 makes of the formulas: NaN or an
-/// infinity, for a single point NaN twice.
+/// Precision: the sums over the points are 32-bit floats, rounded at each addition, and so are A and B; all
+/// other values are computed in Extended. The sums of RSquaredLinear have 64 bits. Where the points do not
+/// determine the curve, as with a single point or equal X, or are not finite, A and B follow from IEEE 754
+/// arithmetic: NaNs or infinities; for a single point both are NaNs.
 ///
 /// Threads: the fits keep no state. The registry has no lock: register entries before other threads read it.
 namespace Varnholt {
 
-/// Fits a curve to the points (X[i], Y[i]) and tells its parameters.
+/// Fits a curve to the points (X[i], Y[i]) and returns its parameters.
 using TFitFunc = void (*)(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
 /// The y of a curve at x.
 using TFitYFunc = float (*)(float x, float a, float b);
-/// The equation of a curve as a text, numbers with three decimals and the separator of FormatSettings().
+/// The equation of a curve as text, with three decimals and the separator of FormatSettings().
 using TFitFormatEqFunc = String (*)(float a, float b);
 /// The coefficient of determination of the fit to the points, 0 to 1.
 using TR2Func = float (*)(const TIntegerArray& x, const TSingleArray& y);
 
-/// What belongs to one family of curves. A function that it lacks is null.
+/// The functions of one family of curves. A missing function is null.
 class VARNHOLT_EXPORT IFitFuncs {
 public:
     virtual ~IFitFuncs() = default;
@@ -57,16 +57,16 @@ public:
     [[nodiscard]] TR2Func R2Func() const override { return FR2Func; }
     [[nodiscard]] String Name() const override { return FName; }
 
-    /// The registered entries as they are now, in the order of their registration; none while the library is
-    /// not loaded.
+    /// The entries registered so far, in the order of their registration; none while the library is not
+    /// loaded.
     [[nodiscard]] static std::vector<std::shared_ptr<IFitFuncs>> Items();
 
     /// The built-in entries; null while the library is not loaded. "Exponential" has no R2Func.
     [[nodiscard]] static std::shared_ptr<IFitFuncs> Linear();
     [[nodiscard]] static std::shared_ptr<IFitFuncs> Exponential();
 
-    /// Appends a new entry to the registry and returns it. A name may occur twice. EInvalidOperation "The
-    /// registry of curve fits is not loaded".
+    /// Appends a new entry to the registry and returns it. A name may occur twice. Raises EInvalidOperation
+    /// "The registry of curve fits is not loaded".
     static std::shared_ptr<IFitFuncs> RegisterFuncs(StringView name, TFitFunc fit, TFitYFunc y,
                                                     TFitFormatEqFunc equation, TR2Func r2);
 
@@ -99,26 +99,26 @@ private:
 VARNHOLT_EXPORT void FitLinear(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
 /// B * x + A
 [[nodiscard]] VARNHOLT_EXPORT float FitLinearY(float x, float a, float b);
-/// "Y=A+BX". A negative B shows its sign behind the plus.
+/// "Y=A+BX". A negative B shows its sign after the plus.
 [[nodiscard]] VARNHOLT_EXPORT String FitLinearFormatEq(float a, float b);
 
 /// The square of Pearson's correlation of X and Y:
 ///
 ///     r = (n * Sxy - Sx * Sy) / sqrt((n * Sxx - Sx * Sx) * (n * Syy - Sy * Sy))
 ///
-/// 0 if X or Y has no variance, and so without points. Y values beyond the length of X do not count.
+/// 0 if X or Y has no variance, and also without points. Y values beyond the length of X are ignored. Raises
 /// EArgumentException "Number of Y values is less than the number of X values".
 [[nodiscard]] VARNHOLT_EXPORT float RSquaredLinear(const TIntegerArray& x, const TSingleArray& y);
 
-/// The exponential y = A * e^(B * x), as the straight line through ln y, so that relative errors of y count
-/// alike. With l = ln y as 32-bit floats:
+/// The exponential y = A * e^(B * x), as the straight line through ln y, so that relative errors of y have
+/// equal weight. With l = ln y as 32-bit floats:
 ///
 ///     A = e^((Sxx * Sl - Sx * Sxl) / (n * Sxx - Sx * Sx))
 ///     B = (n * Sxl - Sx * Sl) / (n * Sxx - Sx * Sx)
 ///
-/// A y that is no farther from 0 than 0.000001 counts as 0.000001. About x * x and the EArgumentExceptions
-/// see FitLinear. Any other negative y raises Exception "Dataset does not support Exponential fit"; a NaN
-/// goes on into A and B.
+/// A y within 0.000001 of 0 counts as 0.000001. For x * x, the digits lost and the EArgumentExceptions see
+/// FitLinear. Any other negative y raises Exception "Dataset does not support Exponential fit"; with a NaN, A
+/// and B are NaNs.
 VARNHOLT_EXPORT void FitExp(const TIntegerArray& x, const TSingleArray& y, float& a, float& b);
 /// e^(B * x) * A
 [[nodiscard]] VARNHOLT_EXPORT float FitExpY(float x, float a, float b);

@@ -24,7 +24,7 @@ float ToFloat(Extended value) {
     return static_cast<float>(value);
 }
 
-/// Calls visit with the values that Clean keeps, in order, without the copy; how many there are.
+/// Calls visit with the values that Clean keeps, in order, without a copy; returns their number.
 template <typename TVisit>
 std::int32_t ForEachKnown(const TFloatArray& array, TVisit visit) {
     std::int32_t count = 0;
@@ -36,8 +36,7 @@ std::int32_t ForEachKnown(const TFloatArray& array, TVisit visit) {
     return count;
 }
 
-/// The known value that is better than all others, of equal ones the first; NaNs count only where there is
-/// nothing else.
+/// The known value that is better than all others, of equal ones the first; a NaN only if all are NaNs.
 template <typename TBetter>
 float Extreme(const TFloatArray& array, TBetter isBetter) {
     float best = std::numeric_limits<float>::quiet_NaN();

@@ -14,11 +14,11 @@
 ///     if (mean != -999) Show(ZScore(rain.GetFloat(7), mean, sd));
 ///
 /// Missing values. The operations whose name ends in 2 leave out every value from -1000 to -999, both
-/// included, and give -999 where there is no result: when nothing is left, and when the formula divides by
-/// zero. Those without the 2 take every value as it is, and a division by zero gives what IEEE arithmetic
-/// makes of it. No operation changes its input. NaNs are no missing values: they show in the result.
+/// included, and return -999 where there is no result: if no value is left, and if the formula divides by
+/// zero. Those without the 2 take every value unchanged, and a division by zero gives the infinity or NaN of
+/// IEEE 754. No operation changes its input. NaNs are not missing values: they show in the result.
 ///
-/// Threads: the functions keep no state, but RandN and bsample, which draw from the process's generator
+/// Threads: the functions keep no state, except that RandN and bsample draw from the process's generator
 /// (Platform/Runtime/Random.h).
 namespace Varnholt {
 
@@ -35,12 +35,12 @@ namespace Varnholt {
 /// measured: 5E-4 of the value for 0 < x < 5.6, 2 % up to 8, and no digit is right from about 30 on.
 [[nodiscard]] VARNHOLT_EXPORT double Probability(double x);
 
-/// A random number, about normally distributed: the sum of 12 uniform numbers minus 6, times sd, plus mean.
-/// No result is more than 6 sd from the mean.
+/// An approximately normally distributed random number: the sum of 12 uniform numbers minus 6, times sd, plus
+/// mean. No result is more than 6 sd away from the mean.
 [[nodiscard]] VARNHOLT_EXPORT float RandN(float mean, float sd);
 
-/// Mean, smallest and largest of the values that are not missing, or -999. The mean sums in 64 bits. A NaN
-/// makes the mean a NaN; for the extremes NaNs do not count.
+/// Mean, smallest and largest of the values that are not missing, or -999. The sum of the mean has 64 bits. A
+/// NaN makes the mean a NaN; the extremes skip NaNs.
 [[nodiscard]] VARNHOLT_EXPORT float Mean2(const TFloatArray& array);
 [[nodiscard]] VARNHOLT_EXPORT float Min2(const TFloatArray& array);
 [[nodiscard]] VARNHOLT_EXPORT float Max2(const TFloatArray& array);
@@ -60,30 +60,31 @@ namespace Varnholt {
 /// (-1)^(j - 1) * e^(-2 j^2 l^2) in 99 terms at most, and 1 where they do not settle. -999 where no value is
 /// above -999. A NaN or an infinity among the values gives a NaN.
 ///
-/// This is not the distance of the textbooks, so compare results with each other only:
+/// This is not the distance of the textbooks, so compare the results only with each other:
 /// - c counts the values above -999;
 /// - the distribution function at a score z counts as (1 - Probability(z / sqrt(2))) / 2 + 1/2, which is 1/2
-///   or more, held between 0.00001 and 0.99999;
+///   or more, limited to 0.00001 to 0.99999;
 /// - D is the greatest of k / size - p and p - (k - 1) / size, over the second and later of the sorted
 ///   values. k is the index in the array cleaned of missing values, whose base is the index of the first
-///   value that is not missing; size counts the missing values, too.
+///   value that is not missing; size includes the missing values.
 [[nodiscard]] VARNHOLT_EXPORT double KS2(const TFloatArray& array);
 
 /// Pearson correlation of array1 and array2 at the indices from 1 to the count of array1, by running means
-/// and sums of 32 bits (Welford 1962). 0 for fewer than 3 pairs, and when one of the two is constant. Both
-/// need the base 1, and array2 as many values as array1: else the failure of TFloatArray::GetFloat at the
-/// first index that is missing.
+/// and sums of 32 bits (Welford 1962). 0 for fewer than 3 pairs, and if one of the two is constant. Both need
+/// the base 1, and array2 as many values as array1; otherwise TFloatArray::GetFloat raises at the first
+/// missing index.
 [[nodiscard]] VARNHOLT_EXPORT float Corr(const TFloatArray& array1, const TFloatArray& array2);
 
 /// Root of the sum of squared differences over the highest 0-based index of array1, so over one less than its
-/// number of values; an infinity or a NaN for one value. The sum runs in 32 bits. EArgumentException "RMSE
+/// number of values; an infinity or a NaN for one value. The sum has 32 bits. Raises EArgumentException "RMSE
 /// needs at least one value", and "RMSE needs a second array as long as the first".
 [[nodiscard]] VARNHOLT_EXPORT float RMSE(std::span<const float> array1, std::span<const float> array2);
 
 /// Replaces `grid` by bootstrap samples: `sampleCount` columns of as many values as the array has, each drawn
 /// from the array with replacement. The last value of the array is never drawn, unless it is the only one.
-/// Seeds the process's generator from the clock first. The array needs the base 1, else the failure of
-/// TFloatArray::GetFloat; a sampleCount below 1 fails as TFloatGrid's constructor does. `grid` then stays.
+/// Seeds the process's generator from the clock first. The array needs the base 1, otherwise
+/// TFloatArray::GetFloat raises; a sampleCount below 1 raises as TFloatGrid's constructor does. `grid` is
+/// then unchanged.
 VARNHOLT_EXPORT void bsample(const TFloatArray& array, std::int32_t sampleCount, TFloatGrid& grid);
 
 }  // namespace Varnholt

@@ -12,7 +12,7 @@ namespace {
 
 constexpr Extended kTolerance = 0.001L;  // of the probability that a quantile is searched for
 
-/// gammf with what depends on the parameters alone computed once.
+/// gammf, with everything that depends only on the parameters computed once.
 class TGammaDensity {
 public:
     TGammaDensity(float alpha, float beta)
@@ -73,7 +73,8 @@ private:
         return FDensity(x);
     }
 
-    /// The sum of the density in the middles of n intervals of the given whole width from a on.
+    /// The sum of the density at the midpoints of n equal intervals, which begin at a and have this total
+    /// width.
     float SumOfMiddles(float a, Extended width, int n) {
         const auto del = static_cast<float>(width / n);
         Extended x = a + Extended{del} / 2;
@@ -127,7 +128,7 @@ float gam_ptil(float alpha, float beta, float x0, float p) {
         auto x = static_cast<float>(x0 + d);
         if (x < 0) x = 0.05F;
         t = integral(x);
-        if (std::isnan(t)) throw TGammaIntegral::DidNotConverge();  // and so would be all that follow
+        if (std::isnan(t)) throw TGammaIntegral::DidNotConverge();  // all following ones would be NaNs
         if (std::fabs(t - p) < kTolerance) return x;
     }
 }

@@ -13,9 +13,9 @@
 ///     const float wet = gam_ptil1(alpha, beta, x, 0.9F);    // the amount not exceeded in 90 % of cases
 ///     const double below = normp(1.96);                     // 0.975
 ///
-/// alpha is the shape and beta the scale of a gamma distribution, so that its mean is alpha * beta. No
-/// operation but those that say so checks its arguments: a logarithm or quotient of a bad value gives what
-/// IEEE arithmetic makes of it. Expressions are evaluated in Extended.
+/// alpha is the shape and beta the scale of a gamma distribution, so that its mean is alpha * beta. Only the
+/// operations that say so check their arguments; elsewhere a logarithm or quotient of a bad value gives the
+/// infinity or NaN of IEEE 754. Expressions are evaluated in Extended.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
@@ -50,8 +50,8 @@ VARNHOLT_EXPORT void Gamma(std::int32_t column, const TFloatGrid& grid, float& a
 ///     fails                            72 %     56 %     19 %     8 %      0 %         17 %
 ///     largest error of p otherwise     0.13     0.006    0.0011   0.001    0.001
 ///
-/// Exception "Problem in gam_ptil: the search for the quantile did not converge." when the integral is a NaN,
-/// and after 2^25 evaluations of the density: 0.6 s of processor time, about 2 s where the density
+/// Raises Exception "Problem in gam_ptil: the search for the quantile did not converge." if the integral is a
+/// NaN, and after 2^25 evaluations of the density: 0.6 s of processor time, about 2 s where the density
 /// underflows.
 [[nodiscard]] VARNHOLT_EXPORT float gam_ptil(float alpha, float beta, float x0, float p);
 
@@ -71,11 +71,11 @@ VARNHOLT_EXPORT void Gamma(std::int32_t column, const TFloatGrid& grid, float& a
 [[nodiscard]] VARNHOLT_EXPORT double normp(double x);
 
 /// Percentile of one grid column, from 0 to 100 percent, without its last two rows: of n sorted values, the
-/// one at the place (n + 1) * percent / 100, counted from 1 and held between the first and the last. A place
-/// less than half, or just half and after an even number, past a value gives the mean of that value and the
-/// next one; any other place between two values gives the upper one. EArgumentException "A percentile needs
-/// a column of 3 rows or more", and "A percentile needs a number of percent" for a NaN. A column outside the
-/// grid raises as TAbstractGrid::CheckBounds does.
+/// one at the place (n + 1) * percent / 100, counted from 1 and limited to the first and the last. A place
+/// that rounds down, halves to the even number, gives the mean of the values below and above it; any other
+/// place between two values gives the upper one. Raises EArgumentException "A percentile needs a column of 3
+/// rows or more", and "A percentile needs a number of percent" for a NaN. A column outside the grid raises as
+/// TAbstractGrid::CheckBounds does.
 [[nodiscard]] VARNHOLT_EXPORT float centil(std::int32_t column, float percent, const TFloatGrid& grid);
 
 }  // namespace Varnholt

@@ -5,15 +5,15 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "VarnholtLib/Numerics/vrnRoundingPrivate.h"
 
-// The running values that the methods round to 32 bits are doubles here, and each rounding stands out as
-// Round32; floats are rounded by their type. All else counts as evaluated in Extended (vrnRoundingPrivate.h).
+// The running values that the methods round to 32 bits are doubles here, and each rounding is a call of
+// Round32; floats are rounded by their type. All other values are those of Extended (vrnRoundingPrivate.h).
 
 namespace Varnholt {
 namespace {
 
 constexpr int kMaxIterations = 100;
 constexpr Extended kEps = 3E-7L;
-// Rougher limits: what does not meet them in double, or in float, does not meet kEps in Extended.
+// Coarser limits: a value that does not meet them in double or float does not meet kEps in Extended either.
 constexpr double kRoughEps = 4E-7;
 constexpr float kInverseOfRoughEps = 2.5E6F;
 constexpr double kUlp = 0x1p-53;
@@ -79,7 +79,7 @@ struct TConvergents {
     TPair Before, Last;
 };
 
-/// The next convergents, where the ones in double are in doubt.
+/// The next convergents in Extended, for those that are in doubt in double.
 TConvergents NextInExtended(const TConvergents& old, Extended x, Extended ana, Extended anf, Extended fac) {
     TConvergents next;
     for (const int i : {0, 1}) {
@@ -98,7 +98,7 @@ float gammln(float x) {
     double ser = 1;
     int n = 0;
     for (const float c : kCoefficients) {
-        ++n;  // for x > 0 no term is more than 11 times the sum: double is near enough
+        ++n;  // for x > 0 no term is more than 11 times the sum: double is accurate enough
         ser = Round32(ser + c / y, [&] { return ser + c / Counted(Extended{x} - 1, n); });
         y += 1;
     }
@@ -123,11 +123,12 @@ void gser(float a, float x, float& gamser, float& gln) {
     float sum = 1 / a;
     for (int n = 1; n <= kMaxIterations; ++n) {
         ap += 1;
-        // In double x / ap goes first: it need not wait for the last term.
+        // In double x / ap is computed first: it does not depend on the last term.
         del = Round32(del * (x / ap), [&] { return Extended{del} * x / Counted(a, n); });
         const auto term = static_cast<float>(del);
         sum += term;
-        // The first test, in float, is met wherever the one that counts is, and spares it most of the time.
+        // The first test, in float, is met wherever the decisive one is, and mostly makes that one
+        // unnecessary.
         if (term * kInverseOfRoughEps < std::fabs(sum) && IsSettled(del, sum)) {
             gamser = TimesGammaFactor(sum, a, x, gln);
             return;

@@ -29,8 +29,8 @@
 /// function is a 32-bit float.
 ///
 /// A series or continued fraction that has not settled to EPS = 3E-7 within 100 terms raises; NaN and
-/// infinite arguments end the same way, or give what IEEE arithmetic makes of them. The failures are of the
-/// plain class Exception.
+/// infinite arguments do the same, or give the infinity or NaN of IEEE 754. All exceptions are of the plain
+/// class Exception.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
@@ -41,7 +41,7 @@ namespace Varnholt {
 ///
 /// Largest errors measured: 8E-8 of the value for x from 1E-10 to 0.01 and above 10; 1E-6 absolute between,
 /// where the value crosses 0 at 1 and 2; 8E-7 of the value down to 1E-15 and 6E-3 down to 1E-19. Below 5E-20,
-/// as for 0, the result is an infinity. A negative x gives nothing useful.
+/// as for 0, the result is an infinity. A negative x gives no meaningful result.
 [[nodiscard]] VARNHOLT_EXPORT float gammln(float x);
 
 /// Regularised lower incomplete gamma function P(a, x) = 1 / Gamma(a) * integral from 0 to x of
@@ -50,18 +50,18 @@ namespace Varnholt {
 /// - the failures of gser and gcf
 [[nodiscard]] VARNHOLT_EXPORT float gammp(float a, float x);
 
-/// Its complement Q(a, x) = 1 - P(a, x), which keeps its digits where it is small.
+/// Its complement Q(a, x) = 1 - P(a, x), without the loss of digits of that difference where Q is small.
 /// - "Problem in gamma function calculation: invalid argument.": x below 0, or a not above 0
 /// - the failures of gser and gcf
 [[nodiscard]] VARNHOLT_EXPORT float gammq(float a, float x);
 
-/// P(a, x) by its power series; good for x below a + 1. Also gives gln = gammln(a). From
-/// about a = 400 on the series does not settle for every x below a + 1.
+/// P(a, x) by its power series; suited to x below a + 1. Also gives gln = gammln(a). From about a = 390
+/// on the series does not settle for every x below a + 1.
 /// - "Problem in gamma function calculation: coefficient x less than 0."
 /// - "Problem in gamma function calculation: coefficient a too large.": not settled after 100 terms
 VARNHOLT_EXPORT void gser(float a, float x, float& gamser, float& gln);
 
-/// Q(a, x) by its continued fraction (Legendre); good for x from a + 1 on, up to about 1E19, where the terms
+/// Q(a, x) by its continued fraction (Legendre); suited to x from a + 1 on, up to about 1E19, where the terms
 /// leave the range of a float. Also gives gln = gammln(a).
 /// - "Problem in gamma function calculation: coefficient a too large.": not settled after 100 terms
 VARNHOLT_EXPORT void gcf(float a, float x, float& gammcf, float& gln);

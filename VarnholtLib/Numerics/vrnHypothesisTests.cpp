@@ -8,7 +8,7 @@
 namespace Varnholt {
 namespace {
 
-/// betai of values that are rounded to 32 bits on the way in.
+/// betai of values that are first rounded to 32 bits.
 Extended IncompleteBeta(Extended a, Extended b, Extended x) {
     return betai(static_cast<float>(a), static_cast<float>(b), static_cast<float>(x));
 }
@@ -27,7 +27,7 @@ void FT_test(float mean1, float sd1, float mean2, float sd2, std::int32_t count1
                                IncompleteBeta(d2 / 2, d1 / 2, d2 / (d1 * f + d2)));
     const Extended difference = Extended{mean1} - mean2;
     Extended df = 0;
-    if (probF > 0.05F) {  // of 32 bits like probF, so that a probF of 0.05 is not above it
+    if (probF > 0.05F) {  // in 32 bits like probF, so that a probF of 0.05 is not above it
         df = n1 + n2 - 2;
         t = static_cast<float>(difference /
                                std::sqrt((1 / n1 + 1 / n2) * ((n1 - 1) * var1 + (n2 - 1) * var2) / df));

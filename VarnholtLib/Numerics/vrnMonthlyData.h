@@ -11,9 +11,11 @@
 ///     float summer = TMonthlyDataHelper::Average(rain, MonthSetOf({moJune, moJuly, moAugust}));
 ///
 /// Sums run in calendar order in a 32-bit float, so the sum of all months selected is the sum of the data to
-/// the bit. A NaN or an infinity among the values goes into the sum as IEEE says; Min and Max pass over NaNs.
+/// the bit. A NaN or an infinity among the values enters the sum by the rules of IEEE 754; Min and Max skip
+/// NaNs.
 ///
-/// Leans on the months and arrays of the base library.
+/// Uses the months and arrays of the base library.
+///
 /// Threads: the operations keep no state.
 namespace Varnholt {
 
@@ -35,7 +37,7 @@ public:
     /// A new array of the values of the selected months in calendar order, empty where none is selected.
     [[nodiscard]] static TSingleArray Extract(const TMonthlyData& data, const TMonthSet& months);
 
-    // The same over the selected months. With no month selected the sum is 0, all else a NaN.
+    // The same over the selected months. With no month selected the sum is 0 and all others are NaNs.
 
     [[nodiscard]] static float Sum(const TMonthlyData& data, const TMonthSet& months);
     [[nodiscard]] static float Average(const TMonthlyData& data, const TMonthSet& months);

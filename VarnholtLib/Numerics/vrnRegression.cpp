@@ -26,8 +26,8 @@ struct TFit {
     [[nodiscard]] std::int32_t Mfit() const noexcept { return static_cast<std::int32_t>(Fitted.size()); }
 };
 
-/// The fit between two calls. Each call takes it out and puts it back at its end, so that it is gone when the
-/// call raises, and a model that calls mrqmin itself can not pull it away from under the call.
+/// The fit between two calls. Each call takes it out and puts it back at its end, so that it is destroyed if
+/// the call raises, and a model that calls mrqmin itself cannot destroy it during the call.
 constinit std::unique_ptr<TFit> currentFit;
 
 void RequireElements(const TFloatArray& array, std::int32_t count) {
@@ -54,9 +54,9 @@ std::vector<std::int32_t> FittedParameters(const TIntArray& ia, std::int32_t ma)
     return fitted;
 }
 
-// The sums over the data points
+// --- The sums over the data points ---
 
-/// The sums of mrqcof while they grow: of alpha the rows of the lower triangle, one after the other.
+/// The running sums of mrqcof; of alpha the rows of the lower triangle, one after the other.
 struct TSums {
     explicit TSums(std::size_t mfit) : Alpha(mfit * (mfit + 1) / 2), Beta(mfit) {}
 
@@ -64,7 +64,7 @@ struct TSums {
     std::vector<float> Beta;
     float Chisq = 0;
 
-    /// A data point with the residual dy and the derivatives by the fitted parameters.
+    /// Adds a data point with the residual dy and the derivatives by the fitted parameters.
     void Add(float dy, std::span<const float> derivatives) {
         auto cell = Alpha.begin();
         for (std::size_t j = 0; j < derivatives.size(); ++j) {
@@ -91,7 +91,7 @@ struct TSums {
     }
 };
 
-// Gauss-Jordan elimination
+// --- Gauss-Jordan elimination ---
 
 struct TCell {
     std::int32_t Row;
@@ -125,7 +125,7 @@ void SubtractRow(TFloatGrid& grid, std::int32_t from, std::int32_t row, std::int
 }
 
 /// The largest element whose row and column have had no pivot yet. A pivot moves to the diagonal, so one mark
-/// stands for the row and the column. None if all of them are NaN.
+/// covers its row and its column. None if all of them are NaN.
 std::optional<TCell> FindPivot(const TFloatGrid& a, const std::vector<bool>& ipiv) {
     std::optional<TCell> pivot;
     const auto n = static_cast<std::int32_t>(ipiv.size());
@@ -144,7 +144,7 @@ std::optional<TCell> FindPivot(const TFloatGrid& a, const std::vector<bool>& ipi
     return pivot;
 }
 
-/// Makes column icol of `a` a unit vector, and puts into its place the column of the inverse that grows.
+/// Makes column icol of `a` a unit vector, and replaces it by the column of the growing inverse.
 void Eliminate(TFloatGrid& a, std::int32_t n, TFloatGrid& b, std::int32_t m, std::int32_t icol) {
     const float pivinv = 1 / a.Get(icol, icol);
     a.Put(icol, icol, 1);
@@ -163,7 +163,7 @@ void ReportSingular(StringView text) {
     MessageDlg(text, mtInformation, {mbOK}, 0);
 }
 
-// The steps of a fit
+// --- The steps of a fit ---
 
 void CheckArguments(const TFloatArray& x, const TFloatArray& y, std::int32_t ndata, const TFloatArray& a,
                     const TIntArray& ia, std::int32_t ma, const TFloatGrid& covar, const TFloatGrid& alpha,
@@ -192,9 +192,10 @@ std::unique_ptr<TFit> StartFit(const TFloatArray& a, const TIntArray& ia, std::i
 }
 
 std::unique_ptr<TFit> TakeFit(const TIntArray& ia, std::int32_t ma) {
-    if (!currentFit) throw EInvalidOperation(u"mrqmin goes on with a fit that has not been started");
+    if (!currentFit) throw EInvalidOperation(u"mrqmin cannot continue a fit that has not been started");
     if (currentFit->Atry.GetCount() != ma || currentFit->Fitted != FittedParameters(ia, ma)) {
-        throw EArgumentException(u"mrqmin goes on with other parameters than the fit was started with");
+        throw EArgumentException(
+            u"mrqmin cannot continue a fit with other parameters than it was started with");
     }
     return std::move(currentFit);
 }

@@ -5,13 +5,13 @@
 
 #include "VarnholtLib/Data/vrnGrid.h"
 
-/// Non-linear least squares: fits a model with any number of parameters to data points, all weighted alike.
+/// Non-linear least squares: fits a model with any number of parameters to data points of equal weight.
 ///
 /// Method: D. W. Marquardt, "An algorithm for least-squares estimation of nonlinear parameters", 1963. A step
-/// solves the linearised problem with the diagonal of the curvature matrix raised by the factor
-/// 1 + alamda: near 0 that is Newton's step, for a large alamda a short one along the gradient. An
-/// improvement makes alamda ten times smaller, a failure ten times larger; 43 improvements in a row would
-/// take it from 0.001 to 0, which means the end. The caller drives the steps and decides when to stop:
+/// solves the linearised problem with the diagonal of the curvature matrix raised by the factor 1 + alamda:
+/// near 0 this is Newton's step, for a large alamda a short step along the gradient. An improvement makes
+/// alamda ten times smaller, a failure ten times larger; 43 improvements in a row would reduce it from 0.001
+/// to 0, which ends the fit. The caller drives the steps and decides when to stop:
 ///
 ///     const TFuncs decay = [](float x, const TFloatArray& a, float& y, TFloatArray& dyda, std::int32_t) {
 ///         const float e = std::exp(-a[2] * x);
@@ -31,17 +31,17 @@
 ///
 /// Indices: every array is read at the indices 1 to its count, and every matrix at rows and columns 1 and up.
 /// The element of a matrix in row j and column k is the cell X = j, Y = k of its grid: Get(j, k). An n by m
-/// matrix is a TFloatGrid(n, m). What lies at other indices, when an array or grid is larger or has another
-/// base, is left alone. Where an index is missing the failure is the array's ("Index out of bounds in
+/// matrix is a TFloatGrid(n, m). Elements at other indices, of an array or grid that is larger or has another
+/// base, are left unchanged. A missing index raises the exception of the array ("Index out of bounds in
 /// TFloatArray.GetFloat", ...) or that of TAbstractGrid::CheckBounds.
 ///
 /// Precision: values, sums and products of a matrix are stored in 32 bits after every operation that a
 /// formula names; a right-hand side is computed in Extended. A NaN or infinity in data, parameters or model
-/// ends no call early: such a step counts as no improvement.
+/// does not end a call early: such a step counts as no improvement.
 ///
 /// Where parameters nearly depend on each other, the covariance matrix can lose all digits in 32 bits,
-/// silently: a variance in covar may then be negative, and its root a NaN. So it is for the NIST data set
-/// Lanczos3, a sum of three exponentials, from its first start, though chisq comes within 0.1 % of the
+/// silently: a variance in covar may then be negative, and its root a NaN. This happens with the NIST data
+/// set Lanczos3, a sum of three exponentials, from its first start, though chisq comes within 0.1 % of the
 /// certified one. A variance that is not positive means that the data do not determine the parameter in 32
 /// bits.
 ///
@@ -50,7 +50,8 @@
 namespace Varnholt {
 
 /// The model: fills `y`, its value at x for the parameters a[1] to a[na], and `dyda`, the derivatives of y by
-/// each of them at the indices 1 to na. Both come in as the last point left them, as 0 for the first point.
+/// each of them at the indices 1 to na. On entry both hold what the last point left, and 0 for the first
+/// point.
 using TFuncs =
     std::function<void(float x, const TFloatArray& a, float& y, TFloatArray& dyda, std::int32_t na)>;
 
@@ -62,22 +63,21 @@ using TFuncs =
 /// - covar, alpha: at least ma by ma, two different grids; working memory during the fit. Cells outside the
 ///   first ma by ma stay
 /// - chisq: receives the sum of squared residuals for the parameters in a; it never rises
-/// - alamda: below 0 starts a fit, and any fit that was not brought to its end is dropped; then the value
-///   that the last call left goes on; exactly 0 ends the fit, leaves the covariance matrix (for a variance of
-///   the residuals of 1) in covar and the curvature matrix in alpha, both with zeros for fixed parameters,
-///   and releases the working state
+/// - alamda: below 0 starts a fit, and drops any unfinished fit; the value that the last call left continues
+///   it; exactly 0 ends the fit, leaves the covariance matrix (for a variance of the residuals of 1) in covar
+///   and the curvature matrix in alpha, both with zeros for fixed parameters, and releases the working state
 ///
-/// A step that improves nothing leaves a and chisq alone. A singular matrix shows through the message of
-/// gaussj, and in a chisq that stands still; the fit goes on.
+/// A step without improvement leaves a and chisq unchanged. A singular matrix shows by the message of gaussj
+/// and by a chisq that does not change; the fit continues.
 ///
 /// Raises, with nothing changed and the fit as it was:
 /// - EArgumentNilException "funcs": no model
-/// - EInvalidOperation "mrqmin goes on with a fit that has not been started": start with alamda below 0
-/// - EArgumentException "mrqmin goes on with other parameters than the fit was started with": another ma, or
-///   other flags
+/// - EInvalidOperation "mrqmin cannot continue a fit that has not been started": start with alamda below 0
+/// - EArgumentException "mrqmin cannot continue a fit with other parameters than it was started with":
+///   another ma, or other flags
 /// - EGridException for a missing index
 ///
-/// Raises, and the fit is over: EGridException where ma is below 1 or every parameter is fixed ("Can't create
+/// Raises, and ends the fit: EGridException where ma is below 1 or every parameter is fixed ("Can't create
 /// a float array ..." or "a grid with a dimension less than 1"), and whatever the model raises; alamda, a and
 /// chisq are then as before the call.
 VARNHOLT_EXPORT void mrqmin(const TFloatArray& x, const TFloatArray& y, std::int32_t ndata, TFloatArray& a,
@@ -90,7 +90,7 @@ VARNHOLT_EXPORT void mrqmin(const TFloatArray& x, const TFloatArray& y, std::int
 ///     beta[j]     = sum of r * d[j]       half the downward gradient of chisq, elements 1 to mfit
 ///     chisq       = sum of r * r
 ///
-/// Calls the model once for each point, in order. Raises what mrqmin does about `funcs`, missing indices and
+/// Calls the model once for each point, in order. Raises what mrqmin raises for `funcs`, missing indices and
 /// ma, and what the model raises, with alpha, beta and chisq unchanged.
 VARNHOLT_EXPORT void mrqcof(const TFloatArray& x, const TFloatArray& y, std::int32_t ndata,
                             const TFloatArray& a, const TIntArray& ia, std::int32_t ma, TFloatGrid& alpha,
@@ -98,19 +98,20 @@ VARNHOLT_EXPORT void mrqcof(const TFloatArray& x, const TFloatArray& y, std::int
 
 /// Gauss-Jordan elimination with full pivoting: turns the n by n matrix `a` into its inverse and the columns
 /// of the n by m matrix `b` into the solutions of a * x = b. Of equally large elements the last one, row by
-/// row, becomes the pivot. `a` and `b` are different grids; with n below 1 nothing happens, with m below 1
+/// row, becomes the pivot. `a` and `b` are different grids; with n below 1 nothing is done, with m below 1
 /// there are no right-hand sides.
 ///
-/// A singular matrix does not raise: a MessageDlg of type mtInformation with an OK button and help context 0
-/// tells it, and the matrices stay half-done:
-/// - "Problem in gaussj - Singular Matrix-2.": the largest element left is 0
-/// - "Problem in gaussj - Singular Matrix-1.": no column is left that could give a pivot, as when all the
-///   elements left are NaN
+/// A singular matrix does not raise: it is reported by a MessageDlg of type mtInformation with an OK button
+/// and help context 0, and the matrices are left half-processed:
+/// - "Problem in gaussj - Singular Matrix-2.": the largest remaining element is 0
+/// - "Problem in gaussj - Singular Matrix-1.": no remaining column can give a pivot, as when all remaining
+///   elements are NaN
 VARNHOLT_EXPORT void gaussj(TFloatGrid& a, std::int32_t n, TFloatGrid& b, std::int32_t m);
 
 /// Spreads the mfit by mfit matrix of the fitted parameters over the ma by ma matrix of all parameters, in
-/// place, with zeros in the rows and columns of those whose flag in `ia` is 0. EArgumentException "mfit is
-/// not the number of parameters that are fitted", EGridException for a missing index; with nothing changed.
+/// place, with zeros in the rows and columns of those whose flag in `ia` is 0. Raises EArgumentException
+/// "mfit is not the number of parameters that are fitted", EGridException for a missing index; with nothing
+/// changed.
 VARNHOLT_EXPORT void covsrt(TFloatGrid& covar, std::int32_t ma, const TIntArray& ia, std::int32_t mfit);
 
 }  // namespace Varnholt

@@ -5,14 +5,13 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// Private to the numerics: the roundings to 32 bits of expressions that are to be evaluated in Extended, in
-/// less time than Extended takes.
+/// Rounds expressions that are defined in Extended to 32 bits, in less time than Extended takes.
 ///
 ///     del = Round32([&]<typename W> { return W{del} * x / W(ap); });
 ///
 /// Double carries 29 bits more than a float. What is computed in double therefore rounds to the same float as
-/// what is computed in Extended, unless it falls next to the middle between two floats: then, and only then,
-/// the expression is evaluated again in Extended. The results are those of Extended, to the bit.
+/// what is computed in Extended, unless it is close to the midpoint between two floats: only then is the
+/// expression evaluated again in Extended. The results are those of Extended, to the bit.
 ///
 /// A single operation on two floats needs none of this: its exact result, rounded to 53 or 64 bits first,
 /// rounds to the same float as at once, since 53 >= 2 * 24 + 2.
@@ -20,7 +19,7 @@
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
-constexpr std::uint64_t kRoundingMiddle = std::uint64_t{1} << 28;  // half of the 29 bits that a float has not
+constexpr std::uint64_t kRoundingMiddle = std::uint64_t{1} << 28;  // half of the 29 extra bits of a double
 constexpr std::uint64_t kRoundingTail = 2 * kRoundingMiddle - 1;
 constexpr std::uint64_t kRoundingSlack = 64;
 
@@ -29,7 +28,8 @@ using TPair [[gnu::vector_size(16)]] = double;
 using TPairBits [[gnu::vector_size(16)]] = std::uint64_t;
 
 /// Whether a value computed in double with a relative error of up to 30 * 2^-53 may round to another float
-/// than the exact one. Also true for what is no normal float: zero, infinity, NaN, too small, too large.
+/// than the exact one. Also true for a value that is not a normal float: zero, infinity, NaN, too small, too
+/// large.
 inline bool MayRoundOtherwise(double value) {
     constexpr auto kSmallest = std::bit_cast<std::uint64_t>(0x1p-126) << 1;  // shifted: without the sign
     constexpr auto kLargest = std::bit_cast<std::uint64_t>(0x1p127) << 1;
@@ -40,16 +40,16 @@ inline bool MayRoundOtherwise(double value) {
     return isNearMiddle | isNoNormalFloat;
 }
 
-/// The value rounded to 32 bits, for one that is clear of the middle between two floats and of the limits of
+/// The value rounded to 32 bits, if it is not close to the midpoint between two floats or to the limits of
 /// their range. Stays in the floating-point registers: half the time of a conversion to float and back.
 inline double ClearTail(double value) {
     const auto bits = std::bit_cast<TPairBits>(TPair{value, value});
     return std::bit_cast<TPair>((bits + kRoundingMiddle) & ~kRoundingTail)[0];
 }
 
-/// A value rounded to 32 bits; held in a double, for the next expression to go on with. `value` is the value
+/// A value rounded to 32 bits and held in a double, for use in the next expression. `value` is the value
 /// in double, `exact` a function that computes it in Extended. The double must be within 30 * 2^-53 of it,
-/// relatively: after some fifteen operations at most, and with no cancellation but in the first.
+/// relatively: after at most some fifteen operations, with cancellation only in the first.
 template <typename TExact>
 double Round32(double value, const TExact& exact) {
     if (MayRoundOtherwise(value)) [[unlikely]]
@@ -64,10 +64,9 @@ double Round32(const TExpression& expression) {
                    [&] { return expression.template operator()<Extended>(); });
 }
 
-/// The roundings of one step of a method that computes in pairs. Each pair comes back rounded, and it is
-/// noted whether one of them might have come out otherwise in Extended: one look for the whole step, after
-/// which the caller evaluates a step in doubt again. The doubles must be as near to the exact values as
-/// Round32 asks.
+/// The roundings of one step of a method that computes in pairs. Each pair is returned rounded, and it is
+/// recorded whether one of them might differ in Extended: one check for the whole step, after which the
+/// caller evaluates a doubtful step again. The doubles must be as close to the exact values as for Round32.
 class TPairRounding {
 public:
     TPair operator()(TPair value) {
@@ -95,7 +94,7 @@ private:
 };
 
 /// A value rounded to 32 bits whose error in double is known as an absolute bound; `exact` as above. A NaN is
-/// left to it.
+/// evaluated by it.
 template <typename TExact>
 float Round32Near(double value, double error, const TExact& exact) {
     const auto low = static_cast<float>(value - error);

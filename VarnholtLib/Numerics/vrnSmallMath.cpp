@@ -11,7 +11,7 @@ namespace Varnholt {
 
 namespace {
 
-/// 10 to that power, wrapped around to 32 bits. From 32 on it has the factor 2^32 and is 0.
+/// 10 to that power modulo 2^32. From 32 on it has the factor 2^32 and is 0.
 std::int32_t WrappedPowerOfTen(std::int32_t exponent) {
     std::uint32_t power = 1;
     for (std::int32_t factor = std::min(exponent, 32); factor > 0; --factor) power *= 10;
@@ -40,7 +40,7 @@ EIndexOutOfRange::EIndexOutOfRange(std::int32_t index, std::int32_t low, std::in
 double RoundTo(double value, std::int32_t digits) {
     const std::int32_t m = WrappedPowerOfTen(digits);
     const Extended product = Extended{value} * m;
-    // From here on a half more or less is below what the resulting double can show. NaNs go this way, too.
+    // From here on a half is below the precision of the resulting double. NaNs take this branch, too.
     if (!(std::fabs(product) < 0x1p62L)) return static_cast<double>(product / m);
     return static_cast<double>(static_cast<Extended>(RoundToInt64(product)) / m);
 }

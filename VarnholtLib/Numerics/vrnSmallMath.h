@@ -15,10 +15,10 @@
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
-/// An index lies outside its range.
+/// An index is outside its range.
 class VARNHOLT_EXPORT EIndexOutOfRange : public Exception {
 public:
-    /// "Index out of range", and nothing known about the index.
+    /// "Index out of range", with nothing known about the index.
     EIndexOutOfRange();
     /// "Index (INDEX) out of range"
     explicit EIndexOutOfRange(std::int32_t index);
@@ -34,12 +34,12 @@ public:
 /// The value rounded to that many decimals: value m, rounded to an integer, divided by m, with m = 10^digits,
 /// and m = 1 for digits below 1.
 ///
-/// The product decides, and no correction is made for a decimal fraction that the value only comes near to:
-/// RoundTo(1.005, 2) is 1, since the nearest double lies below 1.005.
+/// The product decides; a decimal fraction that a double only approximates is not corrected: RoundTo(1.005,
+/// 2) is 1, since the nearest double is below 1.005.
 ///
-/// m is a 32-bit integer, right for 0 to 9 digits. Above, it wraps around and the result is the value rounded
-/// to a step of no meaning; from 32 digits on m is 0 and the result a NaN. A NaN or an infinity comes back as
-/// it is, but for a NaN from 32 digits on.
+/// m is a 32-bit integer, right for 0 to 9 digits. Above, it wraps around and the value is rounded to a
+/// meaningless step; from 32 digits on m is 0 and the result a NaN. A NaN is returned unchanged, and so is an
+/// infinity up to 31 digits.
 [[nodiscard]] VARNHOLT_EXPORT double RoundTo(double value, std::int32_t digits);
 
 VARNHOLT_EXPORT void RealSwap(float& a, float& b);
@@ -51,17 +51,17 @@ VARNHOLT_EXPORT void IntSwap(std::int32_t& a, std::int32_t& b);
 VARNHOLT_EXPORT void RatioScaleByWidth(std::int32_t width, std::int32_t height, std::int32_t newWidth,
                                        std::int32_t& newHeight);
 
-/// The width that keeps the proportions at the new height; the rest as RatioScaleByWidth.
+/// The width that keeps the proportions at the new height; otherwise as RatioScaleByWidth.
 VARNHOLT_EXPORT void RatioScaleByHeight(std::int32_t width, std::int32_t height, std::int32_t& newWidth,
                                         std::int32_t newHeight);
 
-/// Passes only if low < index < high: the bounds themselves are refused. Else raises EIndexOutOfRange, with
-/// the index and its bounds if specific is true, without them if not.
+/// Passes only if low < index < high: the bounds themselves are refused. Otherwise raises EIndexOutOfRange,
+/// with the index and its bounds if specific is true, without them if not.
 VARNHOLT_EXPORT void CheckIndex(std::int32_t index, std::int32_t low, std::int32_t high, bool specific);
 
-/// The number that a text of binary digits spells, the last character having the weight 1. Any character
-/// other than "1" counts as 0; empty text is 0. The sum wraps around in 32 bits: the 32nd digit from the end
-/// is the sign, digits before it are lost.
+/// The number written in binary digits; the last character has the weight 1. Any character other than "1"
+/// counts as 0; empty text is 0. The sum wraps around in 32 bits: the 32nd digit from the end is the sign,
+/// and digits before it are lost.
 [[nodiscard]] VARNHOLT_EXPORT std::int32_t BinToInt(StringView text);
 
 }  // namespace Varnholt

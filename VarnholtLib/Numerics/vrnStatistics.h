@@ -1,16 +1,16 @@
 #pragma once
 
-/// Statistics of climate series: description, hypothesis tests, and the distributions that they rest on.
+/// Statistics of climate series: descriptive statistics, hypothesis tests, and the distributions behind them.
 ///
 ///     TFloatArray rain = ...;                                // -999 where a month is missing
-///     const float mean = Mean2(rain);                        // of the months that are there
+///     const float mean = Mean2(rain);                        // of the known months
 ///     const float fit = PPCC2(rain);                         // near 1: normally distributed
 ///     FT_test(mean1, sd1, mean2, sd2, 30, 30, t, probT, f, probF);
 ///
-/// This header brings in the whole family: vrnDescriptive.h, vrnHypothesisTests.h, vrnDistributions.h and
+/// This header includes the whole family: vrnDescriptive.h, vrnHypothesisTests.h, vrnDistributions.h and
 /// vrnGammaFunctions.h.
 ///
-/// Threads: the functions keep no state, but RandN and bsample, which draw from the process's generator.
+/// Threads: the functions keep no state, except that RandN and bsample draw from the process's generator.
 #include "VarnholtLib/Numerics/vrnDescriptive.h"
 #include "VarnholtLib/Numerics/vrnDistributions.h"
 #include "VarnholtLib/Numerics/vrnGammaFunctions.h"

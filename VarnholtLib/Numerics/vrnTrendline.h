@@ -26,15 +26,15 @@ class VARNHOLT_EXPORT TTrendlineFactory {
 public:
     TTrendlineFactory() = delete;
 
-    /// A new trendline of the values, by least squares. Keeps nothing of the series. With i = 1 to n:
+    /// A new trendline of the values, by least squares. The series itself is not kept. With i = 1 to n:
     ///
     ///     slope     = (n * S(i*v) - S(i) * S(v)) / (n * S(i*i) - S(i) * S(i))
     ///     intercept = (S(v) - slope * S(i)) / n
     ///
-    /// The sums S are rounded to 32 bits at each addition, slope and intercept to 32 bits; the rest is
-    /// computed in Extended. The slope of 30 to 100,000 values like 10 + 0.03 i with a normal error of 0.3 is
-    /// right to 0.013 % (largest error measured, Benchmarks/AccuracyTable.cpp). A single value has no slope:
-    /// GetY is then NaN everywhere, and so it is for an empty series or one with a NaN.
+    /// The sums S are rounded to 32 bits at each addition, slope and intercept to 32 bits; all other values
+    /// are computed in Extended. The slope of 30 to 100,000 values like 10 + 0.03 i with a normal error of
+    /// 0.3 is right to 0.013 % (largest error measured, Benchmarks/AccuracyTable.cpp). A single value has no
+    /// slope: GetY is then NaN everywhere, and so it is for an empty series or one with a NaN.
     [[nodiscard]] static std::shared_ptr<ITrendline> GetObject(const TSingleArray& values);
 };
 

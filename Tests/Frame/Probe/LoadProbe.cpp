@@ -1,4 +1,4 @@
-// A shared object with a load table of its own, whose steps tell the program that loads it. See
+// A shared object with a load table of its own, whose steps report to the program that loads it. See
 // vrnPackageTest.cpp.
 #include "VarnholtLib/LoadTablePrivate.h"
 
@@ -8,24 +8,24 @@ extern "C" VARNHOLT_EXPORT void RecordLoadStep(const char* step) noexcept;
 namespace Varnholt::Test {
 namespace {
 
-constexpr TModuleWork kOnlyModule = {.Initialize = []() noexcept { RecordLoadStep("+a"); },
-                                     .Finalize = []() noexcept { RecordLoadStep("-a"); }};
-constexpr TModuleWork kOnlyClass = {.ConstructClass = []() noexcept { RecordLoadStep("+B"); },
-                                    .DestructClass = []() noexcept { RecordLoadStep("-B"); }};
-constexpr TModuleWork kBoth = {.ConstructClass = []() noexcept { RecordLoadStep("+D"); },
-                               .Initialize = []() noexcept { RecordLoadStep("+d"); },
-                               .Finalize = []() noexcept { RecordLoadStep("-d"); },
-                               .DestructClass = []() noexcept { RecordLoadStep("-D"); }};
+template <char kSign, char kName>
+void Step() noexcept {
+    constexpr char kText[] = {kSign, kName, '\0'};
+    RecordLoadStep(kText);
+}
 
-constexpr std::array kModules = {TModule{u"a", kOnlyModule}, TModule{u"b", kOnlyClass}, TModule{u"c", {}},
-                                 TModule{u"d", kBoth}};
+constexpr std::array kModules = {
+    TModule{u"a", {.Initialize = &Step<'+', 'a'>, .Finalize = &Step<'-', 'a'>}},
+    TModule{u"b", {.ConstructClass = &Step<'+', 'B'>, .DestructClass = &Step<'-', 'B'>}},
+    TModule{u"c", {}},
+    TModule{u"d", {&Step<'+', 'D'>, &Step<'+', 'd'>, &Step<'-', 'd'>, &Step<'-', 'D'>}},
+};
 
 using TTable = TLoadTable<kModules>;
 
 [[gnu::constructor(101)]] void Load() noexcept {
     TTable::Initialize();
 }
-
 [[gnu::destructor(101)]] void Unload() noexcept {
     TTable::Finalize();
 }
@@ -35,7 +35,6 @@ using TTable = TLoadTable<kModules>;
 extern "C" VARNHOLT_EXPORT void ProbeInitialize() {
     TTable::Initialize();
 }
-
 extern "C" VARNHOLT_EXPORT void ProbeFinalize() {
     TTable::Finalize();
 }
