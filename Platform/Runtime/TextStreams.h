@@ -62,7 +62,8 @@ public:
 
     /// The encoding of the text. Reads the first bytes, if nothing has been read.
     [[nodiscard]] const TEncoding& GetEncoding();
-    /// Whether the text begins with the preamble of its encoding. Looks at the first bytes.
+    /// Whether the text begins with the preamble of its encoding. Reads the first bytes, if nothing has been
+    /// read.
     [[nodiscard]] bool GetHasPreamble();
     /// The stream that is read from.
     [[nodiscard]] TStream& GetStream() noexcept { return *FStream; }

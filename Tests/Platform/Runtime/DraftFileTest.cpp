@@ -111,6 +111,7 @@ TEST_P(DraftFileTest, KeepsModeGroupAttributesAndList) {
         EXPECT_EQ(Attributes(file, {note, list}), before) << &change - changes;
     }
     EXPECT_TRUE(modesSet == std::ssize(changes) && excess == 0) << excess;
+    EXPECT_FALSE(TDraftFileStream::IsWrittenDirectly(u"D:\\file"));
     for (const bool hasList : {true, false}) {  // a new file is like any other new file
         WriteFileInOneGo(u"D:\\draft", "");
         TFileStream(u"D:\\plain", fmCreate);
@@ -147,6 +148,7 @@ TEST_P(DraftFileTest, ReplacesTheFileAtTheEndOfLinks) {
 TEST_P(DraftFileTest, WritesDirectlyWhatARenameWouldNotReplace) {
     const std::string file = FDrive.GetNativePath("file"), folder = FDrive.GetNativePath("folder");
     fs::create_hard_link(file, FDrive.GetNativePath("twin"));
+    EXPECT_TRUE(TDraftFileStream::IsWrittenDirectly(u"D:\\file"));
     ASSERT_EQ(mkfifo(FDrive.GetNativePath("pipe").c_str(), 0600), 0);
     ForceDirectories(u"D:\\folder");
     WriteFileInOneGo(u"D:\\folder\\ours", "former");
