@@ -21,7 +21,8 @@ TEST(vrnEscape, UnescapeIsTheInverse) {
     const std::pair<StringView, StringView> refused[] = {
         {u"a\\", end}, {u"\\\\\\", end}, {u"\\a", unknown}, {u"\\\t", unknown}, {u"\\T", unknown}};
     for (const auto& [text, message] : refused)
-        EXPECT_EQ(Raised<Exception>([t = text] { (void)CStyleUnescape(t); }), message) << ToUtf8(text);
+        EXPECT_EQ(Raised<Exception>([t = text] { static_cast<void>(CStyleUnescape(t)); }), message)
+            << ToUtf8(text);
 }
 
 TEST(vrnEscape, FindsTheClosingQuoteOrRefuses) {

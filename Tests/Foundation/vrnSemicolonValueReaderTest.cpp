@@ -21,7 +21,7 @@ TEST(vrnSemicolonValueReader, ParsesAndLooksUpExactly) {
     String value = u"old";
     EXPECT_TRUE(reader.TryGetValue(u"a", value) && value == u"x=y" && reader[u"b"] == u"db1");
     EXPECT_TRUE(!reader.TryGetValue(u"A", value) && value.empty());
-    EXPECT_EQ(Raised<EListError>([&] { (void)reader[u"A"]; }), u"Key not found: A");
+    EXPECT_EQ(Raised<EListError>([&] { static_cast<void>(reader[u"A"]); }), u"Key not found: A");
     EXPECT_TRUE(reader.ContainsKeys({u"a", u"b"}) && reader.ContainsKeys({}));
     EXPECT_TRUE(!reader.ContainsKeys({u"a", u"c"}) && !reader.ContainsKeys(std::vector<String>{u"b", u"B"}));
 }

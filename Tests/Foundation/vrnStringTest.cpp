@@ -62,12 +62,14 @@ TEST(vrnString, GivesTexts) {
         {CreateNumberRange(2, 1, u',', false), u""}, {StrReplace2(u"aaab", u"ab", u"b", false), u"aab"},
         {StrReplace2(u"aaab", u"ab", u"aab", false), u"aaaab"},
         {StrReplace2(u"aaab", u"ab", u"b", true), u"b"},
+        {StrReplace2(u"xa", u"ab", u"xabx", true), u"xa"},  // nothing to replace
         {StrReplace2(u"babab", u"ab", u"ba", true), u"bbbaa"}, {StrReplace2(u"abc", u"", u"x", true), u"abc"},
         {TrimString(u"a=b=c", u'='), u"b=c"}, {TrimString(u"abc", u'='), u"abc"},
         {TrimString(u"abc=", u'='), u""}, {StripChars(u"1.234,50", u",."), u"123450"},
         {StripChars(u"a\U0001F327b\U0001F328", u"\U0001F327"), u"ab\U0001F328"},  // pairs share a half
         {EnsureStringLeading(u"http:", u"HTTP:a", true), u"HTTP:a"},
         {EnsureStringLeading(u"", u"x", false), u"x"},
+        {EnsureStringLeading(u"\u00E4", u"\u00C4x", true), u"\u00E4\u00C4x"},  // only ASCII letters fold
         {EnsureStringLeading(u"http:", u"HTTP:a", false), u"http:HTTP:a"},
         {EnsureStringLeading(u"abc", u"ab", true), u"abcab"}, {PadString(u"7", 3, u'0'), u"007"},
         {PadString(u"1234", 3, u'0'), u"1234"}, {PadString(u"1", -5, u'0'), u"1"},
@@ -82,10 +84,11 @@ TEST(vrnString, GivesTexts) {
 TEST(vrnString, RefusesWhatDoesNotEnd) {
     // clang-format off
     ExpectRaised<EArgumentException>({
-        {[] { (void)CreateNumberRange(INT32_MIN, 2, u',', false); }, u"The resulting text is too long"},
-        {[] { (void)PadString(u"", 2147483647, u' '); }, u"The resulting text is too long"},
-        {[] { (void)StrReplace2(u"", u"ab", u"xabx", true); }, u"The replacement contains the text to find"},
-        {[] { (void)StrReplace2(u"aab", u"ab", u"bbaa", true); }, u"The replacing does not come to an end"}});
+        {[] { static_cast<void>(CreateNumberRange(INT32_MIN, 2, u',', false)); }, u"The resulting text is too long"},
+        {[] { static_cast<void>(PadString(u"", 2147483647, u' ')); }, u"The resulting text is too long"},
+        {[] { static_cast<void>(StrReplace2(u"ab", u"ab", u"xabx", true)); },
+         u"The replacement contains the text to find"},
+        {[] { static_cast<void>(StrReplace2(u"aab", u"ab", u"bbaa", true)); }, u"The replacing does not end"}});
     // clang-format on
     // Long texts are no reason to refuse.
     EXPECT_EQ(StrReplace2(String(3'000'000, u'\n'), u"\n", u"<br>", true).size(), 12'000'000U);
@@ -96,7 +99,7 @@ TEST(vrnString, FindsReplacesAndCuts) {
     EXPECT_TRUE(IndexOfStringArray(items, u"rain", false) == 1 &&
                 IndexOfStringArray(items, u"RAIN", false) == -1);
     EXPECT_EQ(IndexOfStringArray(items, u"RAIN", true), 0);
-    EXPECT_EQ(IndexOfStringArray(items, u"\u00E4", true), -1);  // ASCII letters alone fold
+    EXPECT_EQ(IndexOfStringArray(items, u"\u00E4", true), -1);  // only ASCII letters fold
     String list, text = u"abcAbc abc";
     for (const StringView item : {u"rain", u""}) SmartCommaList(list, item);
     SmartCommaList(list, list);
@@ -145,15 +148,15 @@ TEST(vrnString, SimpleEncoding) {
     EXPECT_EQ(SimpleStrEnc(String(32768, u'\uFFFF')).GetLength(), 32768);
     using TNumbers = std::vector<std::int32_t>;
     ExpectRaised<ERangeError>(
-        {{[] { (void)SimpleStrEnc(String(32769, u'\uFFFF')); }, u"Text is too long to encode"},
+        {{[] { static_cast<void>(SimpleStrEnc(String(32769, u'\uFFFF'))); }, u"Text is too long to encode"},
          {[] {
-              (void)SimpleStrDec(TNumbers{97, -1});
+              static_cast<void>(SimpleStrDec(TNumbers{97, -1}));
           },
-          u"Element 1 is no encoded character"},
+          u"Element 1 is not an encoded character"},
          {[] {
-              (void)SimpleStrDec(TNumbers{97, 2 * 65536});
+              static_cast<void>(SimpleStrDec(TNumbers{97, 2 * 65536}));
           },
-          u"Element 1 is no encoded character"}});
+          u"Element 1 is not an encoded character"}});
 }
 
 }  // namespace Varnholt::Test

@@ -5,7 +5,7 @@
 
 #include "Platform/Runtime/Format.h"
 
-/// A place for debug output that is switched off: the calls may stay in the code and cost next to nothing.
+/// Debug output that is switched off: the calls may stay in the code and cost next to nothing.
 ///
 ///     DebugWrite(u"Reading the stations");
 ///     DebugWrite(u"Station %d: %s", {index, name});
@@ -16,8 +16,8 @@ namespace Varnholt {
 /// Accepts the text and does nothing.
 VARNHOLT_EXPORT void DebugWrite(StringView text);
 
-/// Accept a format and its values, and do nothing. The format is not looked at, so nothing is raised where
-/// the values do not fit it.
+/// Accept a format and its values, and do nothing. The format is not read, so nothing is raised if the
+/// values do not fit it.
 VARNHOLT_EXPORT void DebugWrite(StringView format, std::span<const TFormatArg> values);
 VARNHOLT_EXPORT void DebugWrite(StringView format, std::initializer_list<TFormatArg> values);
 

@@ -63,7 +63,7 @@ std::int32_t CStyleEscapedGetEndIndex(StringView text, std::int32_t startIndex) 
     if (startIndex < 1 || text[static_cast<std::size_t>(startIndex) - 1] != u'"') {
         throw Exception(u"Specified StartIndex must point to a quote");
     }
-    // 0-based from here: the position behind the opening quote is startIndex itself.
+    // 0-based from here: the position after the opening quote is startIndex itself.
     for (auto at = static_cast<std::size_t>(startIndex); at < text.size(); ++at) {
         if (text[at] == u'"') return static_cast<std::int32_t>(at + 1);
         if (text[at] == u'\\') ++at;

@@ -21,15 +21,15 @@ namespace Varnholt {
 [[nodiscard]] VARNHOLT_EXPORT String CStyleEscape(StringView text);
 
 /// The reverse: CStyleUnescape(CStyleEscape(t)) is t for any t. Raises "Unexpected end of string" if the text
-/// ends in a backslash that escapes nothing, and "Unknown unescape char" if one stands before any other
+/// ends in a backslash that escapes nothing, and "Unknown unescape char" if one precedes any other
 /// character.
 [[nodiscard]] VARNHOLT_EXPORT String CStyleUnescape(StringView text);
 
-/// The position of the double quote that closes the quoted text whose opening quote stands at startIndex. A
-/// quote behind a backslash does not close it. Raises, looked at in this order:
-/// - "StartIndex is set at (or beyond) the end of the given string" where startIndex is the last position or
-///   a later one;
-/// - "Specified StartIndex must point to a quote" where no double quote stands there, also for 0 and below;
+/// The position of the double quote that closes the quoted text whose opening quote is at startIndex. A quote
+/// after a backslash does not close it. Raises, checked in this order:
+/// - "StartIndex is set at (or beyond) the end of the given string" if startIndex is the last position or a
+///   later one;
+/// - "Specified StartIndex must point to a quote" if there is no double quote, also for 0 and below;
 /// - "End of string reached without finding closing quote".
 [[nodiscard]] VARNHOLT_EXPORT std::int32_t CStyleEscapedGetEndIndex(StringView text, std::int32_t startIndex);
 

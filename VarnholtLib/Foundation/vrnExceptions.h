@@ -4,7 +4,7 @@
 
 #include "Platform/Runtime/Exceptions.h"
 
-/// Exceptions that know, beside their message, the method that raised them, so that a message for the user
+/// Exceptions that hold, beside their message, the method that raised them, so that a message for the user
 /// can tell where a failure arose.
 ///
 ///     throw EExArgumentException(u"DoubleArrayCreateJagged", u"Width", u"Width must be >= 1");
@@ -14,13 +14,12 @@
 ///     }
 ///
 /// "Type and method" names the class, if any, and the operation that raised the exception. GetMessage of an
-/// argument exception is the argument's name alone; the sentence around it is the business of whoever shows
-/// it.
+/// argument exception is only the argument's name; the code that shows it adds a sentence around it.
 ///
 /// Threads: an exception may be copied and read on any thread.
 namespace Varnholt {
 
-/// A text that never changes and is shared by its copies, so that copying an exception can not fail.
+/// A text that never changes and is shared by its copies, so that copying an exception cannot fail.
 class VARNHOLT_EXPORT TSharedText {
 public:
     explicit TSharedText(StringView text);
@@ -34,7 +33,7 @@ private:
     std::shared_ptr<const String> FText;
 };
 
-/// A failure with the method that met it. Message: the info.
+/// A failure with the method that found it. Message: the info.
 class VARNHOLT_EXPORT EExException : public Exception {
 public:
     EExException(StringView typeAndMethod, StringView info);
@@ -47,7 +46,7 @@ private:
     TSharedText FInfo;
 };
 
-/// An argument that must not be empty is. Message: the argument's name.
+/// An argument is empty that must not be. Message: the argument's name.
 class VARNHOLT_EXPORT EExArgumentNilException : public EArgumentNilException {
 public:
     EExArgumentNilException(StringView typeAndMethod, StringView argName);
@@ -60,7 +59,7 @@ private:
     TSharedText FArgName;
 };
 
-/// An argument has a value that the method does not take. The info says why, or is empty. Message: the
+/// An argument has a value that the method does not accept. The info says why, or is empty. Message: the
 /// argument's name.
 class VARNHOLT_EXPORT EExArgumentException : public EArgumentException {
 public:
@@ -76,7 +75,7 @@ private:
     TSharedText FInfo;
 };
 
-/// Something that the method works with has not been set up. Message: "Item not initialized: " and the item's
+/// Something that the method uses has not been initialized. Message: "Item not initialized: " and the item's
 /// name.
 class VARNHOLT_EXPORT EExObjectNotInitializedException : public Exception {
 public:

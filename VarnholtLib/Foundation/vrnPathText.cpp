@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Platform/Runtime/Characters.h"
+#include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
@@ -19,20 +20,15 @@ StringView WithoutTrailingSlash(StringView path) {
     return path;
 }
 
-/// Position from 0 behind the last separator. No separator gives npos, and npos + 1 is 0.
+/// Position from 0 after the last separator. No separator gives npos, and npos + 1 is 0.
 std::size_t LastElementStart(StringView path) {
     return path.rfind(kSeparator) + 1;
 }
 
-/// Position from 0 at which the file-name part begins: behind the last separator, else behind a drive.
+/// Position from 0 at which the file-name part begins: after the last separator, else after a drive.
 std::size_t FileNameStart(StringView path) {
     const bool hasDrive = path.size() > 1 && path[1] == u':' && IsUnicodeLetter(path[0]);
     return std::max<std::size_t>(LastElementStart(path), hasDrive ? 2 : 0);
-}
-
-/// Position from 0 of the extension in a file name; its length where it has none.
-std::size_t ExtensionStart(StringView name) {
-    return std::min(name.rfind(u'.'), name.size());
 }
 
 }  // namespace
@@ -66,8 +62,7 @@ String RemoveInvalidPathChars(StringView path) {
 }
 
 String StripFileName(StringView path) {
-    const StringView name = path.substr(FileNameStart(path));
-    return String(name.substr(0, ExtensionStart(name)));
+    return ChangeFileExt(ExtractFileName(path), u"");
 }
 
 String ExtractFinalPathElement(StringView path) {
@@ -77,7 +72,7 @@ String ExtractFinalPathElement(StringView path) {
 
 String AddFilenamePostfix(StringView path, StringView postfix) {
     String result(path);
-    if (!result.empty()) result.insert(ExtensionStart(path), postfix);
+    if (!result.empty()) result.insert(std::min(path.rfind(u'.'), path.size()), postfix);
     return result;
 }
 
@@ -87,10 +82,9 @@ String ParentPath(StringView path) {
 }
 
 bool FileExtIs(StringView extension, StringView fileName) {
-    const StringView name = fileName.substr(FileNameStart(fileName));
-    StringView actual = name.substr(ExtensionStart(name));
-    if (!extension.empty() && !extension.starts_with(u'.') && !actual.empty()) actual.remove_prefix(1);
-    return SameText(extension, actual);
+    const String actual = ExtractFileExt(fileName);
+    const bool needsDot = !extension.empty() && !extension.starts_with(u'.');
+    return needsDot ? SameText(u"." + String(extension), actual) : SameText(extension, actual);
 }
 
 String TStringTools::GetDirectoryElement(StringView path) {

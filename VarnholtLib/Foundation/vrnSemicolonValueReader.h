@@ -13,7 +13,7 @@
 ///     if (settings.ContainsKeys({u"Server", u"Port"})) Connect(settings[u"Server"], settings[u"Port"]);
 ///     for (const auto& [key, value] : settings) Show(key, value);
 ///
-/// Threads: an object serves one thread at a time, or any number that only read.
+/// Threads: an object serves one thread at a time, or any number of threads that only read.
 namespace Varnholt {
 
 /// A dictionary from text to text that can be filled from semicolon-separated pairs. Keys are compared
@@ -26,33 +26,34 @@ public:
     explicit TSemicolonValueReader(StringView text);
 
     /// Adds the pairs of the text. It is split at each ";", and each entry at its first "=": the key is to
-    /// the left, the value to the right and may hold further "=". Nothing is trimmed. An entry without "=" is
-    /// a key with an empty value; an empty entry, such as after a ";" at the end, is passed over. A key that
-    /// is already there, or comes twice, raises EListError "Duplicate key: KEY", and then nothing is added.
+    /// the left, the value to the right, which may contain further "=". Nothing is trimmed. An entry without
+    /// "=" is a key with an empty value; an empty entry, such as after a ";" at the end, is skipped. A key
+    /// that exists already, or occurs twice, raises EListError "Duplicate key: KEY", and then nothing is
+    /// added.
     void Parse(StringView text);
 
-    /// Adds a pair. A key that is already there raises EListError "Duplicate key: KEY".
+    /// Adds a pair. A key that exists already raises EListError "Duplicate key: KEY".
     void Add(StringView key, StringView value);
-    /// Adds a pair, or gives the key another value.
+    /// Adds a pair, or replaces the value of the key.
     void AddOrSetValue(StringView key, StringView value);
-    /// Takes a pair out; does nothing if there is no such key.
+    /// Removes a pair; does nothing if there is no such key.
     void Remove(StringView key);
-    /// Takes all pairs out.
+    /// Removes all pairs.
     void Clear() noexcept;
 
     [[nodiscard]] std::int32_t GetCount() const noexcept;
     [[nodiscard]] bool ContainsKey(StringView key) const;
-    /// True if every key is present, and so for no keys.
+    /// True if every key is present; also true for no keys.
     [[nodiscard]] bool ContainsKeys(std::span<const String> keys) const;
     [[nodiscard]] bool ContainsKeys(std::initializer_list<StringView> keys) const;
 
-    /// Puts the value of the key into `value` and returns true; without such a key empties it and returns
+    /// Sets `value` to the value of the key and returns true; if there is no such key, empties it and returns
     /// false.
     [[nodiscard]] bool TryGetValue(StringView key, String& value) const;
     /// The value of the key. A missing key raises EListError "Key not found: KEY".
     [[nodiscard]] const String& operator[](StringView key) const;
 
-    // The pairs, each a std::pair of key and value, valid until the dictionary changes.
+    /// The pairs, each a std::pair of key and value, valid until the dictionary changes.
     [[nodiscard]] TItems::const_iterator begin() const noexcept { return FItems.begin(); }
     [[nodiscard]] TItems::const_iterator end() const noexcept { return FItems.end(); }
 

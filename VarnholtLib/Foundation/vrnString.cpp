@@ -31,15 +31,15 @@ StringView CharacterViewAt(StringView text, std::size_t at) {
 
 /// Replaces the leftmost occurrence until there is none.
 ///
-/// The text stands in two halves: `done` holds no occurrence, and `rest` holds what follows, last unit first,
-/// so that both grow and shrink at their ends. Units move from rest to done; an occurrence shows when its
-/// last unit arrives, and the first to be complete is the leftmost one. Its replacement goes to the front of
-/// the rest, where it can become part of the next occurrence. So nothing is scanned twice but replacements,
-/// and the result is that of starting from the front each time.
+/// The text is split in two: `done` contains no occurrence, and `rest` holds what follows, last unit first,
+/// so that both grow and shrink at their ends. Units move from rest to done; an occurrence is complete when
+/// its last unit is moved, and the first to be complete is the leftmost one. Its replacement is put at the
+/// front of the rest, where it can become part of the next occurrence. So only replacements are scanned
+/// twice, and the result is the same as that of starting from the front each time.
 String ReplaceUntilNoneIsLeft(StringView text, StringView find, StringView replace) {
-    // A shorter replacement comes to an end, as the text shrinks each time. Else what is written is bounded.
+    // With a shorter replacement this ends, as the text shrinks each time. Otherwise the output is bounded.
     const std::size_t limit = text.size() / find.size() * replace.size() + kMaxRewriting;
-    const bool canGoOn = replace.size() >= find.size();
+    const bool mayNotEnd = replace.size() >= find.size();
     std::size_t written = 0;
     const String backwards(replace.rbegin(), replace.rend());
     String done;
@@ -50,7 +50,7 @@ String ReplaceUntilNoneIsLeft(StringView text, StringView find, StringView repla
         if (done.back() != find.back() || !done.ends_with(find)) continue;
         done.resize(done.size() - find.size());
         written += replace.size();
-        if (canGoOn && written > limit) throw EArgumentException(u"The replacing does not come to an end");
+        if (mayNotEnd && written > limit) throw EArgumentException(u"The replacing does not end");
         rest += backwards;
     }
     return done;
@@ -176,15 +176,12 @@ bool StrReplace(String& text, StringView find, StringView replace) {
 }
 
 String StrReplace2(StringView text, StringView find, StringView replace, bool all) {
-    if (all && !find.empty()) {
-        if (replace.find(find) != StringView::npos) {
-            throw EArgumentException(u"The replacement contains the text to find");
-        }
-        return ReplaceUntilNoneIsLeft(text, find, replace);
-    }
     String result(text);
-    StrReplace(result, find, replace);
-    return result;
+    if (!StrReplace(result, find, replace) || !all) return result;
+    if (replace.find(find) != StringView::npos) {
+        throw EArgumentException(u"The replacement contains the text to find");
+    }
+    return ReplaceUntilNoneIsLeft(text, find, replace);
 }
 
 String StripChars(StringView text, StringView chars) {
@@ -224,7 +221,7 @@ String GetOrdinalIndicator(std::int32_t number) {
 }
 
 String EnsureStringLeading(StringView leading, StringView text, bool ignoreCase) {
-    const bool isLed = ignoreCase ? ToLower(text).starts_with(ToLower(leading)) : text.starts_with(leading);
+    const bool isLed = ignoreCase ? StartsText(leading, text) : text.starts_with(leading);
     return isLed ? String(text) : String(leading).append(text);
 }
 
@@ -278,7 +275,7 @@ String SimpleStrDec(std::span<const std::int32_t> elements) {
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const std::int64_t code = elements[i] / static_cast<std::int64_t>(i + 1);
         if (elements[i] < 0 || code > std::numeric_limits<Char>::max()) {
-            throw ERangeError(Format(u"Element %d is no encoded character", {i}));
+            throw ERangeError(Format(u"Element %d is not an encoded character", {i}));
         }
         text += static_cast<Char>(code);
     }
