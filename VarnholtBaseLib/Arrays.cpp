@@ -1,25 +1,10 @@
 #include "VarnholtBaseLib/Arrays.h"
 
-#include <cmath>
-#include <functional>
-
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
+#include "VarnholtBaseLib/Extremes.h"
 
 namespace Varnholt {
-namespace {
-
-template <typename TBetter>
-float Extreme(std::span<const float> values, TBetter better) noexcept {
-    float best = std::numeric_limits<float>::quiet_NaN();
-    for (const float value : values) {
-        if (better(value, best) || std::isnan(best)) best = value;
-    }
-    return best;
-}
-
-}  // namespace
-
 void RaiseArrayIndex(std::int64_t index) {
     throw ERangeError(Format(u"Array index out of bounds (%d)", {index}));
 }
@@ -29,11 +14,15 @@ void RaiseArrayLength(std::int64_t length) {
 }
 
 float MinOf(std::span<const float> values) noexcept {
-    return Extreme(values, std::less<>());
+    float best = std::numeric_limits<float>::quiet_NaN();
+    for (const float value : values) TakeMin(best, value);
+    return best;
 }
 
 float MaxOf(std::span<const float> values) noexcept {
-    return Extreme(values, std::greater<>());
+    float best = std::numeric_limits<float>::quiet_NaN();
+    for (const float value : values) TakeMax(best, value);
+    return best;
 }
 
 TSingleArray ToSingleArray(const TVariantArray& values) {

@@ -7,6 +7,7 @@
 
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Format.h"
+#include "VarnholtBaseLib/Extremes.h"
 #include "VarnholtLib/Foundation/vrnExceptions.h"
 
 namespace Varnholt {
@@ -22,8 +23,8 @@ void WidenMinMax(const TDynArray<T>& source, T noData, bool& hasValue, T& min, T
     for (const T value : source) {
         if (!IsKept(value, noData)) continue;
         hasValue = true;
-        if (value < min || std::isnan(min)) min = value;
-        if (value > max || std::isnan(max)) max = value;
+        TakeMin(min, value);
+        TakeMax(max, value);
     }
 }
 

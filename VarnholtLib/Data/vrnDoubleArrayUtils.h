@@ -13,14 +13,14 @@
 ///     }
 ///
 /// A flat array is a row of values, a jagged one an array of such rows; it is rectangular if all its rows
-/// have one length. Columns are x, rows y, both from 0. An empty array and none at all are the same.
+/// have one length. Columns are x, rows y, both from 0. An empty array and an absent one are the same.
 ///
-/// Two tests for no data exist. The min-max operations keep what is greater than no data, which so acts as a
-/// floor, and keep every value where no data is a NaN. All others take a value for no data if both are NaNs,
+/// There are two tests for no data. The min-max operations keep the values greater than no data, which acts
+/// as a floor, and keep every value if no data is a NaN. In all others a value is no data if both are NaNs,
 /// or if the two are equal by SameValue with its default tolerance.
 ///
 /// Failures raise the classes of vrnExceptions.h, with the name of the function as type and method; the
-/// checks run in the order in which they are told here.
+/// checks run in the order given here.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
@@ -39,11 +39,11 @@ struct TDataRect {
 /// No data among the packed integers.
 inline constexpr std::int32_t kScaledNoData = -9999;
 
-// Range of values
+// --- Range of values ---
 
 /// The smallest and the largest of the values greater than noData, or of all where noData is a NaN. False,
-/// and NaNs in both, if there is none. A NaN among the values is passed over, but counts where nothing else
-/// is kept: then the result is true with NaNs. Of zeros with different signs the first counts. Rows of a
+/// and NaNs in both, if there is none. A NaN among the values is skipped unless nothing else is kept:
+/// then the result is true with NaNs. Of zeros with different signs the first counts. Rows of a
 /// jagged array may differ in length.
 VARNHOLT_EXPORT bool DoubleArrayGetMinMax(const TDoubleArray& source, double noData, double& min,
                                           double& max);
@@ -52,14 +52,14 @@ VARNHOLT_EXPORT bool SingleArrayArrayGetMinMax(const TSingleArrayArray& source, 
 VARNHOLT_EXPORT bool DoubleArrayArrayGetMinMax(const TDoubleArrayArray& source, double noData, double& min,
                                                double& max);
 
-// Reversal and shape
+// --- Reversal and shape ---
 
 /// The elements in reverse order, in a new array.
 [[nodiscard]] VARNHOLT_EXPORT TSingleArray SingleArrayReverse(const TSingleArray& source);
 [[nodiscard]] VARNHOLT_EXPORT TDoubleArray DoubleArrayReverse(const TDoubleArray& source);
 
 /// The rows in reverse order, in a new array. The rows themselves are shared with the source, not copied: a
-/// value written through one is seen in the other.
+/// value written through one array changes the other.
 [[nodiscard]] VARNHOLT_EXPORT TSingleArrayArray SingleArrayArrayReverse(const TSingleArrayArray& source);
 [[nodiscard]] VARNHOLT_EXPORT TDoubleArrayArray DoubleArrayArrayReverse(const TDoubleArrayArray& source);
 
@@ -82,10 +82,10 @@ VARNHOLT_EXPORT bool DoubleArrayArrayGetMinMax(const TDoubleArrayArray& source, 
 [[nodiscard]] VARNHOLT_EXPORT TDoubleArrayArray DoubleArrayCreateJagged(std::int32_t width,
                                                                         std::int32_t height, double value);
 
-// Rectangles
+// --- Rectangles ---
 
-/// The smallest rectangle that holds every cell with data. False, and a rect of -1s, if there is none; rect
-/// is also of -1s after a failure. Raises
+/// The smallest rectangle that holds every cell with data. False, and a rect of -1s, if there is none; also
+/// a rect of -1s after an exception. Raises
 /// - EExArgumentNilException for "Source" if it is empty
 /// - EExException "The length of the first row in the specified jagged array is 0"
 /// - EExException "A rectangular jagged array is expected. Row %d is %d in length, expected %d"
@@ -99,21 +99,22 @@ VARNHOLT_EXPORT bool DoubleArrayGetDataRect(const TDoubleArrayArray& source, dou
 ///   "DataRect.Bottom (%d) exceeds the height of the specified array (%d)"
 /// - EExArgumentException for "DataRect", the first row being empty: "The specified array width is 0"
 /// - EExArgumentException for "DataRect":
-///   "DataRect.Right (%d) exceeds the width of the specified array (%d)", the width being that of the first row
+///   "DataRect.Right (%d) exceeds the width of the specified array (%d)", that of the first
+///   row
 /// - EExArgumentException for "Source", a row within the rectangle differing in length from the first row:
 ///   "Source array is expected to be rectangular"
 [[nodiscard]] VARNHOLT_EXPORT TDoubleArrayArray DoubleArrayExtractRect(const TDoubleArrayArray& source,
                                                                        const TDataRect& rect);
 
-// Comparison
+// --- Comparison ---
 
-/// Whether both are one and the same array, or have one length and values that agree in pairs by SameValue
-/// with its default tolerance. A NaN agrees with nothing, yet an array with NaNs equals itself. Jagged arrays
-/// agree if their rows do.
+/// Whether both are the same array, or have one length and values that are equal in pairs by SameValue with
+/// its default tolerance. A NaN equals nothing, but an array with NaNs equals itself. Jagged arrays are equal
+/// if their rows are.
 [[nodiscard]] VARNHOLT_EXPORT bool DoubleArraysEqual(const TDoubleArray& a, const TDoubleArray& b);
 [[nodiscard]] VARNHOLT_EXPORT bool DoubleArraysEqual(const TDoubleArrayArray& a, const TDoubleArrayArray& b);
 
-// Packing
+// --- Packing ---
 
 /// Each value times scale, rounded to the nearest integer, halves to the even one; the product is taken in
 /// Extended. No data becomes -9999. A product that is a NaN or does not fit in 32 bits raises ERangeError
@@ -121,7 +122,7 @@ VARNHOLT_EXPORT bool DoubleArrayGetDataRect(const TDoubleArrayArray& source, dou
 [[nodiscard]] VARNHOLT_EXPORT TIntegerArray DoubleArrayToScaledIntArray(const TDoubleArray& source,
                                                                         double scale, double noData);
 
-/// Each integer divided by scale; -9999 becomes noData, also where it came about by scaling. A scale of 0
+/// Each integer divided by scale; -9999 becomes noData, also where it is a scaled value. A scale of 0
 /// gives infinities and NaNs.
 [[nodiscard]] VARNHOLT_EXPORT TSingleArray SingleArrayFromScaledIntArray(const TIntegerArray& source,
                                                                          double scale, double noData);
