@@ -7,6 +7,7 @@
 
 #include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/FloatMath.h"
+#include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/TextStreams.h"
 
@@ -19,25 +20,19 @@ std::int32_t RequiredColumn(const TColumns& columns, StringView colName) {
     throw Exception(u"The column \"" + String(colName) + u"\" is not present in the data set");
 }
 
-ERangeError OutOfMemory(std::size_t count) {
-    return ERangeError(u"Out of memory for " + IntToStr(static_cast<std::int64_t>(count)) + u" rows");
-}
-
 }  // namespace
 
 bool IsIn(StringView value, std::span<const String> names) noexcept {
     return std::ranges::find(names, value) != names.end();
 }
 
-// ---- columns ----
+// --- Columns ---
 
 TColumn::TColumn(StringView name, TColumnType columnType, Extended defaultValue)
     : FName(name), FColumnType(columnType), FDefaultValue(defaultValue) {}
 
 const TColumn& TColumns::GetItem(std::int32_t index) const {
-    const auto position = static_cast<std::size_t>(index);  // a negative index becomes a huge position
-    if (position >= FItems.size()) throw EListError::IndexOutOfBounds(index);
-    return FItems[position];
+    return FItems[ListIndex(index, FItems.size())];
 }
 
 const TColumn& TColumns::Add(TColumn column) {
@@ -75,64 +70,50 @@ TStringArray TColumns::ToColumnNameArray() const {
     return TStringArray(std::move(names));
 }
 
-// ---- one row ----
+// --- One row ---
 
-TRow::TRow(const TColumns& columns) : FColumns(&columns) {
-    TakePlace(static_cast<std::size_t>(GetCount()));
-    FillDefaults();
+TRow::TRow(const TColumns& columns, TMemory* memory) : FColumns(&columns), FValues(memory) {
+    AddDefaults();
 }
 
-TRow::TRow(const TColumns& columns, const TRow& source) : FColumns(&columns) {
-    TakePlace(static_cast<std::size_t>(GetCount()));
-    Fill(source);
+TRow::TRow(const TColumns& columns, const TRow& source, TMemory* memory)
+    : FColumns(&columns), FValues(memory) {
+    const auto width = static_cast<std::size_t>(GetCount());
+    FValues.reserve(width);
+    const std::span<const Extended> values(source.FValues);
+    const auto held = values.first(std::min(values.size(), width));
+    FValues.assign(held.begin(), held.end());
+    if (held.size() == width) return;
+    const auto end = static_cast<std::size_t>(std::min(source.GetCount(), GetCount()));
+    for (std::size_t i = held.size(); i < end; ++i) {
+        FValues.push_back(source.GetValue(static_cast<std::int32_t>(i)));
+    }
+    AddDefaults();
 }
 
-TRow::TRow(const TColumns& columns, std::span<const Extended> values) : TRow(columns) {
+TRow::TRow(const TColumns& columns, std::span<const Extended> values, TMemory* memory)
+    : FColumns(&columns), FValues(memory) {
     SetValues(values);
 }
 
-TRow::TRow(TRow&& other) noexcept
-    : FColumns(other.FColumns),
-      FOwned(std::move(other.FOwned)),
-      FValues(std::exchange(other.FValues, std::span<Extended>())) {}
-
-/// A place of the row's own, which starts with the values of the old one.
-void TRow::TakePlace(std::size_t count) {
-    auto place = std::make_unique_for_overwrite<Extended[]>(count);
-    std::ranges::copy(FValues, place.get());
-    FOwned = std::move(place);
-    FValues = {FOwned.get(), count};
-}
-
-void TRow::FillDefaults(std::size_t from) noexcept {
-    for (std::size_t i = from; i < FValues.size(); ++i) {
-        FValues[i] = FColumns->GetItem(static_cast<std::int32_t>(i)).GetDefaultValue();
+/// Gives each column that has no value in the row yet its default value.
+void TRow::AddDefaults() {
+    const auto width = static_cast<std::size_t>(GetCount());
+    FValues.reserve(width);
+    for (std::size_t i = FValues.size(); i < width; ++i) {
+        FValues.push_back(FColumns->GetItem(static_cast<std::int32_t>(i)).GetDefaultValue());
     }
 }
 
-void TRow::Fill(const TRow& source) noexcept {
-    const std::size_t count = std::min(FValues.size(), static_cast<std::size_t>(source.GetCount()));
-    const std::size_t held = std::min(count, source.FValues.size());
-    std::copy_n(source.FValues.begin(), held, FValues.begin());
-    for (std::size_t i = held; i < count; ++i) FValues[i] = source.GetValue(static_cast<std::int32_t>(i));
-    FillDefaults(count);
-}
-
-void TRow::RequireColumn(std::int32_t index) const {
-    if (index < 0 || index >= GetCount()) RaiseArrayIndex(index);
-}
-
-Extended TRow::ValueWithoutPlace(std::int32_t index) const {
-    RequireColumn(index);
+/// What the row reads as in a column that was added after the row.
+Extended TRow::DefaultValue(std::int32_t index) const {
+    if (!IsIndex(index, static_cast<std::size_t>(GetCount()))) RaiseArrayIndex(index);
     return FColumns->GetItem(index).GetDefaultValue();
 }
 
-/// Makes places for the columns that were added after the row.
 void TRow::Widen(std::int32_t index) {
-    RequireColumn(index);
-    const std::size_t held = FValues.size();
-    TakePlace(static_cast<std::size_t>(GetCount()));
-    FillDefaults(held);
+    if (!IsIndex(index, static_cast<std::size_t>(GetCount()))) RaiseArrayIndex(index);
+    AddDefaults();
 }
 
 Extended TRow::GetValueByColName(StringView colName) const {
@@ -160,22 +141,31 @@ std::vector<Extended> TRow::GetValuesAtIndexes(std::span<const std::int32_t> ind
 }
 
 void TRow::SetValues(std::span<const Extended> values) {
-    const auto count = static_cast<std::size_t>(GetCount());
-    if (values.size() != count) throw Exception(u"Number of values does not match number of columns");
-    if (FValues.size() < count) TakePlace(count);
-    std::ranges::copy(values, FValues.begin());
+    if (std::ssize(values) != GetCount()) {
+        throw Exception(u"Number of values does not match number of columns");
+    }
+    FValues.assign(values.begin(), values.end());
 }
 
-// ---- rows ----
+// --- Rows ---
 
 TRows::TRows(const TColumns& columns, const TRows& source) : TRows(columns) {
     AddRowsViaCopy(source.FItems);
 }
 
-std::size_t TRows::CheckedPosition(std::int32_t index) const {
-    const auto position = static_cast<std::size_t>(index);
-    if (position >= FItems.size()) throw EListError::IndexOutOfBounds(index);
-    return position;
+/// Appends the rows that `make` returns for 0 to count - 1, or none of them.
+template <typename TMake>
+void TRows::Append(std::size_t count, TMake make) {
+    const std::size_t before = FItems.size(), total = before + count, held = FStore.size();
+    if (total > std::numeric_limits<std::int32_t>::max()) RaiseArrayLength(static_cast<std::int64_t>(total));
+    try {
+        if (total > FItems.capacity()) FItems.reserve(std::max(total, 2 * FItems.capacity()));
+        for (std::size_t i = 0; i < count; ++i) FItems.push_back(&make(i));
+    } catch (const std::bad_alloc&) {
+        FItems.resize(before);
+        while (FStore.size() > held) FStore.pop_back();
+        throw ERangeError(Format(u"Out of memory for %d rows", {total}));
+    }
 }
 
 TRow& TRows::AddRow() {
@@ -185,93 +175,17 @@ TRow& TRows::AddRow() {
 
 void TRows::AddRows(std::int32_t count) {
     if (count < 0) RaiseArrayLength(count);
-    Reserve(static_cast<std::size_t>(count));
-    for (std::int32_t i = 0; i < count; ++i) {
-        TRow& row = NewRow();
-        row.FillDefaults();
-        FItems.push_back(&row);
-    }
+    Append(static_cast<std::size_t>(count),
+           [this](std::size_t) -> TRow& { return FStore.emplace_back(*FColumns, &FMemory); });
 }
 
 void TRows::AddRowsViaCopy(std::span<const TRow* const> rows) {
     if (std::ranges::find(rows, nullptr) != rows.end()) throw EArgumentNilException(u"rows");
-    Reserve(rows.size());
-    for (const TRow* source : rows) {
-        TRow& row = NewRow();
-        row.Fill(*source);
-        FItems.push_back(&row);
-    }
+    Append(rows.size(),
+           [&](std::size_t i) -> TRow& { return FStore.emplace_back(*FColumns, *rows[i], &FMemory); });
 }
 
-/// Gets all the memory that as many further rows take, or raises.
-void TRows::Reserve(std::size_t count) {
-    if (count > Room()) AddBlock(count);
-    if (count > FItems.capacity() - FItems.size()) ReserveItems(count);
-}
-
-/// Rows that can be made in the last block.
-std::size_t TRows::Room() const noexcept {
-    if (FBlocks.empty()) return 0;
-    const TBlock& block = FBlocks.back();
-    const bool isFit = block.Width == static_cast<std::size_t>(FColumns->GetCount());
-    return isFit ? block.Rows.capacity() - block.Rows.size() : 0;
-}
-
-void TRows::ReserveItems(std::size_t count) {
-    const std::size_t total = CheckedTotal(count);
-    try {
-        FItems.reserve(std::max(total, 2 * FItems.capacity()));
-    } catch (const std::bad_alloc&) {
-        throw OutOfMemory(total);
-    }
-}
-
-std::size_t TRows::CheckedTotal(std::size_t count) const {
-    const std::size_t total = FItems.size() + count;
-    if (total > std::numeric_limits<std::int32_t>::max()) RaiseArrayLength(static_cast<std::int64_t>(total));
-    return total;
-}
-
-/// Blocks grow with the list: a small one wastes little, a large one is made of few.
-void TRows::AddBlock(std::size_t count) {
-    constexpr std::size_t kSmallest = 16, kLargest = 4096;
-    const std::size_t total = CheckedTotal(count);
-    const std::size_t capacity = std::max(count, std::clamp(FItems.size(), kSmallest, kLargest));
-    const auto width = static_cast<std::size_t>(FColumns->GetCount());
-    try {
-        TBlock block;
-        block.Rows.reserve(capacity);
-        block.Values = std::make_unique_for_overwrite<Extended[]>(block.Rows.capacity() * width);
-        block.Width = width;
-        FBlocks.push_back(std::move(block));
-    } catch (const std::bad_alloc&) {
-        throw OutOfMemory(total);
-    }
-}
-
-/// A row that does not stand in the list yet, in memory that Reserve got. Its values are not set.
-TRow& TRows::NewRow() noexcept {
-    TBlock& block = FBlocks.back();
-    const std::span<Extended> place(block.Values.get() + block.Rows.size() * block.Width, block.Width);
-    block.Rows.push_back(TRow(place, *FColumns));
-    return block.Rows.back();
-}
-
-/// A copy of a row that does not stand in the list yet.
-TRow& TRows::NewCopy(const TRow& source) {
-    Reserve(1);
-    TRow& row = NewRow();
-    row.Fill(source);
-    return row;
-}
-
-void TRows::Append(TRow& row) {
-    if (FItems.size() == FItems.capacity())
-        ReserveItems(1);  // the list may have grown since the row was made
-    FItems.push_back(&row);
-}
-
-// ---- the grid ----
+// --- The grid ---
 
 class TNumberGrid final : public INumberGrid, public std::enable_shared_from_this<TNumberGrid> {
 public:
@@ -296,7 +210,7 @@ private:
     void RequireIntegers() const;
 
     TColumns FColumns;
-    TRows FRows;  // reads the columns and goes before them
+    TRows FRows;  // reads the columns, so it is destroyed first
 };
 
 INumberGrid::~INumberGrid() = default;
@@ -341,15 +255,19 @@ std::shared_ptr<INumberGrid> TNumberGrid::RemoveColumns(std::span<const String> 
     auto grid = std::make_shared<TNumberGrid>();
     if (remaining.empty()) return grid;
     for (const std::int32_t index : remaining) grid->FColumns.Add(FColumns[index]);
-    grid->FRows.Reserve(static_cast<std::size_t>(GetCount()));
-    for (std::int32_t i = 0; i < GetCount(); ++i) grid->AddRow(GetRow(i).GetValuesAtIndexes(remaining));
+    TRows& rows = grid->FRows;
+    rows.Append(FRows.FItems.size(), [&](std::size_t i) -> TRow& {
+        return rows.FStore.emplace_back(grid->FColumns, FRows.FItems[i]->GetValuesAtIndexes(remaining),
+                                        &rows.FMemory);
+    });
     return grid;
 }
 
 void TNumberGrid::RequireIntegers() const {
     for (std::int32_t column = 0; column < FColumns.GetCount(); ++column) {
         if (FColumns[column].GetColumnType() != ctInt) continue;
-        for (std::int32_t i = 0; i < GetCount(); ++i) (void)FRows.GetItem(i).GetValueAsInt(column);
+        for (std::int32_t i = 0; i < GetCount(); ++i)
+            static_cast<void>(FRows.GetItem(i).GetValueAsInt(column));
     }
 }
 
@@ -394,12 +312,11 @@ std::shared_ptr<INumberGrid> TNumberGrid::Select(const TNumberGridSelectCallback
     const auto grid = std::make_shared<TNumberGrid>(*this, false);
     const std::shared_ptr<INumberGrid> target = grid;
     const std::int32_t count = GetCount();
-    grid->FRows.Reserve(static_cast<std::size_t>(count));
     for (std::int32_t index = 0; index < count; ++index) {
         const TRow& row = FRows.GetItem(index);
-        TRow& newRow = grid->FRows.NewCopy(row);
+        TRow& newRow = grid->FRows.FStore.emplace_back(grid->FColumns, row, &grid->FRows.FMemory);
         func(self, target, row, newRow, index);
-        grid->FRows.Append(newRow);
+        grid->FRows.Append(1, [&](std::size_t) -> TRow& { return newRow; });
     }
     return grid;
 }
@@ -419,7 +336,7 @@ std::optional<TFloatArray> TNumberGrid::GetColumnAsFloatArray(StringView name) {
     return GetColumnAsFloatArray(index);
 }
 
-// ---- the factory ----
+// --- The factory ---
 
 std::shared_ptr<INumberGrid> TNumberGridFactory::GetObject() {
     return std::make_shared<TNumberGrid>();

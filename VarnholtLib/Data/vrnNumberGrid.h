@@ -6,14 +6,16 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <span>
 #include <vector>
 
+#include "Platform/Runtime/Indexes.h"
 #include "VarnholtBaseLib/Arrays.h"
 #include "VarnholtLib/Data/vrnGrid.h"
 
-/// A small table of numbers with named columns, and queries that give new tables.
+/// A small table of numbers with named columns, and queries that return new tables.
 ///
 ///     const std::shared_ptr<INumberGrid> grid = TNumberGridFactory::GetObject();
 ///     grid->GetColumns().AddIntColumns(TStringArray{u"Year"});
@@ -25,21 +27,20 @@
 ///     });
 ///     wet->SaveCsv(u"C:\\data\\wet.csv");    // Year,Rain,  and  1998,712.4,
 ///
-/// Every value is one 80-bit float; a column's type decides only how its values read as text. Positions of
-/// rows and columns count from 0. Lay the columns down before the rows: a row has a place for each column
-/// that there is when it is made. A column added later reads as its default value in the rows before it,
-/// until a value is set there.
+/// Every value is one 80-bit float; a column's type decides only the text of its values. Positions of rows
+/// and columns count from 0. Add the columns before the rows: a row has a place for each column that exists
+/// when it is made. A column added later reads as its default value in the rows before it, until a value is
+/// set there.
 ///
-/// Columns and rows belong to their grid and die with it. References to them stay valid while others are
-/// added; none is ever removed. A million rows of five values take 120 MB: 16 bytes each value, 40 bytes each
-/// row.
+/// Columns and rows belong to their grid and are destroyed with it. References to them stay valid while
+/// others are added; none is ever removed. A callback must not release the last reference to its grid.
 ///
-/// Leans on vrnGrid.h (TFloatArray). Threads: none; a grid serves one thread at a time.
+/// Threads: no lock; a grid serves one thread at a time.
 namespace Varnholt {
 
 enum TColumnType : std::uint8_t {
-    ctInt,    ///< values read as whole numbers
-    ctFloat,  ///< values read in the general float form
+    ctInt,    ///< the text of a value is a whole number
+    ctFloat,  ///< the text of a value is the general float form
 };
 
 /// Whether a text equals one of the names, case included.
@@ -77,7 +78,7 @@ public:
     [[nodiscard]] const TColumn& GetItem(std::int32_t index) const;
     [[nodiscard]] const TColumn& operator[](std::int32_t index) const { return GetItem(index); }
 
-    /// Appends a column: the way for one with a default value other than 0. Returns the list's own.
+    /// Appends a column, which may have a default value other than 0. Returns the one in the list.
     const TColumn& Add(TColumn column);
     /// Appends a new column with the default value 0.
     const TColumn& AddColumn(StringView name, TColumnType columnType);
@@ -96,22 +97,22 @@ private:
     std::deque<TColumn> FItems;  // columns keep their place when others are added
 };
 
-/// A row of values. It reads its column list, which must outlive it: a row of a grid is not to be used after
-/// the grid.
+/// A row of values. It reads its column list, which must outlive it: do not use a row of a grid after the
+/// grid has been destroyed.
 ///
 /// A position outside the columns raises ERangeError "Array index out of bounds (INDEX)", an unknown name
 /// a plain Exception `The column "NAME" is not present in the data set`. Nothing is changed then.
 class VARNHOLT_EXPORT TRow {
 public:
-    /// A row of the columns' default values.
-    explicit TRow(const TColumns& columns);
+    using TMemory = std::pmr::memory_resource;
+
+    /// A row of the columns' default values. The values are allocated from `memory`, which must outlive the row.
+    explicit TRow(const TColumns& columns, TMemory* memory = std::pmr::get_default_resource());
     /// The same, then the values of `source` by position, as many as both have.
-    TRow(const TColumns& columns, const TRow& source);
+    TRow(const TColumns& columns, const TRow& source, TMemory* memory = std::pmr::get_default_resource());
     /// The same as SetValues on a new row.
-    TRow(const TColumns& columns, std::span<const Extended> values);
-    /// A moved row keeps its place: one that is moved out of a grid is not to be used after that grid,
-    /// either. The row that is left reads as default values.
-    TRow(TRow&& other) noexcept;
+    TRow(const TColumns& columns, std::span<const Extended> values,
+         TMemory* memory = std::pmr::get_default_resource());
     TRow(const TRow&) = delete;
     TRow& operator=(const TRow&) = delete;
 
@@ -123,17 +124,16 @@ public:
     }
 
     [[nodiscard]] Extended GetValue(std::int32_t index) const {
-        const auto position = static_cast<std::size_t>(index);  // a negative index becomes a huge position
-        return position < FValues.size() ? FValues[position] : ValueWithoutPlace(index);
+        return IsIndex(index, FValues.size()) ? FValues[static_cast<std::size_t>(index)]
+                                              : DefaultValue(index);
     }
     [[nodiscard]] Extended operator[](std::int32_t index) const { return GetValue(index); }
     void SetValue(std::int32_t index, Extended value) {
-        const auto position = static_cast<std::size_t>(index);
-        if (position >= FValues.size()) Widen(index);
-        FValues[position] = value;
+        if (!IsIndex(index, FValues.size())) Widen(index);
+        FValues[static_cast<std::size_t>(index)] = value;
     }
-    /// The value in the first column of a name. Looks the name up each time; in a loop over rows, look up
-    /// the position before it.
+    /// The value in the first column of a name. Each call searches the columns; in a loop over rows, look up
+    /// the position before the loop.
     [[nodiscard]] Extended GetValueByColName(StringView colName) const;
     void SetValueByColName(StringView colName, Extended value);
     /// The value rounded to the nearest integer, a tie to the even one. ERangeError "VALUE does not fit in a
@@ -148,24 +148,18 @@ public:
     void SetValues(std::span<const Extended> values);
 
 private:
-    friend class TRows;
-    TRow(std::span<Extended> place, const TColumns& columns) noexcept : FColumns(&columns), FValues(place) {}
-    void FillDefaults(std::size_t from = 0) noexcept;
-    void Fill(const TRow& source) noexcept;
-    void TakePlace(std::size_t count);
-    void RequireColumn(std::int32_t index) const;
+    [[nodiscard]] Extended DefaultValue(std::int32_t index) const;
+    void AddDefaults();
     void Widen(std::int32_t index);
-    [[nodiscard]] Extended ValueWithoutPlace(std::int32_t index) const;
 
     const TColumns* FColumns;            // not owned
-    std::unique_ptr<Extended[]> FOwned;  // none where the values lie in a block of a TRows
-    std::span<Extended> FValues;
+    std::pmr::vector<Extended> FValues;  // may be shorter than the columns: some were added after the row
 };
 
-/// Rows in order, for the columns that must outlive them. The list owns its rows, many to a block of memory.
+/// Rows in order, for the columns that must outlive them. The list owns its rows.
 ///
 /// ERangeError, with nothing changed: "Array length out of range (COUNT)" beyond 2147483647 rows, "Out of
-/// memory for COUNT rows".
+/// memory for COUNT rows" if allocation fails.
 class VARNHOLT_EXPORT TRows {
 public:
     explicit TRows(const TColumns& columns) noexcept : FColumns(&columns) {}
@@ -176,8 +170,10 @@ public:
 
     [[nodiscard]] std::int32_t GetCount() const noexcept { return static_cast<std::int32_t>(FItems.size()); }
     /// The row at a position. EListError "List index out of bounds (INDEX)".
-    [[nodiscard]] TRow& GetItem(std::int32_t index) { return *FItems[CheckedPosition(index)]; }
-    [[nodiscard]] const TRow& GetItem(std::int32_t index) const { return *FItems[CheckedPosition(index)]; }
+    [[nodiscard]] TRow& GetItem(std::int32_t index) { return *FItems[ListIndex(index, FItems.size())]; }
+    [[nodiscard]] const TRow& GetItem(std::int32_t index) const {
+        return *FItems[ListIndex(index, FItems.size())];
+    }
 
     /// Appends a row of default values; `count` of them, 0 or more.
     TRow& AddRow();
@@ -188,34 +184,22 @@ public:
 
 private:
     friend class TNumberGrid;
-    struct TBlock {
-        std::vector<TRow> Rows;  // never beyond the capacity it starts with, so that rows stay in place
-        std::unique_ptr<Extended[]> Values;
-        std::size_t Width;
-    };
+    template <typename TMake>
+    void Append(std::size_t count, TMake make);
 
-    [[nodiscard]] std::size_t CheckedPosition(std::int32_t index) const;
-    void Reserve(std::size_t count);
-    void ReserveItems(std::size_t count);
-    [[nodiscard]] std::size_t Room() const noexcept;
-    [[nodiscard]] std::size_t CheckedTotal(std::size_t count) const;
-    void AddBlock(std::size_t count);
-    TRow& NewRow() noexcept;
-    TRow& NewCopy(const TRow& source);
-    void Append(TRow& row);
-
-    const TColumns* FColumns;  // not owned
-    std::vector<TBlock> FBlocks;
-    std::vector<TRow*> FItems;
+    const TColumns* FColumns;                     // not owned
+    std::pmr::monotonic_buffer_resource FMemory;  // of rows and values, released with the list
+    std::pmr::deque<TRow> FStore{&FMemory};       // rows keep their place when others are added
+    std::vector<TRow*> FItems;                    // the rows of the list, in order
 };
 
 class INumberGrid;
 
-/// Answers whether a row belongs to the result: takes the grid, the row and its index.
+/// Returns whether a row belongs to the result: takes the grid, the row and its index.
 using TNumberGridValueCallback =
     std::function<bool(const std::shared_ptr<INumberGrid>& grid, const TRow& row, std::int32_t index)>;
 
-/// Shapes a row of the result: takes the source grid, the new grid, the source row, the new row and the
+/// Changes a row of the result: takes the source grid, the new grid, the source row, the new row and the
 /// index.
 using TNumberGridSelectCallback =
     std::function<void(const std::shared_ptr<INumberGrid>& source, const std::shared_ptr<INumberGrid>& target,
@@ -231,11 +215,11 @@ public:
     [[nodiscard]] virtual TColumns& GetColumns() = 0;
     /// Number of rows.
     [[nodiscard]] virtual std::int32_t GetCount() const = 0;
-    /// The row at a position. One beyond the last row appends rows of default values up to it; when they can
-    /// not be had, none is appended and the ERangeError of TRows comes out. A negative position raises
+    /// The row at a position. One beyond the last row appends rows of default values up to it; if allocation
+    /// fails, none is appended and the ERangeError of TRows is raised. A negative position raises
     /// EListError "List index out of bounds (INDEX)".
     [[nodiscard]] virtual TRow& GetRow(std::int32_t index) = 0;
-    /// Sets the values from a column on, in the row that GetRow gives. A position outside the columns raises
+    /// Sets the values from a column, in the row that GetRow returns. A position outside the columns raises
     /// ERangeError "Array index out of bounds (INDEX)" with the first such position; no row is made then and
     /// no value set.
     virtual void AddArrayToRow(std::span<const Extended> values, std::int32_t rowIndex,
@@ -247,22 +231,22 @@ public:
     TRow& AddRow(std::initializer_list<Extended> values) {
         return AddRow(std::span(values.begin(), values.size()));
     }
-    /// A new grid with the columns whose names are not among these, exactly compared, and their values; with
-    /// no columns and no rows if none is left. This same grid if no column goes.
+    /// A new grid with the columns whose names are not among these, case included, and their values; with no
+    /// columns and no rows if none is left. This same grid if no column is removed.
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> RemoveColumns(std::span<const String> colNames) = 0;
     /// Writes a line of column names, then a line of GetValueAsString for each row. Each name and value is
-    /// followed by a comma, the last one too; nothing is quoted, so that a decimal comma looks like any
-    /// other. UTF-8 without a byte-order mark, lines ended by CR LF; an existing file is replaced. Values of
-    /// ctInt columns that are no 32-bit integers raise before the file is touched; a failure of the file is
-    /// the stream writer's (EFCreateError, EWriteError). Returns this grid.
+    /// followed by a comma, the last one too; nothing is quoted, so that a decimal comma looks like a
+    /// separator. UTF-8 without a byte-order mark, lines ended by CR LF; an existing file is replaced. Values
+    /// of ctInt columns that do not fit in a 32-bit integer raise ERangeError before the file is opened;
+    /// raises EFCreateError and EWriteError as TDraftFileStream does. Returns this grid.
     virtual std::shared_ptr<INumberGrid> SaveCsv(StringView fileName) = 0;
-    /// A new grid with copies of the columns and of the rows for which `func` answers true. The rows that
-    /// there are at the start are walked, in order; they are copied after the last call.
+    /// A new grid with copies of the columns and of the rows for which `func` returns true. It is called for
+    /// the rows that exist at the start, in order; they are copied after the last call.
     /// EArgumentNilException "func" for an empty callback.
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> Where(const TNumberGridValueCallback& func) = 0;
     /// A new grid with copies of the columns and, for each row in order, a copy that `func` may change. The
-    /// copy joins the new grid when `func` has returned; until then that grid holds the rows of the earlier
-    /// rounds. The rows that there are at the start are walked. EArgumentNilException "func".
+    /// copy is added to the new grid after `func` has returned; until then that grid holds the rows of the
+    /// earlier calls. It is called for the rows that exist at the start. EArgumentNilException "func".
     [[nodiscard]] virtual std::shared_ptr<INumberGrid> Select(const TNumberGridSelectCallback& func) = 0;
     /// The values of a column narrowed to 32 bits, one for each row, with base 0: row 0 at index 0. A grid
     /// without rows raises EGridException "Can't create a float array with a dimension less than 1", a
@@ -281,7 +265,7 @@ public:
 
     /// A new grid without columns.
     [[nodiscard]] static std::shared_ptr<INumberGrid> GetObject();
-    /// A new grid with copies of the columns of `source` and, if asked for, of its rows.
+    /// A new grid with copies of the columns of `source` and, with `populateRows`, of its rows.
     /// EArgumentNilException "source".
     [[nodiscard]] static std::shared_ptr<INumberGrid> GetObject(const std::shared_ptr<INumberGrid>& source,
                                                                 bool populateRows);
