@@ -8,7 +8,6 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Numbers.h"
 #include "VarnholtLib/Data/vrnSafeSortPrivate.h"
 #include "VarnholtLib/Data/vrnStringGridInfo.h"
 #include "VarnholtLib/Data/vrnTableSortPrivate.h"
@@ -33,14 +32,15 @@ std::size_t ColumnCount(const TTableData* tableData) {
     return static_cast<std::size_t>(tableData->GetNumOfColumns());
 }
 
-/// The position in a collection, or its size for an index outside it.
-std::size_t PositionOf(std::int32_t index, std::size_t size) noexcept {
-    return std::min(static_cast<std::size_t>(index), size);  // a negative index becomes a huge one
+/// The index of an array element as a position. Raises ERangeError "Array index out of bounds (INDEX)".
+std::size_t ArrayIndex(std::int32_t index, std::size_t count) {
+    if (!IsIndex(index, count)) RaiseArrayIndex(index);
+    return static_cast<std::size_t>(index);
 }
 
 }  // namespace
 
-// TSortOperation
+// --- TSortOperation ---
 
 void TSortOperation::Add(std::int32_t columnIndex, bool orderAscending) {
     if (GetOperationForColumnIndex(columnIndex)) {
@@ -56,18 +56,16 @@ std::optional<TSortField> TSortOperation::GetOperationForColumnIndex(std::int32_
 }
 
 const TSortField& TSortOperation::operator[](std::int32_t index) const {
-    const std::size_t position = PositionOf(index, FFields.size());
-    if (position == FFields.size()) throw EListError::IndexOutOfBounds(index);
-    return FFields[position];
+    return FFields[ListIndex(index, FFields.size())];
 }
 
-// TTableDataComparer
+// --- TTableDataComparer ---
 
 TTableDataComparer::TTableDataComparer(TSortCallback sortCallback) : FSortCallback(std::move(sortCallback)) {
     if (!FSortCallback) throw EArgumentNilException(u"sortCallback");
 }
 
-// TTableDataRow
+// --- TTableDataRow ---
 
 TTableDataRow::TTableDataRow(const TTableData* tableData, const TGuid& rowID)
     : FValues(ColumnCount(tableData)), FRowID(rowID), FTableData(tableData) {}
@@ -83,9 +81,7 @@ TTableDataRow::TTableDataRow(const TTableData* tableData, const TTableDataRow& s
 }
 
 std::size_t TTableDataRow::Checked(std::int32_t index) const {
-    const std::size_t position = PositionOf(index, FValues.size());
-    if (position == FValues.size()) RaiseArrayIndex(index);
-    return position;
+    return ArrayIndex(index, FValues.size());
 }
 
 void TTableDataRow::SetField(std::int32_t index, const Variant& value) {
@@ -143,10 +139,8 @@ TSingleArray TTableDataRow::FloatRange(std::int32_t startIndex, std::int32_t cou
     return ToSingleArray(GetFields(startIndex, count));
 }
 
-std::shared_ptr<IList<Variant>> TTableDataRow::ToList() const {
-    auto list = std::make_shared<TInterfacedList<Variant>>();
-    list->AddArray(FValues);
-    return list;
+TNewList<Variant> TTableDataRow::ToList() const {
+    return TInterfacedList<Variant>::CreateFromArray(FValues);
 }
 
 String TTableDataRow::ToString() const {
@@ -158,34 +152,7 @@ String TTableDataRow::ToString() const {
     return text;
 }
 
-// TTableDataRows
-
-TTableDataRows::~TTableDataRows() {
-    if (!FOwnsRows) return;
-    for (TTableDataRow* const row : FRows) std::default_delete<TTableDataRow>()(row);
-}
-
-std::size_t TTableDataRows::Checked(std::int32_t index) const {
-    const std::size_t position = PositionOf(index, FRows.size());
-    if (position == FRows.size()) throw EListError::IndexOutOfBounds(index);
-    return position;
-}
-
-TTableDataRow& TTableDataRows::Add(std::unique_ptr<TTableDataRow> row) {
-    FRows.push_back(row.get());
-    return *row.release();
-}
-
-std::vector<std::unique_ptr<TTableDataRow>> TTableDataRows::Release() {
-    std::vector<std::unique_ptr<TTableDataRow>> rows;
-    if (!FOwnsRows) return rows;
-    rows.reserve(FRows.size());
-    for (TTableDataRow* const row : FRows) rows.emplace_back(row);
-    FOwnsRows = false;
-    return rows;
-}
-
-// TTableData
+// --- TTableData ---
 
 TTableData::TTableData(std::span<const TVarType> columnTypes)
     : TTableData(columnTypes, DefaultNames(columnTypes.size())) {}
@@ -202,7 +169,7 @@ TTableData::TTableData(std::span<const TVarType> columnTypes, std::span<const St
 TTableData::TTableData(const TTableData* source)
     : TTableData(CheckedSource(source).FColumnTypes, CheckedSource(source).FColumnNames) {
     for (const TTableDataRow* const row : source->FData) {
-        FData.Add(std::make_unique<TTableDataRow>(this, *row));
+        Add(std::make_unique<TTableDataRow>(this, *row));
     }
 }
 
@@ -220,33 +187,35 @@ std::unique_ptr<TTableData> TTableData::FromStringGrid(const TStringGrid* grid) 
 }
 
 TTableDataRow& TTableData::AddRow() {
-    if (!FData.FOwnsRows) {
-        throw EInvalidOperation(u"A table that has given its rows away takes no new ones");
+    return Add(std::make_unique<TTableDataRow>(this));
+}
+
+TTableDataRow& TTableData::Add(std::unique_ptr<TTableDataRow> row) {
+    FData.FRows.push_back(row.get());
+    try {
+        FOwners.push_back(std::move(row));
+    } catch (...) {
+        FData.FRows.pop_back();
+        throw;
     }
-    return FData.Add(std::make_unique<TTableDataRow>(this));
+    return *FData.FRows.back();
 }
 
 const String& TTableData::GetColName(std::int32_t index) const {
-    const std::size_t position = PositionOf(index, FColumnNames.size());
-    if (position == FColumnNames.size()) RaiseArrayIndex(index);
-    return FColumnNames[position];
+    return FColumnNames[ArrayIndex(index, FColumnNames.size())];
 }
 
 TVarType TTableData::GetColType(std::int32_t index) const {
-    const std::size_t position = PositionOf(index, FColumnTypes.size());
-    if (position == FColumnTypes.size()) RaiseArrayIndex(index);
-    return FColumnTypes[position];
+    return FColumnTypes[ArrayIndex(index, FColumnTypes.size())];
 }
 
-std::shared_ptr<IList<String>> TTableData::GetColumnNames() const {
-    auto list = std::make_shared<TInterfacedList<String>>();
-    list->AddArray(FColumnNames);
-    return list;
+TNewList<String> TTableData::GetColumnNames() const {
+    return TInterfacedList<String>::CreateFromArray(FColumnNames);
 }
 
 TVariantArray TTableData::GetColumnValues(std::int32_t colIndex) const {
-    const std::size_t position = PositionOf(colIndex, FColumnTypes.size());
-    if (position == FColumnTypes.size()) throw Exception(u"Invalid column index");
+    if (!IsIndex(colIndex, FColumnTypes.size())) throw Exception(u"Invalid column index");
+    const auto position = static_cast<std::size_t>(colIndex);
     std::vector<Variant> values;
     values.reserve(FData.FRows.size());
     for (const TTableDataRow* const row : FData) values.push_back(row->GetValues()[position]);
@@ -259,8 +228,8 @@ void TTableData::ExecuteSort(const TSortOperation& sortOp) {
     if (sortOp.GetCount() == 0) throw EListError::IndexOutOfBounds(0);
     for (std::int32_t k = 0; k < sortOp.GetCount(); ++k) {
         const std::int32_t column = sortOp[k].ColumnIndex;
-        if (column < 0 || column >= GetNumOfColumns()) {
-            throw ERangeError(u"Column index out of range (" + IntToStr(column) + u")");
+        if (!IsIndex(column, FColumnTypes.size())) {
+            throw ERangeError(Format(u"Column index out of range (%d)", {column}));
         }
     }
     SortRowsByKeys(FSorted.FRows, sortOp);
@@ -269,16 +238,27 @@ void TTableData::ExecuteSort(const TSortOperation& sortOp) {
 void TTableData::Sort(const TSortCallback& sortCallback) {
     const TTableDataComparer comparer(sortCallback);
     const std::vector<TTableDataRow*> before = FData.FRows;
-    std::vector<TTableDataRow*> rows = before;
-    SafeSort(rows, [&](const TTableDataRow* left, const TTableDataRow* right) {
-        return comparer.Compare(*left, *right) < 0;
-    });
+    const std::vector<std::uint32_t> order =
+        SortedPositions(before.size(), [&](std::uint32_t left, std::uint32_t right) {
+            return comparer.Compare(*before[left], *before[right]) < 0;
+        });
     if (FData.FRows != before) throw EInvalidOperation(u"The table changed while it was sorted");
-    FData.FRows = std::move(rows);
+    std::vector<std::unique_ptr<TTableDataRow>> owners;
+    owners.reserve(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        FData.FRows[i] = before[order[i]];
+        owners.push_back(std::move(FOwners[order[i]]));
+    }
+    FOwners = std::move(owners);
 }
 
 std::vector<std::unique_ptr<TTableDataRow>> TTableData::RelinquishOwnership() {
-    return FData.Release();
+    std::vector<std::unique_ptr<TTableDataRow>> rows;
+    rows.reserve(FOwners.size());
+    for (std::unique_ptr<TTableDataRow>& owner : FOwners) {
+        if (owner != nullptr) rows.push_back(std::move(owner));
+    }
+    return rows;
 }
 
 void TTableData::Dump(StringView fileName, bool useSortedData) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Platform/Runtime/Guid.h"
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Variant.h"
 #include "VarnholtBaseLib/Arrays.h"
 #include "VarnholtLib/Data/vrnList.h"
@@ -26,19 +27,18 @@
 ///     table.ExecuteSort(byRain);
 ///     for (const TTableDataRow* each : table.GetSorted()) Show(each->ToString());
 ///
-/// The sort builds a second view of the rows and leaves their stored order alone. Rows, columns and sort keys
-/// count from 0.
+/// The sort builds a second view of the rows and does not change their stored order. Rows, columns and sort
+/// keys count from 0.
 ///
 /// Ownership: the table owns its rows, and the sorted view refers to them. Each row points at its table, so a
-/// table stays where it was made. RelinquishOwnership hands the rows to the caller.
+/// table cannot be copied or moved. RelinquishOwnership transfers the rows to the caller.
 ///
 /// Memory: a cell is one variant of 24 bytes, beside the storage of its text, which cells share where one was
 /// copied from the other. A row takes about 90 bytes more: its object with the identity, its place in the
 /// list, and what the allocator adds to two blocks. A table of ten columns so takes about 33 bytes for a
 /// number.
 ///
-/// Leans on vrnSmartArray.h for the sort and on vrnStringGridInfo.h for loading. Threads: no lock; one thread
-/// at a time.
+/// Callbacks must not delete their table. Threads: no lock; one thread at a time.
 namespace Varnholt {
 
 class TStringGrid;
@@ -54,8 +54,8 @@ struct TSortField {
 /// The keys of a sort, the most significant one first.
 class VARNHOLT_EXPORT TSortOperation {
 public:
-    /// Appends a key. Raises Exception "Unable to sort the same column multiple times" for a column that has
-    /// one already.
+    /// Appends a key. Raises Exception "Unable to sort the same column multiple times" if there is one for
+    /// that column.
     void Add(std::int32_t columnIndex, bool orderAscending);
     /// The key for that column, or none.
     [[nodiscard]] std::optional<TSortField> GetOperationForColumnIndex(std::int32_t columnIndex) const;
@@ -68,7 +68,7 @@ private:
     std::vector<TSortField> FFields;
 };
 
-/// Compares two rows: below 0, 0 or above 0 as the first belongs before, beside or behind the second.
+/// Compares two rows: below 0, 0 or above 0 if the first belongs before, beside or after the second.
 using TSortCallback = std::function<std::int32_t(const TTableDataRow&, const TTableDataRow&)>;
 
 /// The callback as a comparer.
@@ -92,7 +92,7 @@ private:
 class VARNHOLT_EXPORT TTableDataRow {
 public:
     /// Empty values under a new identity. The row belongs to the caller, and the table does not list it; the
-    /// table has to live as long as SetField, Fill and SetFloat are called. Raises EArgumentNilException
+    /// table must live as long as SetField, Fill and SetFloat are called. Raises EArgumentNilException
     /// "tableData" for a missing table.
     explicit TTableDataRow(const TTableData* tableData);
     /// The identity and the values of `source`, unconverted. Raises likewise, and EArgumentException "Source
@@ -111,20 +111,20 @@ public:
     /// Stores the value, converted to the type of the column unless it has that type.
     void SetField(std::int32_t index, const Variant& value);
     /// SetField for each column, in order; values beyond the columns are ignored. Raises EArgumentException
-    /// "Fill needs one value for each column", with nothing stored. A value that does not convert leaves
-    /// those before it stored.
+    /// "Fill needs one value for each column", with nothing stored. If a value does not convert, those before
+    /// it are stored.
     void Fill(std::span<const Variant> values);
 
     /// The value as a 32-bit float: Variant::ToDouble, then to the nearest.
     [[nodiscard]] float GetFloat(std::int32_t index) const;
     void SetFloat(std::int32_t index, float value) { SetField(index, value); }
 
-    /// The value converted: to a 64-bit float, from there to a 32-bit one, to a 32-bit integer.
+    /// The value converted to a 64-bit float, to a 32-bit float by way of it, or to a 32-bit integer.
     [[nodiscard]] double FieldAsFloat(std::int32_t columnIndex) const;
     [[nodiscard]] float FieldAsSingle(std::int32_t columnIndex) const;
     [[nodiscard]] std::int32_t FieldAsInteger(std::int32_t columnIndex) const;
     /// A float as a 32-bit float with three decimals and the separator of FormatSettings(), any other value
-    /// as Variant::ToText gives it.
+    /// by Variant::ToText.
     [[nodiscard]] String FieldAsString(std::int32_t columnIndex) const;
 
     /// Copies of `count` values from a column on; the two are the same. A negative count raises ERangeError
@@ -134,7 +134,7 @@ public:
     /// The same values as 32-bit floats.
     [[nodiscard]] TSingleArray FloatRange(std::int32_t startIndex, std::int32_t count) const;
     /// A new list of all values.
-    [[nodiscard]] std::shared_ptr<IList<Variant>> ToList() const;
+    [[nodiscard]] TNewList<Variant> ToList() const;
     /// All values without a copy. The view is valid as long as the row lives.
     [[nodiscard]] std::span<const Variant> GetValues() const noexcept { return FValues; }
 
@@ -145,38 +145,35 @@ private:
     TTableDataRow(const TTableData* tableData, const TGuid& rowID);
     [[nodiscard]] std::size_t Checked(std::int32_t index) const;
 
-    std::vector<Variant> FValues;  // no TVariantArray: nobody shares it, and a row takes a block less
+    std::vector<Variant> FValues;  // not a TVariantArray: it is not shared, and takes a block less
     TGuid FRowID;
     const TTableData* FTableData;
 };
 
-/// The rows of a table, in an order. Only the table changes the list and its flag, so that no row is freed
-/// twice or not at all.
+/// The rows of a table, in an order. The rows themselves are owned by the table, or by whoever took them over
+/// by RelinquishOwnership; only the table changes the list.
 class VARNHOLT_EXPORT TTableDataRows {
 public:
-    ~TTableDataRows();
     TTableDataRows(const TTableDataRows&) = delete;
     TTableDataRows& operator=(const TTableDataRows&) = delete;
 
     [[nodiscard]] std::int32_t GetCount() const noexcept { return static_cast<std::int32_t>(FRows.size()); }
-    /// Whether the list frees its rows when it goes.
-    [[nodiscard]] bool GetOwnsRows() const noexcept { return FOwnsRows; }
     /// A position outside the list raises EListError "List index out of bounds (INDEX)".
-    [[nodiscard]] TTableDataRow& operator[](std::int32_t index) { return *FRows[Checked(index)]; }
-    [[nodiscard]] const TTableDataRow& operator[](std::int32_t index) const { return *FRows[Checked(index)]; }
+    [[nodiscard]] TTableDataRow& operator[](std::int32_t index) {
+        return *FRows[ListIndex(index, FRows.size())];
+    }
+    [[nodiscard]] const TTableDataRow& operator[](std::int32_t index) const {
+        return *FRows[ListIndex(index, FRows.size())];
+    }
 
     [[nodiscard]] const TTableDataRow* const* begin() const noexcept { return FRows.data(); }
     [[nodiscard]] const TTableDataRow* const* end() const noexcept { return FRows.data() + FRows.size(); }
 
 private:
     friend class TTableData;
-    explicit TTableDataRows(bool ownsRows) noexcept : FOwnsRows(ownsRows) {}
-    [[nodiscard]] std::size_t Checked(std::int32_t index) const;
-    TTableDataRow& Add(std::unique_ptr<TTableDataRow> row);
-    [[nodiscard]] std::vector<std::unique_ptr<TTableDataRow>> Release();
+    TTableDataRows() = default;
 
     std::vector<TTableDataRow*> FRows;
-    bool FOwnsRows;
 };
 
 class VARNHOLT_EXPORT TTableData {
@@ -193,14 +190,13 @@ public:
     TTableData(const TTableData&) = delete;
     TTableData& operator=(const TTableData&) = delete;
 
-    /// A table of what a grid holds from its first data row on. The columns, the fixed ones too, get the
-    /// types that TStringGridInfo works out and the names Col0, Col1 and so on. Raises Exception "Grid object
+    /// A table of what a grid holds from its first data row on. The columns, fixed ones included, get the
+    /// types that TStringGridInfo finds and the names Col0, Col1 and so on. Raises Exception "Grid object
     /// cannot be NULL".
     [[nodiscard]] static std::unique_ptr<TTableData> FromStringGrid(const TStringGrid* grid);
 
-    /// Appends a row of empty values under a new identity. The sorted view does not show it before the next
-    /// ExecuteSort. After RelinquishOwnership nobody would free the row: raises EInvalidOperation "A table
-    /// that has given its rows away takes no new ones".
+    /// Appends a row of empty values under a new identity. It is not in the sorted view before the next
+    /// ExecuteSort.
     TTableDataRow& AddRow();
 
     /// The row at a position of the stored order. Raises EListError "List index out of bounds (INDEX)".
@@ -221,43 +217,46 @@ public:
     [[nodiscard]] const String& GetColName(std::int32_t index) const;
     [[nodiscard]] TVarType GetColType(std::int32_t index) const;
     /// A new list of all names.
-    [[nodiscard]] std::shared_ptr<IList<String>> GetColumnNames() const;
+    [[nodiscard]] TNewList<String> GetColumnNames() const;
     /// A column's value from every row, in stored order. Raises Exception "Invalid column index".
     [[nodiscard]] TVariantArray GetColumnValues(std::int32_t colIndex) const;
 
     /// Builds the sorted view: the rows in stored order, sorted by the first key as TSmartArray::Sort does;
     /// then each run of equal values by the next key, and so on. A descending order is the ascending one read
-    /// backwards. The sort is not stable: rows that are equal on all keys come out in an order that only
-    /// these steps fix.
+    /// backwards. The sort is not stable: rows that are equal on all keys are in an order that only
+    /// these steps define.
     ///
-    /// With fewer than two rows there is nothing to sort, and the keys are not looked at. Otherwise raises
+    /// With fewer than two rows there is nothing to sort, and the keys are not checked. Otherwise raises
     /// EListError "List index out of bounds (0)" without keys, and ERangeError "Column index out of range
-    /// (INDEX)" for a key outside the table. The sorted view is in stored order then, and also when memory is
-    /// short.
+    /// (INDEX)" for a key outside the table. The sorted view is in stored order then, and also if
+    /// allocation fails.
     void ExecuteSort(const TSortOperation& sortOp);
 
-    /// Sorts the stored order itself; the sorted view stays. Rows that compare equal come in no promised
-    /// order, and a callback that contradicts itself gives some order of the same rows. When the callback
-    /// raises, the order stays. When it adds a row or sorts this table, that stands, and the sort raises
-    /// EInvalidOperation "The table changed while it was sorted". Raises EArgumentNilException "sortCallback"
-    /// for an empty callback.
+    /// Sorts the stored order itself; the sorted view is unchanged. The order of rows that compare equal is
+    /// unspecified, and a callback that contradicts itself gives some order of the same rows. If the callback
+    /// raises, the order is unchanged. If it adds a row or sorts this table, that is kept, and the sort
+    /// raises EInvalidOperation "The table changed while it was sorted". Raises EArgumentNilException
+    /// "sortCallback" for an empty callback.
     void Sort(const TSortCallback& sortCallback);
 
-    /// Hands the rows over, in stored order; they survive the table. The table goes on listing them, so it
-    /// may be read only as long as they live. They go on pointing at the table: SetField, SetFloat and Fill
-    /// need it to live. A second call gives no rows.
+    /// Hands the rows over, in stored order; they survive the table. The table still lists them, so read its
+    /// rows and sort only while they live. They still point at the table, which must live as long as
+    /// SetField, SetFloat and Fill are called. A second call returns only the rows that were added since.
     [[nodiscard]] std::vector<std::unique_ptr<TTableDataRow>> RelinquishOwnership();
 
-    /// Writes the ToString of each row of the sorted view or of the stored order, one a line. Lines end in CR
-    /// LF; the text is in the platform's default 8-bit encoding and written in one go. An existing file is
-    /// replaced; a failure is the file layer's and names the path.
+    /// Writes the ToString of each row of the sorted view or of the stored order, one per line. Lines end in
+    /// CR LF; the text is in the platform's default 8-bit encoding and the file is replaced as a whole.
+    /// Raises what WriteFileInOneGo raises.
     void Dump(StringView fileName, bool useSortedData) const;
 
 private:
+    TTableDataRow& Add(std::unique_ptr<TTableDataRow> row);
+
     std::vector<TVarType> FColumnTypes;
     std::vector<String> FColumnNames;
-    TTableDataRows FData{true};
-    TTableDataRows FSorted{false};
+    std::vector<std::unique_ptr<TTableDataRow>> FOwners;  // for each row of FData, null once handed over
+    TTableDataRows FData;
+    TTableDataRows FSorted;
 };
 
 }  // namespace Varnholt

@@ -26,9 +26,9 @@ void AddRunsOfEquals(std::span<TSortedItem<T>> items, std::size_t start, std::ve
     }
 }
 
-/// Sorts each run by one key and returns the runs of rows that are equal on this key, too. Key by key over
-/// all runs gives what sorting each run by all further keys would, for the runs do not touch one another; and
-/// there is one array of keys, however many runs there are.
+/// Sorts each run by one key and returns the runs of rows that are equal on this key, too. Sorting all runs
+/// key by key gives the same order as sorting each run by all further keys, because the runs do not overlap;
+/// and it needs only one array of keys, however many runs there are.
 std::vector<TRun> SortRuns(std::vector<TTableDataRow*>& order, const std::vector<TRun>& runs,
                            const TSortField& key) {
     std::vector<TTableDataRow*> rows;
