@@ -14,7 +14,6 @@ namespace Varnholt::Test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 template <typename T>
 T ItemOf(int number) {
@@ -125,7 +124,7 @@ TYPED_TEST(ListModel, BehavesAsAVectorDoes) {
     }
 }
 
-TEST(List, WalksReadTheListAnewAtEachStep) {
+TEST(List, WalksReadTheListAtEachStep) {
     const auto walk = [](const std::function<void(IList<String>&, const String&)>& change) {
         const auto list = TInterfacedList<String>::CreateFromArray({u"a", u"b", u"c"});
         String walked;
@@ -152,9 +151,9 @@ TEST(List, WalksReadTheListAnewAtEachStep) {
     EXPECT_THAT(kept->ToArray(), ElementsAre(1));
 
     const auto enumerator = kept->GetEnumerator();
-    EXPECT_EQ(Raised<EListError>([&] { (void)enumerator->GetCurrent(); }), OutOfBounds(-1));
+    EXPECT_EQ(Raised<EListError>([&] { static_cast<void>(enumerator->GetCurrent()); }), OutOfBounds(-1));
     EXPECT_TRUE(enumerator->MoveNext() && enumerator->GetCurrent() == 1 && !enumerator->MoveNext());
-    EXPECT_EQ(Raised<EListError>([&] { (void)enumerator->GetCurrent(); }), OutOfBounds(1));
+    EXPECT_EQ(Raised<EListError>([&] { static_cast<void>(enumerator->GetCurrent()); }), OutOfBounds(1));
     enumerator->Reset();
     EXPECT_TRUE(enumerator->MoveNext());
 }
@@ -191,14 +190,33 @@ TEST(List, AnyComparisonSortsToAPermutation) {
 
 TEST(List, EmptyCallbacksAreRefusedByName) {
     TInterfacedList<String> list;
-    EXPECT_EQ(Raised<EArgumentNilException>([&] { (void)list.Count(nullptr); }), u"func");
-    EXPECT_EQ(Raised<EArgumentNilException>([&] { list.Each(nullptr); }), u"eachFunc");
-    EXPECT_EQ(Raised<EArgumentNilException>([&] { (void)list.All(nullptr); }), u"matchFunc");
-    EXPECT_EQ(Raised<EArgumentNilException>([&] { list.Sort(nullptr); }), u"sortFunc");
+    ExpectRaised<EArgumentNilException>({{[&] { static_cast<void>(list.Count(nullptr)); }, u"func"},
+                                         {[&] { list.Each(nullptr); }, u"eachFunc"},
+                                         {[&] { static_cast<void>(list.All(nullptr)); }, u"matchFunc"},
+                                         {[&] { list.Sort(nullptr); }, u"sortFunc"}});
+}
+
+// A new list can be walked while it is a temporary, and not be destroyed before the walk.
+template <typename T>
+concept CDereferences = requires(T list) {
+    *std::forward<T>(list);
+};
+static_assert(CDereferences<TNewList<String>&> && !CDereferences<TNewList<String>&&>);
+
+TEST(List, ATemporaryListOutlivesItsLoop) {
+    const auto list = TInterfacedList<String>::CreateFromArray({u"a", u"b", u"c"});
+    String walked;
+    for (const String& item : list->Where([](const String& each) { return each != u"b"; })) walked += item;
+    EXPECT_EQ(walked, u"ac");
 }
 
 // As the library's own collections do: an interface that extends the list's, and a class that joins the two.
 class INamedTexts : public virtual IList<String> {};
+
+struct TNeverEmpty : TInterfacedList<String> {
+    using TInterfacedList::Count;
+    [[nodiscard]] std::int32_t Count() const override { return 1; }
+};
 
 class TNamedTexts : public TInterfacedList<String>, public virtual INamedTexts {
 public:
@@ -211,16 +229,18 @@ public:
 TEST(List, DerivedClassesReplaceWhatTheLibraryCalls) {
     const std::shared_ptr<INamedTexts> texts = std::make_shared<TNamedTexts>();
     texts->AddArray(std::vector<String>{u"a", u"b"});
-    texts->AddRange(*texts->Take(1));
+    const auto first = texts->Take(1);
+    texts->AddRange(*first);
     EXPECT_THAT(texts->ToArray(), ElementsAre(u"a!", u"b!", u"<a!>!"));
     const std::shared_ptr<IReadOnlyList<String>> found =
         texts->Where([](const String& t) { return t[1] == u'b'; });
     EXPECT_THAT(found->ToArray(), ElementsAre(u"<b!>"));
+    EXPECT_FALSE(TNeverEmpty().GetIsEmpty());
     EXPECT_TRUE(std::dynamic_pointer_cast<TNamedTexts>(std::shared_ptr<IReadOnlyList<String>>(texts)));
     EXPECT_TRUE(std::dynamic_pointer_cast<TInterfacedList<String>>(found));  // made in the library
 }
 
-TEST(List, ItemsThatGoFindTheListWhole) {
+TEST(List, ADestroyedItemFindsTheListWhole) {
     TInterfacedList<std::shared_ptr<int>> list;
     std::vector<std::int32_t> counts;
     const auto add = [&] {
@@ -235,7 +255,7 @@ TEST(List, ItemsThatGoFindTheListWhole) {
 
 class TClock final : public INotifySender {};
 
-TEST(NotifyEventList, SendsToAllWhateverTheyRaise) {
+TEST(NotifyEventList, SendsToAllWhateverOneRaises) {
     TNotifyEventList list;
     TClock clock;
     String called;

@@ -8,10 +8,6 @@ void ListSupport::RequireCallback(bool isSet, StringView name) {
     if (!isSet) throw EArgumentNilException(name);
 }
 
-void ListSupport::RaiseIndex(std::int32_t index) {
-    throw EListError::IndexOutOfBounds(index);
-}
-
 void ListSupport::RequireRoom(std::size_t count) {
     if (count >= std::numeric_limits<std::int32_t>::max()) throw EListError(u"List capacity out of bounds");
 }

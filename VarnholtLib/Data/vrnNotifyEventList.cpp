@@ -18,13 +18,13 @@ TNotifyEvent MakeNotifyEvent(std::function<void(INotifySender*)> callback) {
 void TNotifyEventList::Send(INotifySender* sender) {
     const std::vector<TNotifyEvent> events = ToArray();
     for (std::int32_t i = 0; const TNotifyEvent& event : events) {
-        const bool isInPlace = i < Count() && GetItem(i) == event;  // spares the search in a long list
+        const bool isInPlace = i < Count() && GetItem(i) == event;  // saves the search in a long list
         ++i;
         if (event == nullptr || *event == nullptr || (!isInPlace && !Contains(event))) continue;
         try {
             (*event)(sender);
         } catch (...) {
-            // The failure of one listener concerns neither the sender nor the other listeners.
+            // An exception of one listener must reach neither the sender nor the other listeners.
         }
     }
 }
