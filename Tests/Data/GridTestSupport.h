@@ -2,9 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <limits>
 
-#include "Platform/Runtime/Numbers.h"
 #include "Tests/Support/Raised.h"
 #include "VarnholtLib/Data/vrnGrid.h"
 
@@ -13,11 +12,7 @@ namespace Varnholt::Test {
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
-template <typename TException = EGridException>
-std::string MessageOf(const std::function<void()>& call) {
-    return ToUtf8(Raised<TException>(call));
-}
-
+/// An array of the class with these values.
 template <typename TArray = TFloatArray>
 TArray ArrayOf(std::initializer_list<std::remove_cvref_t<decltype(TArray(1).GetBuffer()[0])>> values,
                std::int32_t base = 1) {

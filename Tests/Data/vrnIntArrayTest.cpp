@@ -10,7 +10,7 @@ TEST(IntArray, MayBeEmptyAndSortsTheDestination) {
     TIntArray none(-1), shorter(2), longer = ArrayOf<TIntArray>({0, 0, 0, 0, -2});
     EXPECT_TRUE(none.GetCount() == 0 && none.GetLast() == 0 && none.Clean(0, 0).GetCount() == 0);
     ExpectRaised<EGridException>(
-        {{[&] { (void)none.GetInt(1); }, u"Index out of bounds in TIntArray.GetInt\rIndex = 1"},
+        {{[&] { static_cast<void>(none.GetInt(1)); }, u"Index out of bounds in TIntArray.GetInt\rIndex = 1"},
          {[&] { none.WriteInt(0, 0); }, u"Index out of bounds in TIntArray.WriteInt\rIndex = 0"},
          {[&] { none.SetSize(1, 3, true); }, u"Can't resize and copy an uninitialised TIntArray"}});
     const auto array = ArrayOf<TIntArray>({3, -1, 2, -5}, 4);

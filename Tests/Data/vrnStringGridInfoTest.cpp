@@ -74,24 +74,31 @@ TEST(StringGridInfo, ReadsEachCellAtMostTwice) {
     for (const auto& [cell, reads] : grid.Reads) EXPECT_LE(reads, 2) << cell.first << ' ' << cell.second;
 }
 
-TEST(StringGridInfo, RefusesWhatIsNotThere) {
+TEST(StringGridInfo, AGridWithoutDataRowsHasOneCellTested) {
+    const TStringGrid heading(1, 1, 0, 1);
+    EXPECT_EQ(TStringGridInfo(&heading).GetColTypeAtIndex(0), varString) << "no such cell";
+    struct TBottomless final : TStringGrid {
+        TBottomless() : TStringGrid(1, 1, 0, 1) {}
+        StringView GetCell(std::int32_t, std::int32_t row) const override { return row == 1 ? u"7" : u"x"; }
+    } const bottomless;
+    EXPECT_EQ(TStringGridInfo(&bottomless).GetColTypeAtIndex(0), varInteger);
+}
+
+TEST(StringGridInfo, RefusesMissingColumnsAndChangedCells) {
     TCountingGrid grid({{u"1", u"2.5"}, {u"3", u"4"}, {u"5", u"6"}});
     TStringGridInfo info(&grid);
     grid.Rows = {{u"one", u"2.5"}, {u"1", u"two"}, {u"1", u"1e309"}};
-    const TStringGrid heading(1, 1, 0, 1);
-    EXPECT_EQ(TStringGridInfo(&heading).GetColTypeAtIndex(0), varString);
     TVariantArray data = {7};
     EXPECT_EQ(Raised<Exception>([] { TStringGridInfo none(nullptr); }), u"Grid object cannot be NULL");
+    const StringView outside = u"ColumnIndex is out of range";
     for (const int column : {-1, 2}) {
-        const auto discover = [&] { info.DiscoverColumnType(column); };
-        const auto look = [&] { (void)info.GetColTypeAtIndex(column); };
-        EXPECT_EQ(Raised<Exception>(discover), u"ColumnIndex is out of range");
-        EXPECT_EQ(Raised<ERangeError>(look), u"ColumnIndex is out of range");
+        EXPECT_EQ(Raised<Exception>([&] { info.DiscoverColumnType(column); }), outside) << column;
+        EXPECT_EQ(Raised<ERangeError>([&] { return info.GetColTypeAtIndex(column); }), outside) << column;
     }
-    const auto read = [&](int row) { return [&info, &data, row] { info.GetRowDataAsArray(row, data); }; };
-    EXPECT_EQ(Raised<EConvertError>(read(0)), u"'one' is not a valid integer value");
-    EXPECT_EQ(Raised<EConvertError>(read(1)), u"'two' is not a valid floating point value");
-    EXPECT_EQ(Raised<EConvertError>(read(2)), u"'1e309' is not a valid floating point value");
+    ExpectRaised<EConvertError>(
+        {{[&] { info.GetRowDataAsArray(0, data); }, u"'one' is not a valid integer value"},
+         {[&] { info.GetRowDataAsArray(1, data); }, u"'two' is not a valid floating point value"},
+         {[&] { info.GetRowDataAsArray(2, data); }, u"'1e309' is not a valid floating point value"}});
     EXPECT_EQ(data, TVariantArray{7});
     info.DiscoverColumnTypes();
     EXPECT_EQ(info.GetColTypeAtIndex(0), varString);

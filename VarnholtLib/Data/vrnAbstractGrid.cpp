@@ -3,8 +3,7 @@
 #include <limits>
 #include <utility>
 
-#include "Platform/Runtime/Numbers.h"
-#include "VarnholtBaseLib/Ascii.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 namespace {
@@ -13,15 +12,14 @@ constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
 
 void CheckIndexRange(std::int32_t base, std::int32_t count) {
     if (std::int64_t{base} + count - 1 > kMost) {
-        throw EGridException(String(u"Index range of a grid exceeds 32 bits") + ASCII_CR + u"Base = " +
-                             IntToStr(base));
+        throw EGridException(Format(u"Index range of a grid exceeds 32 bits\rBase = %d", {base}));
     }
 }
 
 void CheckIndex(StringView label, std::int32_t index, std::int32_t first, std::int32_t last) {
     if (index >= first && index <= last) return;
-    throw EGridException(String(u"Index out of bounds in TAbstractGrid.CheckBounds") + ASCII_CR +
-                         String(label) + u" = " + IntToStr(index));
+    throw EGridException(
+        Format(u"Index out of bounds in TAbstractGrid.CheckBounds\r%s = %d", {label, index}));
 }
 
 }  // namespace

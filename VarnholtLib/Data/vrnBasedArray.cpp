@@ -7,8 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "Platform/Runtime/Numbers.h"
-#include "VarnholtBaseLib/Ascii.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 namespace {
@@ -22,8 +21,7 @@ template <typename T>
 void CheckIndexRange(std::int32_t base, std::int64_t count) {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     if (base == std::numeric_limits<std::int32_t>::min() || base + count - 1 > kMost) {
-        throw EGridException(u"Index range of " + ClassName<T>() + u" exceeds 32 bits" + ASCII_CR +
-                             u"Base = " + IntToStr(base));
+        throw EGridException(Format(u"Index range of %s exceeds 32 bits\rBase = %d", {ClassName<T>(), base}));
     }
 }
 
@@ -45,9 +43,11 @@ void TBasedArray<T>::SetBase(std::int32_t base) {
 template <typename T>
 void TBasedArray<T>::SetSize(std::int32_t base, std::int32_t count, bool doCopy) {
     if (doCopy && FBuffer.empty()) {
-        throw EGridException(u"Can't resize and copy an uninitialised " + ClassName<T>());
+        throw EGridException(Format(u"Can't resize and copy an uninitialised %s", {ClassName<T>()}));
     }
-    if (count < 0) throw EGridException(u"Can't resize a " + ClassName<T>() + u" to a negative count");
+    if (count < 0) {
+        throw EGridException(Format(u"Can't resize a %s to a negative count", {ClassName<T>()}));
+    }
     CheckIndexRange<T>(base, count);
     if (doCopy) {
         FBuffer.resize(static_cast<std::size_t>(count));
@@ -74,7 +74,7 @@ void TBasedArray<T>::CopyToArray(std::span<T> arr) const {
 template <typename T>
 void TBasedArray<T>::GetMinAndMax(T& min, T& max) const {
     if (FBuffer.empty()) {
-        throw EGridException(u"An empty " + ClassName<T>() + u" has no minimum and no maximum");
+        throw EGridException(Format(u"An empty %s has no minimum and no maximum", {ClassName<T>()}));
     }
     T low = FBuffer.front();
     T high = low;
@@ -91,8 +91,7 @@ void TBasedArray<T>::GetMinAndMax(T& min, T& max) const {
 
 template <typename T>
 void TBasedArray<T>::RaiseIndexError(const Char* operation, std::int64_t index) {
-    throw EGridException(u"Index out of bounds in " + String(operation) + ASCII_CR + u"Index = " +
-                         IntToStr(index));
+    throw EGridException(Format(u"Index out of bounds in %s\rIndex = %d", {operation, index}));
 }
 
 template <typename T>

@@ -4,19 +4,20 @@
 #include <span>
 #include <vector>
 
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Types.h"
 #include "VarnholtLib/Data/vrnGridException.h"
 
-/// What TFloatArray and TIntArray have in common: a vector of numbers with a settable first index.
+/// The common base of TFloatArray and TIntArray: a vector of numbers with a settable first index.
 ///
-/// Two ways to name a cell: an index counts from the base and is checked; a position counts from 0.
+/// A cell is addressed in two ways: an index counts from the base and is checked; a position counts from 0.
 /// The base may be any value for which Base - 1 and the last index fit in 32 bits, so that no later
-/// operation, not even one that removes cells, can leave the range.
+/// operation, such as one that removes cells, can leave the range.
 ///
 /// Threads: no lock; one thread at a time.
 namespace Varnholt {
 
-/// A value type: a copy has cells of its own, a moved-from array is empty and can be used on.
+/// A value type: a copy has cells of its own, a moved-from array is empty and can be used again.
 /// T is float or std::int32_t; in the messages below TArray stands for "TFloatArray" or "TIntArray".
 template <typename T>
 class VARNHOLT_EXPORT TBasedArray {
@@ -28,38 +29,39 @@ public:
     /// Number of cells.
     [[nodiscard]] std::int32_t GetCount() const noexcept { return static_cast<std::int32_t>(FBuffer.size()); }
 
-    /// The cells by position, to read and to write. Their number can not be changed through the view, which
-    /// stays good until the array is resized, filtered, assigned, moved from or destroyed.
+    /// The cells by position, to read and to write. Their number cannot be changed through the view, which
+    /// stays valid until the array is resized, filtered, assigned, moved from or destroyed.
     [[nodiscard]] std::span<T> GetBuffer() noexcept { return FBuffer; }
     [[nodiscard]] std::span<const T> GetBuffer() const noexcept { return FBuffer; }
 
     /// Gives the first cell the index `base`; the cells do not move. EGridException "Index range of TArray
-    /// exceeds 32 bits", CR, "Base = ", the base, when the indices do not fit; the base then stays.
+    /// exceeds 32 bits", CR, "Base = ", the base, if the indices do not fit; the base is then unchanged.
     void SetBase(std::int32_t base);
 
-    /// Makes `count` cells from the index `base` on. With `doCopy` the old cells keep their positions, cut or
-    /// followed by zeros at the end; without it all cells are 0. EGridException, with nothing changed:
+    /// Makes `count` cells from the index `base`. With `doCopy` the old cells keep their positions, and cells
+    /// are removed or zeros added at the end; without it all cells are 0. EGridException, with nothing
+    /// changed:
     /// - "Can't resize and copy an uninitialised TArray": `doCopy` on an empty array
     /// - "Can't resize a TArray to a negative count"
-    /// - the failure of SetBase
+    /// - what SetBase raises
     void SetSize(std::int32_t base, std::int32_t count, bool doCopy);
 
-    /// Copies as many values as both arrays have into `copyTo`, by position, whatever the bases are.
+    /// Copies as many values as both arrays have into `copyTo`, by position, whatever their bases.
     void Copy(TBasedArray& copyTo) const;
 
     /// Copies as many values as both have into the caller's `arr`, and sets the rest of it to 0.
     void CopyToArray(std::span<T> arr) const;
 
     /// Smallest and largest value. Both start as the first one; each further value that is not at or above
-    /// the minimum so far replaces it, which a NaN does and so does the value after a NaN; otherwise, if it
-    /// is above the maximum, it replaces that. EGridException "An empty TArray has no minimum and no
+    /// the minimum so far replaces it, so that a NaN does, and the value after a NaN; otherwise, if it is
+    /// above the maximum, it replaces that. EGridException "An empty TArray has no minimum and no
     /// maximum".
     void GetMinAndMax(T& min, T& max) const;
 
 protected:
     /// `count` zeros; none for a count below 1.
     explicit TBasedArray(std::int32_t count);
-    /// These cells; the caller has made sure that their indices fit.
+    /// These cells, whose indices must fit.
     TBasedArray(std::vector<T>&& buffer, std::int32_t base) noexcept;
     ~TBasedArray() = default;
     TBasedArray(const TBasedArray&) = default;
@@ -68,17 +70,17 @@ protected:
     TBasedArray& operator=(TBasedArray&&) noexcept = default;
 
     /// The position of an index. EGridException "Index out of bounds in ", `operation`, CR, "Index = ", the
-    /// index. The subtraction is modulo 2^32: it maps the indices of the array, and no others, to 0, 1, ...
+    /// index.
     [[nodiscard]] std::size_t Position(std::int32_t index, const Char* operation) const {
-        const std::uint32_t position = static_cast<std::uint32_t>(index) - static_cast<std::uint32_t>(FBase);
-        if (position >= FBuffer.size()) [[unlikely]]
+        const std::int64_t position = std::int64_t{index} - FBase;
+        if (!IsIndex(position, FBuffer.size())) [[unlikely]]
             RaiseIndexError(operation, index);
-        return position;
+        return static_cast<std::size_t>(position);
     }
     [[noreturn]] static void RaiseIndexError(const Char* operation, std::int64_t index);
 
     /// The values outside the closed range, in order; `firstIndex` takes the index of the first of them and
-    /// is left alone when there is none.
+    /// is unchanged if there is none.
     [[nodiscard]] std::vector<T> ValuesOutside(T min, T max, std::int32_t& firstIndex) const;
 
     std::vector<T> FBuffer;

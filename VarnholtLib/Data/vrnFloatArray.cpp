@@ -8,7 +8,6 @@
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Numbers.h"
 #include "VarnholtLib/Data/vrnFloatSort.h"
 
 namespace Varnholt {
@@ -38,7 +37,7 @@ TSingleArray TFloatArray::ValuesFrom(std::int64_t startIndex, std::int64_t count
     if (count < 0) throw EGridException(u"Can't get a negative number of values from a TFloatArray");
     if (count == 0) return {};
     const std::int64_t position = startIndex - GetBase();
-    if (position < 0 || position >= GetCount()) RaiseIndexError(u"TFloatArray.GetFloat", startIndex);
+    if (!IsIndex(position, FBuffer.size())) RaiseIndexError(u"TFloatArray.GetFloat", startIndex);
     if (position + count > GetCount()) RaiseIndexError(u"TFloatArray.GetFloat", std::int64_t{GetLast()} + 1);
     return TSingleArray(
         GetBuffer().subspan(static_cast<std::size_t>(position), static_cast<std::size_t>(count)));
@@ -56,8 +55,8 @@ void TFloatArray::CopyFrom(std::span<const float> source, std::int32_t sStart, s
     }
     const std::int64_t end = std::int64_t{dStart} + count;
     if (dStart < 0 || end > GetCount()) {
-        throw Exception(u"Size error is destination buffer\r\n" + IntToStr(std::int64_t{GetCount()} - 1) +
-                        u"/" + IntToStr(end - 1));
+        throw Exception(
+            Format(u"Size error is destination buffer\r\n%d/%d", {std::int64_t{GetCount()} - 1, end - 1}));
     }
     if (count == 0) return;
     const auto size = static_cast<std::size_t>(count) * sizeof(float);

@@ -20,16 +20,16 @@
 /// Threads: no lock; one thread at a time.
 namespace Varnholt {
 
-/// Answers whether a value is to be removed; the second argument is the Param given to Filter.
+/// Returns whether a value is to be removed; the second argument is the `param` given to Filter.
 using TFloatFilterFunction = std::function<bool(float, void*)>;
 
 class VARNHOLT_EXPORT TFloatArray : public TBasedArray<float> {
 public:
-    /// `nItems` zeros from index 1 on. EGridException "Can't create a float array with a dimension less than
+    /// `nItems` zeros from index 1. EGridException "Can't create a float array with a dimension less than
     /// 1".
     explicit TFloatArray(std::int32_t nItems);
 
-    /// A number kept for the application's graphs; 1 after construction. No operation here reads it.
+    /// A number for the application's graphs; 1 after construction. No operation here reads it.
     [[nodiscard]] std::int32_t GetGraphInc() const noexcept { return FGraphInc; }
     void SetGraphInc(std::int32_t graphInc) noexcept { FGraphInc = graphInc; }
 
@@ -45,19 +45,21 @@ public:
         FBuffer[Position(index, u"TFloatArray.WriteFloat")] = value;
     }
 
-    /// The values from one index to another, both included; none when the end lies one before the start.
-    /// Fails like GetFloat at the first index that is outside, and with EGridException "Can't get a negative
+    /// The values from one index to another, both included; none if the end is one before the start. Raises
+    /// what GetFloat raises for the first index that is outside, and EGridException "Can't get a negative
     /// number of values from a TFloatArray".
     [[nodiscard]] TSingleArray GetRange(std::int32_t startIndex, std::int32_t endIndex) const;
-    /// `count` values from an index on. Fails as GetRange does.
+    /// `count` values from an index. Raises what GetRange raises.
     [[nodiscard]] TSingleArray GetValues(std::int32_t startIndex, std::int32_t count) const;
     /// All values.
     [[nodiscard]] TSingleArray ToArray() const;
 
-    /// Copies source[sStart] and on to the 0-based position dStart and on, `count` values; `source` may be a
-    /// part of this array. Raises a plain Exception, with nothing changed:
-    /// - "Size error in source buffer": sStart + count - 1 is beyond the source, or one of the two is negative
-    /// - "Size error is destination buffer", CR LF, the last position, "/", dStart + count - 1: that is beyond
+    /// Copies `count` values from source[sStart] to the 0-based position dStart; `source` may be a part of
+    /// this array. Raises a plain Exception, with nothing changed:
+    /// - "Size error in source buffer": sStart + count - 1 is beyond the source, or one of the two is
+    ///   negative
+    /// - "Size error is destination buffer", CR LF, the last position, "/", dStart + count - 1: that is
+    ///   beyond
     ///   this array, or dStart is negative
     void CopyFrom(std::span<const float> source, std::int32_t sStart, std::int32_t dStart,
                   std::int32_t count);
@@ -71,15 +73,15 @@ public:
     void InsertionSort();
     /// Sorts ascending and returns, with base 1, the 1-based position that each value had: IndexSortFloats.
     [[nodiscard]] TFloatArray IndexSort();
-    /// Turns the order of the values round; the base stays.
+    /// Reverses the order of the values; the base is unchanged.
     void Reverse() noexcept;
 
-    /// The values outside the closed range `min` to `max`, in order and closed up, or none at all. The base
-    /// of the result is the index that its first value has here. NaNs stay.
+    /// The values outside the closed range `min` to `max`, in order and without gaps, or nothing if there are
+    /// none. The base of the result is the index that its first value has here. NaNs are kept.
     [[nodiscard]] std::optional<TFloatArray> Clean(float min, float max) const;
 
-    /// Removes the values for which `filterFunc` answers true. Calls it once for each value, in order, with
-    /// `param` passed through; the base stays. When it raises, nothing is removed. EArgumentNilException
+    /// Removes the values for which `filterFunc` returns true. Calls it once for each value, in order, with
+    /// `param` passed through; the base is unchanged. If it raises, nothing is removed. EArgumentNilException
     /// "filterFunc" for an empty function.
     void Filter(const TFloatFilterFunction& filterFunc, void* param);
 
@@ -87,8 +89,8 @@ public:
     [[nodiscard]] String ToString() const;
 
     /// Writes a file of lines "INDEX VALUE", the value with two decimals. Lines end in CR LF; the text is in
-    /// the platform's default 8-bit encoding and written in one go. An existing file is replaced; a failure
-    /// is the file layer's and names the path.
+    /// the platform's default 8-bit encoding and the file is replaced as a whole. Raises what
+    /// WriteFileInOneGo raises.
     void SaveToFile(StringView fileName) const;
     /// The same as lines "INDEX,VALUE" below the header "Index,Value".
     void SaveToCSVFile(StringView fileName) const;

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "Platform/Runtime/Numbers.h"
-#include "VarnholtBaseLib/Ascii.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt {
 
@@ -69,8 +68,7 @@ TFloatArray TFloatGrid::RowToFloatArray(std::int32_t row) const {
 }
 
 void TFloatGrid::RaiseOutside(std::int32_t x, std::int32_t y, const Char* operation) {
-    throw EGridException(u"Index out of bounds in " + String(operation) + ASCII_CR + u"X = " + IntToStr(x) +
-                         u", Y = " + IntToStr(y));
+    throw EGridException(Format(u"Index out of bounds in %s\rX = %d, Y = %d", {operation, x, y}));
 }
 
 }  // namespace Varnholt

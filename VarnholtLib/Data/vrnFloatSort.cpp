@@ -18,11 +18,11 @@ namespace {
 constexpr std::size_t kMostByInsertion = 50;
 
 struct TPlacedValue {
-    float value;
-    float position;
+    float Value;
+    float Position;
 };
 
-// Lets `key` sink from the 1-based place `i` of a heap that ends at the 1-based place `last`.
+// Sifts `key` down from the 1-based place `i` of a heap that ends at the 1-based place `last`.
 template <typename T, typename TLess>
 void SiftDown(std::span<T> heap, std::size_t i, std::size_t last, T key, TLess less) {
     std::size_t child = 2 * i;
@@ -50,7 +50,7 @@ void HeapSort(std::span<T> heap, TLess less) {
 }
 
 // Whether two orders of these values can both be ascending and differ in their bits.
-bool BitsDependOnTheSteps(std::span<const float> values) {
+bool BitsDependOnSteps(std::span<const float> values) {
     bool hasNan = false;
     bool hasMinusZero = false;
     bool hasPlusZero = false;
@@ -71,10 +71,10 @@ struct TShiftedBits {
     }
 };
 
-void SortByValueAlone(std::span<float> values) {
+void SortByValueOnly(std::span<float> values) {
     try {
         boost::sort::spreadsort::float_sort(values.begin(), values.end(), TShiftedBits());
-    } catch (const std::bad_alloc&) {  // no memory for its bins; the values are all there, in some order
+    } catch (const std::bad_alloc&) {  // for its bins; the values are complete, in some order
         HeapSortFloats(values);
     }
 }
@@ -84,10 +84,10 @@ void SortByValueAlone(std::span<float> values) {
 void SortFloats(std::span<float> values) {
     if (values.size() <= kMostByInsertion) {
         InsertionSortFloats(values);
-    } else if (BitsDependOnTheSteps(values)) {
+    } else if (BitsDependOnSteps(values)) {
         HeapSortFloats(values);
     } else {
-        SortByValueAlone(values);  // equal values are equal bits here: there is one ascending order only
+        SortByValueOnly(values);  // equal values are equal bits here: there is one ascending order only
     }
 }
 
@@ -111,10 +111,10 @@ void IndexSortFloats(std::span<float> values, std::span<float> positions) {
     std::vector<TPlacedValue> placed(values.size());
     for (std::size_t i = 0; i < placed.size(); ++i) placed[i] = {values[i], static_cast<float>(i + 1)};
     HeapSort(std::span(placed),
-             [](const TPlacedValue& a, const TPlacedValue& b) { return a.value < b.value; });
+             [](const TPlacedValue& a, const TPlacedValue& b) { return a.Value < b.Value; });
     for (std::size_t i = 0; i < placed.size(); ++i) {
-        values[i] = placed[i].value;
-        positions[i] = placed[i].position;
+        values[i] = placed[i].Value;
+        positions[i] = placed[i].Position;
     }
 }
 

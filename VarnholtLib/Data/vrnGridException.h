@@ -4,8 +4,8 @@
 
 namespace Varnholt {
 
-/// What the arrays and grids raise: an index outside its range, or a size that they can not take.
-/// The message of an index error has two lines, parted by a carriage return: the operation, then the index.
+/// Raised by the arrays and grids for an index outside its range or a size that is not possible. The message
+/// of an index error has two lines, separated by a carriage return: the operation, then the index.
 class VARNHOLT_EXPORT EGridException : public Exception {
 public:
     using Exception::Exception;

@@ -13,8 +13,7 @@ TIntArray::TIntArray(std::vector<std::int32_t>&& buffer, std::int32_t base) noex
 
 void TIntArray::Sort(TIntArray& sortTo) const {
     Copy(sortTo);
-    std::ranges::sort(
-        sortTo.FBuffer);  // equal integers can not be told apart, so any sort gives the same result
+    std::ranges::sort(sortTo.FBuffer);  // equal integers are alike, so any sort gives the same result
 }
 
 TIntArray TIntArray::Clean(std::int32_t min, std::int32_t max) const {

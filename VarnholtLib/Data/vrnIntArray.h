@@ -13,7 +13,7 @@ namespace Varnholt {
 
 class VARNHOLT_EXPORT TIntArray : public TBasedArray<std::int32_t> {
 public:
-    /// `nItems` zeros from index 1 on; an empty array for a number below 1.
+    /// `nItems` zeros from index 1; an empty array for a number below 1.
     explicit TIntArray(std::int32_t nItems);
 
     /// The value at an index from base to last. EGridException "Index out of bounds in TIntArray.GetInt", CR,
@@ -28,14 +28,14 @@ public:
         FBuffer[Position(index, u"TIntArray.WriteInt")] = value;
     }
 
-    /// Copies this array into `sortTo`, as Copy does, and sorts all of `sortTo` ascending. This array stays
-    /// as it is, unless it is `sortTo`.
+    /// Copies this array into `sortTo`, as Copy does, and sorts all of `sortTo` ascending. This array is
+    /// unchanged, unless it is `sortTo`.
     void Sort(TIntArray& sortTo) const;
 
-    /// The values outside the closed range `min` to `max`, in order and closed up; an empty array with base 1
-    /// when none is left. The result's base is the index here of its first value, in unsigned 16 bits: the
-    /// index itself from 0 to 65,535, and its low 16 bits otherwise. Arrays of more than 65,535 values are
-    /// served too; for them the base is the whole index.
+    /// The values outside the closed range `min` to `max`, in order and without gaps; an empty array with
+    /// base 1 if there are none. The result's base is the index here of its first value, in unsigned 16 bits:
+    /// the index itself from 0 to 65,535, and its low 16 bits otherwise. For arrays of more than 65,535
+    /// values the base is the whole index.
     [[nodiscard]] TIntArray Clean(std::int32_t min, std::int32_t max) const;
 
 private:

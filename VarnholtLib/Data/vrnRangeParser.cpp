@@ -17,7 +17,7 @@ namespace {
 
 constexpr Char kRangeMark = u'_';
 
-/// The text with its range dashes, those with a blank behind them, made marks.
+/// The text with each range dash, a minus followed by a blank, replaced by the mark.
 String WithRangeMarks(StringView text) {
     String marked(text);
     for (std::size_t at = 0; at + 1 < marked.size(); ++at) {
@@ -39,12 +39,13 @@ TRange ReadRange(StringView part, TReadValue readValue) {
 }
 
 /// Raises if of any two ranges the one with the greater First does not begin beyond the Last of the other, or
-/// both have the same First. Neighbours in the order of First stand for all pairs: no range runs backwards,
-/// so with a, b, c in this order c.First > b.Last >= b.First > a.Last; and every failure has the same text.
+/// both have the same First. It suffices to compare neighbours in the order of First: no range runs
+/// backwards, so with a, b, c in this order c.First > b.Last >= b.First > a.Last; and every failure has the
+/// same text.
 void CheckApart(std::vector<TRange> ranges) {
     std::ranges::sort(ranges, std::less<>(), &TRange::First);
-    const auto meet = [](const TRange& a, const TRange& b) { return b.First <= a.Last; };
-    if (std::ranges::adjacent_find(ranges, meet) != ranges.end()) throw Exception(u"Syntax error");
+    const auto overlap = [](const TRange& a, const TRange& b) { return b.First <= a.Last; };
+    if (std::ranges::adjacent_find(ranges, overlap) != ranges.end()) throw Exception(u"Syntax error");
 }
 
 /// Whether the call that fills the values passed; if not, they are empty.

@@ -7,21 +7,21 @@
 #include <type_traits>
 #include <vector>
 
-/// The sort behind every order that a caller's comparison decides.
+/// The sort by a caller's comparison.
 ///
 ///     const std::vector<std::uint32_t> order = SortedPositions(
 ///         rows.size(), [&](std::uint32_t a, std::uint32_t b) { return rows[a].Year < rows[b].Year; });
 ///
 /// A caller's comparison can contradict itself (a NaN among the keys suffices) and can raise. std::sort and
-/// std::stable_sort may read outside their range then. A merge sort whose loops are all bounded by positions
-/// does not: each merge hands on every item once, whatever the answers, so the result is always a
+/// std::stable_sort may then read outside their range. A merge sort whose loops are all bounded by positions
+/// does not: each merge writes every item once, whatever the comparison returns, so the result is always a
 /// permutation.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
 /// Sorts small, trivially copyable items: keys, positions or pairs of them. Stable; about n log2(n)
-/// comparisons, n where the items are in order already. When `isLess` raises, the items stay as they were.
+/// comparisons, n if the items are already in order. If `isLess` raises, the items are unchanged.
 template <typename T, typename TIsLess>
 void SafeSort(std::vector<T>& items, TIsLess isLess) {
     static_assert(std::is_trivially_copyable_v<T>, "items with resources are sorted by their positions");
@@ -43,7 +43,7 @@ void SafeSort(std::vector<T>& items, TIsLess isLess) {
             const std::size_t middle = begin + std::min(width, count - begin);
             const std::size_t end = begin + std::min(2 * width, count - begin);
             std::size_t left = begin, right = middle, place = begin;
-            // Two runs that are in order as they stand are copied by the two lines behind this loop.
+            // Two runs that are already in order are copied by the two lines after this loop.
             if (right < end && isLess(sorted[right], sorted[right - 1])) {
                 while (left < middle && right < end) {
                     merged[place++] = isLess(sorted[right], sorted[left]) ? sorted[right++] : sorted[left++];
@@ -57,8 +57,8 @@ void SafeSort(std::vector<T>& items, TIsLess isLess) {
     items.swap(sorted);
 }
 
-/// The positions 0 to count - 1 in the order that `isLess(a, b)`, asked with two positions, lays down.
-/// Stable; for at most 2^32 items.
+/// The positions 0 to count - 1 in the order of `isLess(a, b)`, which takes two positions. Stable; for at
+/// most 2^32 items.
 template <typename TIsLess>
 [[nodiscard]] std::vector<std::uint32_t> SortedPositions(std::size_t count, TIsLess isLess) {
     std::vector<std::uint32_t> positions(count);

@@ -11,6 +11,7 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Indexes.h"
 #include "VarnholtLib/Data/vrnSmartSortPrivate.h"
 
 namespace Varnholt {
@@ -21,7 +22,7 @@ void PutInOrder(std::span<Variant> values, std::span<const TSortedItem<T>> items
     if constexpr (std::is_same_v<T, double>) {
         if (std::ranges::all_of(values, [](const Variant& value) { return value.GetType() == varDouble; })) {
             std::ranges::transform(items, values.begin(), [](const auto& item) { return item.Value; });
-            return;  // the keys are the values, and nearer than these
+            return;  // the keys are the values, and closer in memory
         }
     }
     std::vector<Variant> sorted;
@@ -51,7 +52,7 @@ TSmartArray::TSmartArray(std::int32_t size, const Variant& defaultValue)
     : FData(TVariantArray::WithLength(size, defaultValue)) {}
 
 std::int64_t TSmartArray::Position(std::int32_t index) const {
-    if (index < 0 || index >= GetCount()) RaiseArrayIndex(index);
+    if (!IsIndex(index, FData.size())) RaiseArrayIndex(index);
     return FInverted ? GetCount() - 1 - index : index;
 }
 
@@ -73,7 +74,7 @@ std::int32_t TSmartArray::GetSortMapValue(std::int32_t index) const {
     return FSortMap[Position(index)];
 }
 
-// Sorts the values and returns the positions that they had. Nothing is moved before all memory is there.
+// Sorts the values and returns the positions that they had. All memory is allocated before a value is moved.
 TIntegerArray TSmartArray::SortStorage() {
     const std::span<Variant> values = FData.GetSpan();
     TIntegerArray map = TIntegerArray::WithLength(GetCount());
@@ -145,8 +146,7 @@ std::int32_t TSmartArray::Filter(const TComparasonCallback& comparasonCallback,
     if (!comparasonCallback) throw EArgumentNilException(u"comparasonCallback");
     const bool wasSorted = FSorted;
     UndoSort();
-    const TVariantArray values =
-        FData;  // a holder of its own: the callback may give the array another storage
+    const TVariantArray values = FData;  // a second holder: the callback may give the array another storage
     std::vector<Variant> kept;
     for (std::int32_t i = 0; i < values.GetLength(); ++i) {
         const bool answer = comparasonCallback(i, values[i]);

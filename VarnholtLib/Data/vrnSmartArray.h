@@ -6,27 +6,27 @@
 
 #include "VarnholtBaseLib/Arrays.h"
 
-/// A one-dimensional array of variants that can be sorted without losing the way back.
+/// A one-dimensional array of variants that remembers its initial order when it is sorted.
 ///
 ///     TSmartArray rain(TVariantArray{3.5, 0.0, 7.25});
 ///     rain.Sort();
 ///     rain.GetData(0);            // 0.0
-///     rain.GetSortMapValue(0);    // 1: it stood at position 1
+///     rain.GetSortMapValue(0);    // 1: it was at position 1
 ///     rain.UndoSort();            // 3.5, 0.0, 7.25 again
 ///     rain.Filter(1.0, 10.0);     // keeps 3.5 and 7.25
 ///     rain.Average();             // 5.375
 ///
 /// Positions count from 0. An array is unsorted or sorted. While it is sorted its values are in ascending
-/// order and each position knows the initial position of its value, but no value can be set.
+/// order and the initial position of each value is known, but no value can be set.
 ///
-/// Sharing: the array takes the storage of the TVariantArray that it is made from, without a copy. Sort and
-/// SetData write into that storage, so the other holder sees the values move. UndoSort and Filter move the
-/// array to a storage of its own.
+/// Sharing: the array shares the storage of the TVariantArray that it is made from, without a copy. Sort and
+/// SetData write into that storage, so the other holder sees the values move. UndoSort and Filter give the
+/// array a storage of its own.
 ///
-/// The figures and filters take every value as a 64-bit float. A value that is no number raises EVariantError
-/// there, as Variant::ToDouble does.
+/// The statistics and filters take every value as a 64-bit float, and raise EVariantError for a value that is
+/// not a number, as Variant::ToDouble does.
 ///
-/// Leans on Variant.h for the order of the values. Threads: no lock; one thread at a time.
+/// Do not destroy the array from a filter's callback. Threads: no lock; one thread at a time.
 namespace Varnholt {
 
 /// A value in a sort, with the position that it had before.
@@ -39,10 +39,10 @@ struct TSortedItem {
 using TSortedValue = TSortedItem<Variant>;
 using TSortedValueArray = std::vector<TSortedValue>;
 
-/// What a filter does with the values for which its callback answers true.
+/// What a filter does with the values for which its callback returns true.
 enum TComparasonAction : std::uint8_t { caKeep, caRemove };
 
-/// Answers for the value at a position, which is passed first.
+/// Tests the value at a position, which is passed first.
 using TComparasonCallback = std::function<bool(std::int32_t, const Variant&)>;
 
 class VARNHOLT_EXPORT TSmartArray {
@@ -55,7 +55,7 @@ public:
     TSmartArray(TVariantArray data, const Variant& filterRange1, const Variant& filterRange2);
     /// That many empty values. A negative size raises ERangeError "Array length out of range (SIZE)".
     explicit TSmartArray(std::int32_t size);
-    /// That many values equal to `defaultValue`. Fails likewise.
+    /// That many values equal to `defaultValue`. Raises likewise.
     TSmartArray(std::int32_t size, const Variant& defaultValue);
 
     ~TSmartArray() = default;
@@ -69,7 +69,7 @@ public:
     [[nodiscard]] bool GetSorted() const noexcept { return FSorted; }
 
     /// While true, GetData, GetSortMapValue and DumpToFile read from the last position to the first; false
-    /// after construction. Nothing else asks for it.
+    /// after construction. Nothing else depends on it.
     [[nodiscard]] bool GetInverted() const noexcept { return FInverted; }
     void SetInverted(bool inverted) noexcept { FInverted = inverted; }
 
@@ -79,12 +79,12 @@ public:
     /// Sets the value at a position, which always counts from the start. Raises Exception
     /// "TSmartArray.SetData" while sorted, else ERangeError as GetData does.
     void SetData(std::int32_t index, const Variant& value);
-    /// The initial position of the value that GetData gives for this index. Raises Exception
+    /// The initial position of the value that GetData returns for this index. Raises Exception
     /// "TSmartArray.GetSortMapValue" unless sorted, else ERangeError as GetData does.
     [[nodiscard]] std::int32_t GetSortMapValue(std::int32_t index) const;
 
     /// Sorts ascending in the order of the variants and remembers where each value came from. Does nothing
-    /// while sorted. If memory is short (std::bad_alloc), nothing has changed.
+    /// while sorted. If allocation fails (std::bad_alloc), nothing has changed.
     ///
     /// The sort is the quicksort of Hoare (1962) with the middle element as pivot:
     ///
@@ -93,58 +93,58 @@ public:
     ///                             if i <= j: swap a[i] and a[j], i up, j down      until i > j
     ///                    sort lo..j, sort i..hi
     ///
-    /// It is not stable. Values that compare equal end up where these steps put them, (1, 1, 1) for example
-    /// with the map 2, 1, 0. A NaN compares with nothing and spoils the order around it. The result is always
-    /// the one of these steps; the time never exceeds the order of n log2(n)^2, also where the
-    /// steps as they stand would take n^2.
+    /// It is not stable. The order of values that compare equal is fixed by these steps: (1, 1, 1) for
+    /// example gets the map 2, 1, 0. A NaN compares with nothing and disturbs the order around it. The result
+    /// is always that of these steps; the time is at most of the order of n log2(n)^2, also where the steps
+    /// as written would take n^2.
     void Sort();
-    /// Gives the values their initial order back. Does nothing unless sorted.
+    /// Restores the initial order of the values. Does nothing unless sorted.
     void UndoSort();
-    /// Ends the sorted state and keeps the sorted order; there is no way back then.
+    /// Ends the sorted state and keeps the sorted order, which cannot be undone then.
     void FinalizeSort() noexcept;
-    /// Sorts the values as they stand by the steps told at Sort, without a map, and leaves the array unsorted
-    /// in that order. Fails as Sort does.
+    /// Sorts the values in their present order by the steps described at Sort, without a map, and leaves the
+    /// array unsorted in that order. Raises what Sort raises.
     void SortAndFinalize();
 
-    /// Filter(value, value): keeps what equals the value, or, for a NaN, what is no NaN.
+    /// Filter(value, value): keeps the values equal to it, or, for a NaN, all but the NaNs.
     std::int32_t Filter(const Variant& value);
     /// Keeps the values from one bound to the other, both included and given in either order, and no NaN.
     /// With a NaN as one of the bounds it keeps all but the NaNs. Returns how many stayed.
     ///
-    /// A sorted array is sorted again afterwards, with a map that refers to the filtered initial order. Where
-    /// a bound or a value is no number the array keeps all its values, unsorted in their initial order.
+    /// A sorted array is sorted again afterwards, with a map that refers to the filtered initial order. If a
+    /// bound or a value is not a number, the array keeps all its values, unsorted in their initial order.
     std::int32_t Filter(const Variant& range1, const Variant& range2);
-    /// Asks the callback for each value, in initial order, and keeps or removes those for which it answers
+    /// Calls the callback for each value, in initial order, and keeps or removes those for which it returns
     /// true. The values that stay are narrowed to the nearest 32-bit floats. Returns how many stayed.
     ///
-    /// A sorted array is unsorted while the callback runs, and sorted again afterwards. When the callback
-    /// raises, or a value that stays is no number, the array keeps all its values, unsorted in their initial
-    /// order. The filter walks over the storage that it starts with, so it sees what a callback sets or sorts
-    /// there; whatever else it makes of the values is overwritten. An empty callback raises
-    /// EArgumentNilException "comparasonCallback" unless the array is empty.
+    /// A sorted array is unsorted while the callback runs, and sorted again afterwards. If the callback
+    /// raises, or a value that stays is not a number, the array keeps all its values, unsorted in their
+    /// initial order. The filter walks over the storage that it starts with, so it sees what a callback sets
+    /// or sorts there; other changes that the callback makes to the values are overwritten. An empty callback
+    /// raises EArgumentNilException "comparasonCallback" unless the array is empty.
     std::int32_t Filter(const TComparasonCallback& comparasonCallback, TComparasonAction comparasonAction);
 
     /// Sets all values, as 64-bit floats. Raises Exception, with nothing changed: "Smart Array size much
     /// match provided data size" for another number of values, "TSmartArray.SetData" while sorted.
     void Push(const TSingleArray& data);
 
-    /// The figures of the values. On an empty array all five raise Exception "TSmartArray.Average".
+    /// Statistics of the values. On an empty array all five raise Exception "TSmartArray.Average".
     ///
-    /// The sum, from an integer 0 on in the order of storage, by the addition of variants: integers add up
-    /// exactly until a float joins them.
+    /// The sum, starting from an integer 0 in the order of storage, by the addition of variants: integers add
+    /// up exactly until a float is added.
     [[nodiscard]] double Sum() const;
     /// Sum divided by count.
     [[nodiscard]] double Average() const;
-    /// The least and the greatest value: the first one, until another is strictly below or above. A NaN at
-    /// the start therefore stays, and later ones are passed over.
+    /// The least and the greatest value: the first one, replaced by each that is strictly below or above.
+    /// A NaN at the start therefore stays, and later ones are skipped.
     [[nodiscard]] double Min() const;
     [[nodiscard]] double Max() const;
     /// The middle value, or half the sum of the two middle values. Sorts the array, which stays sorted.
     [[nodiscard]] double Median();
 
     /// Writes one line for each position in the order of GetData, with four decimals and the separator of
-    /// FormatSettings(). Lines end in CR LF; the text is in the platform's default 8-bit encoding and written
-    /// in one go. An existing file is replaced; a failure is the file layer's and names the path.
+    /// FormatSettings(). Lines end in CR LF; the text is in the platform's default 8-bit encoding and the
+    /// file is replaced as a whole. Raises what WriteFileInOneGo raises.
     void DumpToFile(StringView fileName) const;
 
 private:

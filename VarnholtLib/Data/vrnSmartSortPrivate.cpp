@@ -5,7 +5,7 @@
 namespace Varnholt {
 namespace {
 
-// The quicksort with scans that jump. A tree over the positions holds, for each subtree, the least Low and
+// The quicksort with scans that skip. A tree over the positions holds, for each subtree, the least Low and
 // the greatest High, so a scan finds its next stop in log2(n) steps. A partition swaps no more often than its
 // smaller part has items, plus one; an item is in a smaller part log2(n) times at most.
 class TRankSort {

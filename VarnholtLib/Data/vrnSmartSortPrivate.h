@@ -13,8 +13,8 @@
 
 #include "VarnholtLib/Data/vrnSmartArray.h"
 
-/// The quicksort told at TSmartArray::Sort, on keys that are taken out of their variants, for the array and
-/// for the table.
+/// The quicksort described at TSmartArray::Sort, on keys that are taken from their variants, for the array
+/// and the table.
 ///
 ///     WithSortedItems(count, cell, id, [&](auto& items) {
 ///         SmartSort(std::span(items));
@@ -24,7 +24,7 @@
 /// Threads: the functions keep no state.
 namespace Varnholt {
 
-/// A text as a key: a view, and in front of it its first code units, which decide most comparisons.
+/// A text as a key: a view, preceded by its first code units, which decide most comparisons.
 struct TTextKey {
     explicit TTextKey(StringView text) noexcept : Text(text) {
         for (std::size_t i = 0; i < 4; ++i) Prefix = Prefix << 16 | (i < text.size() ? text[i] : Char{0});
@@ -79,13 +79,13 @@ void SmartPartitionBlocks(TSortedItem<T>* a, std::ptrdiff_t& i, std::ptrdiff_t& 
         if (left.IsEmpty()) i += kBlock;
         if (right.IsEmpty()) j -= kBlock;
     }
-    if (!left.IsEmpty()) i += left.GetNext();  // what lies before is where it belongs
+    if (!left.IsEmpty()) i += left.GetNext();  // the items before are in place
     if (!right.IsEmpty()) j -= right.GetNext();
 }
 
 /// The part of the sort's steps between the choice of the pivot and the two sorts that follow; it leaves i
-/// above j. No scan leaves the range: the pivot itself ends the first one of each side, and what has been
-/// swapped ends those behind it.
+/// above j. No scan leaves the range: the pivot itself ends the first one of each side, and the swapped items
+/// end the later ones.
 template <typename T>
 void SmartPartition(TSortedItem<T>* a, std::ptrdiff_t& i, std::ptrdiff_t& j, const T& pivot) {
     if constexpr (std::is_arithmetic_v<T>) SmartPartitionBlocks(a, i, j, pivot);
@@ -129,8 +129,8 @@ void SmartSortByRank(std::span<TSortedItem<T>> items) {
     std::ranges::move(sorted, items.begin());
 }
 
-/// Sorts lo to hi. The two parts of a split are independent, so the smaller one may come first: that keeps
-/// the stack at log2(n) frames. Where the pivots are so bad that `levels` run out the ranks take over.
+/// Sorts lo to hi. The two parts of a split are independent, so the smaller one may be first: that limits the
+/// stack to log2(n) frames. If the pivots are so bad that `levels` run out, the rest is sorted by ranks.
 template <typename T>
 void SmartSortRange(TSortedItem<T>* a, std::ptrdiff_t lo, std::ptrdiff_t hi, int levels) {
     constexpr std::ptrdiff_t kFewItems = 64;  // n^2 steps are fine up to here
@@ -151,8 +151,8 @@ void SmartSortRange(TSortedItem<T>* a, std::ptrdiff_t lo, std::ptrdiff_t hi, int
     }
 }
 
-/// Sorts the items by the quicksort told at TSmartArray::Sort. If memory for the ranks is short
-/// (std::bad_alloc), the items are left in some order.
+/// Sorts the items by the quicksort described at TSmartArray::Sort. If allocation fails (std::bad_alloc), the
+/// items are left in some order.
 template <typename T>
 void SmartSort(std::span<TSortedItem<T>> items) {
     const int levels =

@@ -11,6 +11,15 @@ namespace {
 
 constexpr StringView kColumnOutOfRange = u"ColumnIndex is out of range";
 
+/// The text of a cell, empty if the grid has no such cell.
+StringView CellIfAny(const TStringGrid& grid, std::int32_t column, std::int32_t row) {
+    try {
+        return grid.GetCell(column, row);
+    } catch (const ERangeError&) {
+        return {};
+    }
+}
+
 /// A column of floats may hold integers in a form that only TryStrToInt reads, as "$1F".
 double CellToFloat(StringView cell) {
     double value = 0;
@@ -63,9 +72,10 @@ void TStringGridInfo::DiscoverColumnType(std::int32_t columnIndex) {
     FColumnTypes[static_cast<std::size_t>(columnIndex)] = TypeOfColumn(columnIndex);
 }
 
-/// One cell is tested in any case. Without a data row that is the one below the grid, where nothing is held.
+/// At least one cell is tested. In a grid without data rows that is the one below the last row.
 TVarType TStringGridInfo::TypeOfColumn(std::int32_t columnIndex) const {
-    if (columnIndex < FFirstDataColumn || FFirstDataRow >= FNumRows) return varString;
+    if (columnIndex < FFirstDataColumn) return varString;
+    if (FFirstDataRow >= FNumRows) return GetTypeOfValueString(CellIfAny(*FGrid, columnIndex, FFirstDataRow));
     TVarType type = varInteger;
     for (std::int32_t row = FFirstDataRow; row < FNumRows && type != varString; ++row) {
         type = std::max(type, GetTypeOfValueString(FGrid->GetCell(columnIndex, row)));

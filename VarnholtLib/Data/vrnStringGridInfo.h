@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "Platform/Controls/StringGrid.h"
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Variant.h"
 #include "VarnholtBaseLib/Arrays.h"
 
@@ -11,13 +12,13 @@
 ///     const TStringGridInfo info(&grid);
 ///     TVariantArray values;
 ///     for (std::int32_t row = info.GetFirstDataRow(); row < info.GetNumRows(); ++row) {
-///         info.GetRowDataAsArray(row, values);     // integers, floats and texts, as the columns hold them
+///         info.GetRowDataAsArray(row, values);     // integers, floats and texts, by column type
 ///     }
 ///
 /// A column's type is the highest that a cell of its data rows needs, in the order varInteger (3), varDouble
-/// (5), varString (256); a fixed column is varString. The analysis runs once, when the object is made, and
-/// reads each cell at most once; columns of text are read up to their first text. Later changes of the grid
-/// are not seen.
+/// (5), varString (256); a fixed column is varString. The analysis runs once, in the constructor, and
+/// reads each cell at most once; a column of text is read up to its first text. Later changes of the grid are
+/// not seen.
 ///
 /// Number texts follow FormatSettings(), as TryStrToInt and TryStrToFloat read them. The grid is not owned
 /// and has to outlive the object.
@@ -27,7 +28,7 @@ namespace Varnholt {
 
 class VARNHOLT_EXPORT TStringGridInfo {
 public:
-    /// Takes the grid's figures and works out the type of each column. Raises Exception "Grid object cannot
+    /// Reads the grid's dimensions and finds the type of each column. Raises Exception "Grid object cannot
     /// be NULL", and what reading a cell raises.
     explicit TStringGridInfo(const TStringGrid* grid);
 
@@ -39,17 +40,18 @@ public:
     [[nodiscard]] std::int32_t GetNumDataRows() const noexcept { return FNumDataRows; }
     [[nodiscard]] std::int32_t GetFirstDataRow() const noexcept { return FFirstDataRow; }
 
-    /// Works out the types of all columns again.
+    /// Finds the types of all columns again.
     void DiscoverColumnTypes();
-    /// Works out the type of one column from 0 on, again. Without a data row the column counts as one of an
-    /// empty cell, hence as text. Raises Exception "ColumnIndex is out of range".
+    /// Finds the type of one column from 0 again. At least one cell is tested: in a grid without data rows
+    /// the one below the last row, which counts as empty if reading it raises ERangeError. Raises Exception
+    /// "ColumnIndex is out of range".
     void DiscoverColumnType(std::int32_t columnIndex);
 
     /// The type that a text needs: varInteger if it is a 32-bit integer, otherwise varDouble if it is a
     /// number that a 64-bit float can hold, otherwise varString, as for an empty text.
     [[nodiscard]] static TVarType GetTypeOfValueString(StringView value);
 
-    /// The type of a column from 0 on. Raises ERangeError "ColumnIndex is out of range".
+    /// The type of a column from 0. Raises ERangeError "ColumnIndex is out of range".
     [[nodiscard]] TVarType GetColTypeAtIndex(std::int32_t index) const;
     /// The types of all columns, the fixed ones included.
     void GetColumnTypesAsArray(std::vector<TVarType>& columnTypes) const { columnTypes = FColumnTypes; }
@@ -57,13 +59,13 @@ public:
     /// Makes data a new array of the row's values, one for each column, the fixed ones included: 32-bit
     /// integers, 64-bit floats or texts by the columns' types. rowIndex counts from 0 over all rows. A cell
     /// that has changed since the analysis and does not convert raises EConvertError as StrToInt and
-    /// StrToFloat do, a row outside the grid what reading its cells raises; data then keeps what it had.
+    /// StrToFloat do, a row outside the grid what reading its cells raises; data is then unchanged.
     void GetRowDataAsArray(std::int32_t rowIndex, TVariantArray& data) const;
 
 private:
     [[nodiscard]] TVarType TypeOfColumn(std::int32_t columnIndex) const;
     [[nodiscard]] bool HasColumn(std::int32_t index) const noexcept {
-        return index >= 0 && index < FNumColumns;
+        return IsIndex(index, FColumnTypes.size());
     }
 
     const TStringGrid* FGrid;
