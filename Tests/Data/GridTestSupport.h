@@ -14,8 +14,9 @@ constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
 /// An array of the class with these values.
 template <typename TArray = TFloatArray>
-TArray ArrayOf(std::initializer_list<std::remove_cvref_t<decltype(TArray(1).GetBuffer()[0])>> values,
-               std::int32_t base = 1) {
+TArray ArrayOf(
+    std::initializer_list<std::remove_cvref_t<decltype(std::declval<TArray&>().GetBuffer()[0])>> values,
+    std::int32_t base = 1) {
     TArray array(static_cast<std::int32_t>(values.size()));
     std::ranges::copy(values, array.GetBuffer().begin());
     array.SetBase(base);

@@ -35,7 +35,7 @@ String OutOfBounds(std::int32_t index) {
     return u"List index out of bounds (" + FromUtf8(std::to_string(index)) + u")";
 }
 
-// One random operation on the list and on the vector that stands for it.
+// One random operation on the list and on the vector that models it.
 template <typename T>
 void Change(IList<T>& list, std::vector<T>& model, std::mt19937& random) {
     const auto count = static_cast<std::int32_t>(model.size());
@@ -93,9 +93,9 @@ void ExpectSame(const IList<T>& list, const std::vector<T>& model, const T& want
     EXPECT_EQ(list.FirstOrDefault(matches, ItemOf<T>(-1)), isFound ? wanted : ItemOf<T>(-1));
     EXPECT_EQ(list.FirstOrDefault(ItemOf<T>(-1)), model.empty() ? ItemOf<T>(-1) : model.front());
     std::vector<T> ends;
-    const StringView told = model.empty() ? u"The list is empty" : u"(nothing raised)";
-    EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.First()); }), told);
-    EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.Last()); }), told);
+    const StringView expected = model.empty() ? u"The list is empty" : u"(nothing raised)";
+    EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.First()); }), expected);
+    EXPECT_EQ(Raised<EInvalidOperation>([&] { ends.push_back(list.Last()); }), expected);
     EXPECT_TRUE(model.empty() ? ends.empty() : ends == (std::vector<T>{model.front(), model.back()}));
     std::vector<T> walked, called;
     for (const T& item : list) walked.push_back(item);
@@ -280,7 +280,7 @@ TEST(NotifyEventList, SendsToAllWhateverOneRaises) {
     list.Add(event(u'r', [&] { list.Remove(b), list.Remove(e), list.Add(event(u'n')); }));
     list.Add(e);
     list.Add(event(u'z'));
-    EXPECT_EQ(send(), u"abcdrz");  // e is gone before its turn, n comes with the next round
+    EXPECT_EQ(send(), u"abcdrz");  // e is removed before its turn, n is called by the next Send
     EXPECT_EQ(send(), u"acdrzn");
     list.Prepend(event(u'x', [&] { list.Clear(); }));
     EXPECT_EQ(send(), u"x");

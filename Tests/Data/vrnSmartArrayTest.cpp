@@ -23,7 +23,7 @@ using TValues = std::vector<Variant>;
 const double kNaN = std::nan(""), kInfinity = std::numeric_limits<double>::infinity();
 const std::int64_t kBig = std::int64_t{1} << 53;
 
-// The sort in the steps that its header tells, on the variants themselves.
+// The sort in the steps that its header describes, on the variants themselves.
 void PlainSort(TSortedValueArray& a, std::ptrdiff_t lo, std::ptrdiff_t hi) {
     const auto at = [&](std::ptrdiff_t k) -> TSortedValue& { return a[static_cast<std::size_t>(k)]; };
     std::ptrdiff_t i = lo, j = hi;
@@ -96,7 +96,7 @@ void CheckSorts(const TValues& values) {
     ASSERT_NO_FATAL_FAILURE(model.Check(array));
 }
 
-// Values that a sort has to tell apart, or must not.
+// Values that a sort has to distinguish, or must not.
 const std::vector<TValues> kPools = {
     {0.0, -0.0, 1.5, kInfinity, -kInfinity, -1e300},
     {kNaN, 1.0, 2.0, 3.0, -kInfinity},

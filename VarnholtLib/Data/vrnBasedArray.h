@@ -31,8 +31,9 @@ public:
 
     /// The cells by position, to read and to write. Their number cannot be changed through the view, which
     /// stays valid until the array is resized, filtered, assigned, moved from or destroyed.
-    [[nodiscard]] std::span<T> GetBuffer() noexcept { return FBuffer; }
-    [[nodiscard]] std::span<const T> GetBuffer() const noexcept { return FBuffer; }
+    [[nodiscard]] std::span<T> GetBuffer() & noexcept { return FBuffer; }
+    [[nodiscard]] std::span<const T> GetBuffer() const& noexcept { return FBuffer; }
+    void GetBuffer() const&& = delete;  // a loop over the view of a temporary array would outlive the array
 
     /// Gives the first cell the index `base`; the cells do not move. EGridException "Index range of TArray
     /// exceeds 32 bits", CR, "Base = ", the base, if the indices do not fit; the base is then unchanged.

@@ -156,13 +156,14 @@ private:
     std::pmr::vector<Extended> FValues;  // may be shorter than the columns: some were added after the row
 };
 
-/// Rows in order, for the columns that must outlive them. The list owns its rows.
+/// Rows in order, for the columns that must outlive them. The list owns its rows and releases their memory when
+/// it is destroyed.
 ///
 /// ERangeError, with nothing changed: "Array length out of range (COUNT)" beyond 2147483647 rows, "Out of
 /// memory for COUNT rows" if allocation fails.
 class VARNHOLT_EXPORT TRows {
 public:
-    explicit TRows(const TColumns& columns) noexcept : FColumns(&columns) {}
+    explicit TRows(const TColumns& columns) : FColumns(&columns) {}
     /// Copies each row of `source`.
     TRows(const TColumns& columns, const TRows& source);
     TRows(const TRows&) = delete;

@@ -149,8 +149,8 @@ std::int32_t TSmartArray::Filter(const TComparasonCallback& comparasonCallback,
     const TVariantArray values = FData;  // a second holder: the callback may give the array another storage
     std::vector<Variant> kept;
     for (std::int32_t i = 0; i < values.GetLength(); ++i) {
-        const bool answer = comparasonCallback(i, values[i]);
-        if (answer != (comparasonAction == caKeep)) continue;
+        const bool isNamed = comparasonCallback(i, values[i]);
+        if (isNamed != (comparasonAction == caKeep)) continue;
         kept.emplace_back(double{static_cast<float>(values[i].ToDouble())});
     }
     return Refill(std::move(kept), wasSorted);

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] std::vector<std::int32_t> TakeSources() noexcept { return std::move(FSources); }
 
 private:
-    // Ends no scan to the right, and lies right of where scans to the left begin.
+    // Ends no scan to the right, and is to the right of where scans to the left begin.
     static constexpr TSmartRank kNever = {std::numeric_limits<std::int32_t>::max(), -2};
 
     [[nodiscard]] std::size_t Leaf(std::ptrdiff_t position) const noexcept {

@@ -34,8 +34,8 @@
 /// table cannot be copied or moved. RelinquishOwnership transfers the rows to the caller.
 ///
 /// Memory: a cell is one variant of 24 bytes, beside the storage of its text, which cells share where one was
-/// copied from the other. A row takes about 90 bytes more: its object with the identity, its place in the
-/// list, and what the allocator adds to two blocks. A table of ten columns so takes about 33 bytes for a
+/// copied from the other. A row takes about 100 bytes more: its object with the identity, its places in
+/// the lists, and the overhead of two blocks. A table of ten columns so takes about 34 bytes for a
 /// number.
 ///
 /// Callbacks must not delete their table. Threads: no lock; one thread at a time.

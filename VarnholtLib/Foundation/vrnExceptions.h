@@ -5,7 +5,7 @@
 #include "Platform/Runtime/Exceptions.h"
 
 /// Exceptions that hold, beside their message, the method that raised them, so that a message for the user
-/// can tell where a failure arose.
+/// can show where a failure arose.
 ///
 ///     throw EExArgumentException(u"DoubleArrayCreateJagged", u"Width", u"Width must be >= 1");
 ///     ...

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "Platform/Runtime/Characters.h"
-#include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
@@ -29,6 +28,11 @@ std::size_t LastElementStart(StringView path) {
 std::size_t FileNameStart(StringView path) {
     const bool hasDrive = path.size() > 1 && path[1] == u':' && IsUnicodeLetter(path[0]);
     return std::max<std::size_t>(LastElementStart(path), hasDrive ? 2 : 0);
+}
+
+/// Position from 0 of the extension in a file name; its length if it has none.
+std::size_t ExtensionStart(StringView name) {
+    return std::min(name.rfind(u'.'), name.size());
 }
 
 }  // namespace
@@ -62,7 +66,8 @@ String RemoveInvalidPathChars(StringView path) {
 }
 
 String StripFileName(StringView path) {
-    return ChangeFileExt(ExtractFileName(path), u"");
+    const StringView name = path.substr(FileNameStart(path));
+    return String(name.substr(0, ExtensionStart(name)));
 }
 
 String ExtractFinalPathElement(StringView path) {
@@ -72,7 +77,7 @@ String ExtractFinalPathElement(StringView path) {
 
 String AddFilenamePostfix(StringView path, StringView postfix) {
     String result(path);
-    if (!result.empty()) result.insert(std::min(path.rfind(u'.'), path.size()), postfix);
+    if (!result.empty()) result.insert(ExtensionStart(path), postfix);
     return result;
 }
 
@@ -82,9 +87,10 @@ String ParentPath(StringView path) {
 }
 
 bool FileExtIs(StringView extension, StringView fileName) {
-    const String actual = ExtractFileExt(fileName);
-    const bool needsDot = !extension.empty() && !extension.starts_with(u'.');
-    return needsDot ? SameText(u"." + String(extension), actual) : SameText(extension, actual);
+    const StringView name = fileName.substr(FileNameStart(fileName));
+    StringView actual = name.substr(ExtensionStart(name));
+    if (!extension.empty() && !extension.starts_with(u'.') && !actual.empty()) actual.remove_prefix(1);
+    return SameText(extension, actual);
 }
 
 String TStringTools::GetDirectoryElement(StringView path) {

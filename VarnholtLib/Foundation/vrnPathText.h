@@ -10,8 +10,7 @@
 ///
 /// The separator is the backslash. The file-name part of a path is what follows its last backslash, the whole
 /// path if it has none; the folder part is the rest, that backslash included. The extension of a file name
-/// begins at its last "." and includes it. StripFileName and FileExtIs find the file name and its extension
-/// as ExtractFileName and ExtractFileExt of Paths.h do, for which a forward slash separates, too.
+/// begins at its last "." and includes it.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {
