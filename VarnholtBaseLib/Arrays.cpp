@@ -5,6 +5,7 @@
 #include "VarnholtBaseLib/Extremes.h"
 
 namespace Varnholt {
+
 void RaiseArrayIndex(std::int64_t index) {
     throw ERangeError(Format(u"Array index out of bounds (%d)", {index}));
 }

@@ -9,10 +9,10 @@
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Indexes.h"
-#include "VarnholtLib/Data/vrnList.h"
+#include "VarnholtLib/Data/vrnListInterfaces.h"
 
-/// The bodies of the list template. vrnList.h includes this file at its end, so that a list of any type can
-/// be compiled where it is used; include vrnList.h.
+/// The bodies of the list template, so that a list of any type can be compiled where it is used. Include
+/// vrnList.h.
 ///
 /// Threads: as for the lists.
 namespace Varnholt {

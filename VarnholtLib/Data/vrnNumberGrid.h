@@ -106,7 +106,8 @@ class VARNHOLT_EXPORT TRow {
 public:
     using TMemory = std::pmr::memory_resource;
 
-    /// A row of the columns' default values. The values are allocated from `memory`, which must outlive the row.
+    /// A row of the columns' default values. The values are allocated from `memory`, which must outlive the
+    /// row.
     explicit TRow(const TColumns& columns, TMemory* memory = std::pmr::get_default_resource());
     /// The same, then the values of `source` by position, as many as both have.
     TRow(const TColumns& columns, const TRow& source, TMemory* memory = std::pmr::get_default_resource());
@@ -156,8 +157,8 @@ private:
     std::pmr::vector<Extended> FValues;  // may be shorter than the columns: some were added after the row
 };
 
-/// Rows in order, for the columns that must outlive them. The list owns its rows and releases their memory when
-/// it is destroyed.
+/// Rows in order, for the columns that must outlive them. The list owns its rows and releases their memory
+/// when it is destroyed.
 ///
 /// ERangeError, with nothing changed: "Array length out of range (COUNT)" beyond 2147483647 rows, "Out of
 /// memory for COUNT rows" if allocation fails.
