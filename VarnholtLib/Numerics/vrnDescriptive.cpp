@@ -11,14 +11,11 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Random.h"
+#include "VarnholtLib/Numerics/vrnMissingValues.h"
 #include "VarnholtLib/Numerics/vrnRoundingPrivate.h"
 
 namespace Varnholt {
 namespace {
-
-constexpr float kFirstMissing = -1000;
-constexpr float kLastMissing = -999;
-constexpr float kNoResult = -999;
 
 float ToFloat(Extended value) {
     return static_cast<float>(value);
@@ -29,7 +26,7 @@ template <typename TVisit>
 std::int32_t ForEachKnown(const TFloatArray& array, TVisit visit) {
     std::int32_t count = 0;
     for (const float value : array.GetBuffer()) {
-        if (value >= kFirstMissing && value <= kLastMissing) continue;
+        if (value >= kLowestMissing && value <= kMissing) continue;
         ++count;
         visit(value);
     }
@@ -43,7 +40,7 @@ float Extreme(const TFloatArray& array, TBetter isBetter) {
     const std::int32_t count = ForEachKnown(array, [&](float value) {
         if (isBetter(value, best) || std::isnan(best)) best = value;
     });
-    return count == 0 ? kNoResult : best;
+    return count == 0 ? kMissing : best;
 }
 
 /// (m^0.135 - (1 - m)^0.135) / 0.1975, rounded to 32 bits. No power is above 1, so the error in double is
@@ -77,8 +74,8 @@ float Mean(std::span<const float> values) {
 /// deviation.
 double KolmogorovDistance(const TFloatArray& array) {
     const double size = array.GetCount();
-    std::optional<TFloatArray> known = array.Clean(kFirstMissing, kLastMissing);
-    if (!known) return kNoResult;
+    std::optional<TFloatArray> known = array.Clean(kLowestMissing, kMissing);
+    if (!known) return kMissing;
     const double sd = StDev2(*known);
     const double mean = Mean2(*known);
     known->Sort();
@@ -123,7 +120,7 @@ float RandN(float mean, float sd) {
 float Mean2(const TFloatArray& array) {
     double sum = 0;
     const std::int32_t count = ForEachKnown(array, [&](float value) { sum += value; });
-    return count == 0 ? kNoResult : static_cast<float>(sum / count);
+    return count == 0 ? kMissing : static_cast<float>(sum / count);
 }
 
 float Min2(const TFloatArray& array) {
@@ -140,15 +137,15 @@ float StDev2(const TFloatArray& array) {
         sx += value;
         sxx += double{value} * value;
     });
-    if (count < 2) return kNoResult;
+    if (count < 2) return kMissing;
     const Extended n = count;
     const Extended radicand = (n * sxx - Extended{sx} * sx) / (n * (n - 1));
     return radicand < 0 ? 0 : ToFloat(std::sqrt(radicand));
 }
 
 float PPCC2(const TFloatArray& array) {
-    std::optional<TFloatArray> known = array.Clean(kFirstMissing, kLastMissing);
-    if (!known) return kNoResult;
+    std::optional<TFloatArray> known = array.Clean(kLowestMissing, kMissing);
+    if (!known) return kMissing;
     known->Sort();
     const std::span<const float> x = std::as_const(*known).GetBuffer();
     const std::vector<float> z = OrderQuantiles(known->GetCount());
@@ -161,7 +158,7 @@ float PPCC2(const TFloatArray& array) {
         szz = ToFloat(szz + dz * dz);
     }
     const Extended d = std::sqrt(Extended{sxx} * szz);
-    return d == 0 ? kNoResult : ToFloat(sxz / d);
+    return d == 0 ? kMissing : ToFloat(sxz / d);
 }
 
 double KS2(const TFloatArray& array) {
@@ -169,9 +166,8 @@ double KS2(const TFloatArray& array) {
     const std::span<const float> values = array.GetBuffer();
     const auto isFinite = [](float value) { return std::isfinite(value); };
     if (!std::ranges::all_of(values, isFinite)) return std::numeric_limits<double>::quiet_NaN();
-    const auto c =
-        std::count_if(values.begin(), values.end(), [](float value) { return value > kLastMissing; });
-    if (c == 0) return kNoResult;
+    const auto c = std::count_if(values.begin(), values.end(), [](float value) { return value > kMissing; });
+    if (c == 0) return kMissing;
     const double en = std::sqrt(static_cast<double>(c));
     const double lambda = (en + 0.12 + 0.11 / en) * KolmogorovDistance(array);
     double sum = 0, fac = 2, previous = 0;
