@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 namespace Varnholt {
 

@@ -3,8 +3,8 @@
 #include <optional>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
 
 namespace Varnholt {
 

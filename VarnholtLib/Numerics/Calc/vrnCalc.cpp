@@ -1,13 +1,13 @@
-#include "VarnholtLib/Numerics/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcCleanupPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcParserPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcRunScopePrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCleanupPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcParserPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcRunScopePrivate.h"
 
 namespace Varnholt {
 namespace {

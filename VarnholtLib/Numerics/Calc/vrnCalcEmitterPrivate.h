@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 namespace Varnholt {
 

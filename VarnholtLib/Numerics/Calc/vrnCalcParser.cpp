@@ -2,7 +2,7 @@
 #include <limits>
 
 #include "Platform/Runtime/Text.h"
-#include "VarnholtLib/Numerics/vrnCalcParserPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcParserPrivate.h"
 
 namespace Varnholt {
 namespace {

@@ -2,9 +2,9 @@
 #include <cmath>
 
 #include "VarnholtLib/Data/vrnFloatSort.h"
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcBuiltInsPrivate.h"
 
 namespace Varnholt {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcEmitterPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcEmitterPrivate.h"
 
 namespace Varnholt {
 

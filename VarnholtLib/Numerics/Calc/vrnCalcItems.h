@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcError.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcError.h"
 
 /// What a parsed expression consists of: the items that TCalc (vrnCalc.h) keeps in its list, and the
 /// keywords and functions that applications register.

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "VarnholtLib/Numerics/vrnCalcEmitterPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcEmitterPrivate.h"
 
 namespace Varnholt {
 namespace {

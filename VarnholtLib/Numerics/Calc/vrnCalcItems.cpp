@@ -1,11 +1,11 @@
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 #include <algorithm>
 
 #include "Platform/Runtime/Numbers.h"
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcRunScopePrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcRunScopePrivate.h"
 
 namespace Varnholt {
 namespace {

@@ -1,4 +1,4 @@
-#include "VarnholtLib/Numerics/vrnCalcCompilerPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCompilerPrivate.h"
 
 namespace Varnholt {
 namespace {

@@ -1,4 +1,4 @@
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <utility>
 
-#include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcBuiltInsPrivate.h"
 
 namespace Varnholt {
 namespace {

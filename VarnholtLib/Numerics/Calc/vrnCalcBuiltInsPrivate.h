@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 namespace Varnholt {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Runtime/FloatMath.h"
-#include "VarnholtLib/Numerics/vrnCalcError.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcError.h"
 
 namespace Varnholt {
 

@@ -5,7 +5,7 @@
 #include <memory_resource>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
 
 namespace Varnholt {
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Runtime/Text.h"
 #include "VarnholtLib/Foundation/vrnString.h"
-#include "VarnholtLib/Numerics/vrnCalcCleanupPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCleanupPrivate.h"
 
 namespace Varnholt::CalcCleanup {
 namespace {

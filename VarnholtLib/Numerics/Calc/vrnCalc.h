@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 /// The expression evaluator: arithmetic on numbers, on keywords whose values the application supplies, and on
 /// functions, in 80-bit floats.
