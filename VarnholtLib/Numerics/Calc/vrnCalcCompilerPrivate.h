@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "VarnholtLib/Numerics/Calc/vrnCalcEmitterPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcRegistrationsPrivate.h"
 
 namespace Varnholt {
 
@@ -15,10 +16,10 @@ namespace Varnholt {
 class TCalcCompiler {
 public:
     /// Functions that calculate their parameters through callbacks have them added to `callees`.
-    TCalcCompiler(TCalcProgram& program, std::vector<TCalc*>& callees)
-        : FEmitter(program), FCallees(callees) {}
+    TCalcCompiler(const TCalc& calc, TCalcProgram& program, TCalcList& callees)
+        : FCalc(calc), FEmitter(program), FCallees(callees), FScopes(calc) {}
 
-    void Compile(const TCalc& calc);
+    void Run();
 
 private:
     /// An operand: an item until it is fetched, then a value; the value of a reduction replaces its left
@@ -37,6 +38,7 @@ private:
     /// ones.
     struct TFrame {
         const TFunctionNum* Function;  // none for an expression
+        std::size_t Entered;           // what FScopes needs to leave it
         std::size_t FirstOperand;
         std::size_t FirstReduction;
         std::size_t Next;             // reduction or parameter
@@ -52,11 +54,14 @@ private:
     void ContinueExpression();
     void ContinueFunction();
     bool Fetch(std::size_t position);
+    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item);
     void ReceiveParam(TFrame& frame, const TCalcValue& value);
     void Close(const TCalcValue& value);
 
+    const TCalc& FCalc;
     TCalcEmitter FEmitter;
-    std::vector<TCalc*>& FCallees;
+    TCalcList& FCallees;
+    TCalcScopes FScopes;
     std::vector<TFrame> FFrames;
     std::vector<TOperand> FOperands;
     std::vector<TReduction> FReductions;

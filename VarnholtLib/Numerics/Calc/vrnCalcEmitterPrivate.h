@@ -22,7 +22,8 @@ class TCalcEmitter {
 public:
     explicit TCalcEmitter(TCalcProgram& program) : FProgram(program) {}
 
-    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item);
+    /// The keyword that an item names, or none if there is no such keyword: then the step raises ceKeyword.
+    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item, const TKeyword* keyword);
     [[nodiscard]] TCalcValue Combine(TCalcOp op, const TCalcValue& left, const TCalcValue& right);
     [[nodiscard]] TCalcValue Sqrt(const TCalcValue& value);
     /// Calls a keyword now instead of later; other values stay as they are.

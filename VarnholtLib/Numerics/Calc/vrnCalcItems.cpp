@@ -1,11 +1,15 @@
 #include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 #include <algorithm>
+#include <limits>
 
+#include "Platform/Runtime/Indexes.h"
 #include "Platform/Runtime/Numbers.h"
+#include "Platform/Runtime/Text.h"
 #include "VarnholtLib/Numerics/Calc/vrnCalc.h"
 #include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
-#include "VarnholtLib/Numerics/Calc/vrnCalcRunScopePrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcParserPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcTreePrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -20,21 +24,43 @@ Extended ReadNumber(StringView text) {
     return StrToFloat(negative);
 }
 
+const TFunction& FunctionOf(const TCalc& calc, StringView name) {
+    const TFunction* function = calc.FindFunction(name);
+    if (function == nullptr) throw ECalcException(ceFunction);
+    return *function;
+}
+
 }  // namespace
+
+TCalcText TCalcText::Trimmed(std::size_t first, std::size_t end) const {
+    const StringView whole = *Whole;
+    const StringView text = TrimView(whole.substr(first, end - first));
+    return {Whole, static_cast<std::uint32_t>(text.data() - whole.data()),
+            static_cast<std::uint32_t>(text.size())};
+}
+
+TCalcText TCalcText::Of(String text) {
+    if (text.size() >= std::numeric_limits<std::uint32_t>::max()) {
+        throw Exception(u"The expression is too long");
+    }
+    const auto length = static_cast<std::uint32_t>(text.size());
+    return {std::make_shared<const String>(std::move(text)), 0, length};
+}
 
 TCalcObj::~TCalcObj() = default;
 
-void TCalcObj::SurrenderItems(std::vector<std::unique_ptr<TCalcObj>>&) {}
+TCalc* TCalcObj::NextToEmpty() noexcept {
+    return nullptr;
+}
 
 TKeyword::TKeyword(TCalc& calc, StringView keyword, void* param, TKeywordEvent event)
     : TCalcObj(&calc, TCalcKind::Keyword), FKeyword(keyword), FParam(param), FEvent(std::move(event)) {
     if (!FEvent) throw EArgumentNilException(u"A keyword needs a callback: " + FKeyword);
 }
 
-// What the callback replaces lives on until it returns.
 Extended TKeyword::Number() const {
-    TCalc::TRunScope scope(*GetCalc());
-    return scope.Leave(Ask());
+    TCalcRun run(GetCalc()->GetTree());
+    return run.Leave(Ask());
 }
 
 TFunction::TFunction(StringView name, int minParams, int maxParams, TFunctionEvent event, TBuiltIn builtIn)
@@ -56,13 +82,17 @@ Extended TFunction::Execute(const TCalcList& params) const {
 }
 
 TCalc& TFunctionParams::Get_Calc(int index) const {
-    if (index < 0 || index >= Get_Count()) throw EListError::IndexOutOfBounds(index);
-    return *FList[static_cast<std::size_t>(index)];
+    return *FList[ListIndex(index, FList.size())];
 }
 
 TNum::TNum(TCalc& calc, StringView text) : TBaseNum(&calc, TCalcKind::Num), FNum(ReadNumber(text)) {}
 
-TBrackets::TBrackets(TCalc& calc, std::unique_ptr<TCalc> newCalc) noexcept
+TBrackets::TBrackets(TCalc& calc, StringView text)
+    : TBrackets(TCalcOwnerKey(), calc, std::make_unique<TCalc>(TCalcOwnerKey(), calc, TCalcText())) {
+    FNewCalc->Set_Exp(text);
+}
+
+TBrackets::TBrackets(TCalcOwnerKey, TCalc& calc, std::unique_ptr<TCalc> newCalc) noexcept
     : TBaseNum(&calc, TCalcKind::Brackets), FNewCalc(std::move(newCalc)) {}
 
 TBrackets::~TBrackets() = default;
@@ -71,8 +101,8 @@ Extended TBrackets::Get_Number() const {
     return FNewCalc->Calculate();
 }
 
-void TBrackets::SurrenderItems(std::vector<std::unique_ptr<TCalcObj>>& heirs) {
-    FNewCalc->SurrenderItems(heirs);
+TCalc* TBrackets::NextToEmpty() noexcept {
+    return FNewCalc->Get_Count() > 0 ? FNewCalc.get() : nullptr;
 }
 
 TKeyword* TKeywordNum::GetKeywordObject() const {
@@ -80,8 +110,8 @@ TKeyword* TKeywordNum::GetKeywordObject() const {
 }
 
 Extended TKeywordNum::Get_Number() const {
-    TCalc::TRunScope scope(*GetCalc());
-    return scope.Leave(Ask());
+    TCalcRun run(GetCalc()->GetTree());
+    return run.Leave(Ask());
 }
 
 Extended TKeywordNum::Ask() const {
@@ -90,23 +120,64 @@ Extended TKeywordNum::Ask() const {
     return keyword->Ask();
 }
 
-TFunctionNum::TFunctionNum(TCalc& calc, const TFunction& function, TCalcText exp) noexcept
+TFunctionNum::TFunctionNum(TCalc& calc, StringView functionName, StringView params)
+    : TFunctionNum(TCalcOwnerKey(), calc, FunctionOf(calc, functionName), TCalcText::Of(String(params))) {
+    Parse();
+}
+
+TFunctionNum::TFunctionNum(TCalcOwnerKey, TCalc& calc, const TFunction& function, TCalcText exp) noexcept
     : TBaseNum(&calc, TCalcKind::FunctionNum), FFunction(function), FExp(std::move(exp)) {}
 
 TFunctionNum::~TFunctionNum() = default;
 
+void TFunctionNum::Parse() {
+    FExp = FExp.Trimmed(FExp.First, std::size_t{FExp.First} + FExp.Length);
+    const StringView text = FExp.View();
+    TOwnedCalcs params;
+    int level = 0;
+    std::size_t first = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'(') ++level;
+        if (text[i] == u')') --level;
+        const bool separates = level == 0 && TCalcParser::IsSeparator(text[i]);
+        if (!separates && i + 1 < text.size()) continue;
+        params.push_back(std::make_unique<TCalc>(TCalcOwnerKey(), *GetCalc(), TCalcText()));
+        params.back()->Set_Exp(text.substr(first, (separates ? i : i + 1) - first));
+        first = i + 1;
+    }
+    if (!FFunction.Accepts(params.size())) throw ECalcException(ceParam);
+    TakeParams(std::move(params));
+}
+
+// Replaced parameters are kept if a calculation under way may use them.
+void TFunctionNum::TakeParams(TOwnedCalcs params) {
+    TCalcList list(params.size());
+    std::ranges::transform(params, list.begin(), [](const auto& param) { return param.get(); });
+    TCalcTree& tree = GetCalc()->GetTree();
+    if (tree.IsRunning()) {
+        FOwnedParams.reserve(FOwnedParams.size() + params.size());
+        std::ranges::move(params, std::back_inserter(FOwnedParams));
+    } else {
+        FOwnedParams = std::move(params);
+    }
+    FParams = std::move(list);
+    tree.CountParse();
+}
+
 Extended TFunctionNum::Get_Number() const {
-    TCalc::TRunScope scope(*GetCalc());
-    return scope.Leave(FFunction.Execute(FParams));
+    TCalcRun run(GetCalc()->GetTree());
+    return run.Leave(FFunction.Execute(FParams));
 }
 
-void TFunctionNum::SurrenderItems(std::vector<std::unique_ptr<TCalcObj>>& heirs) {
-    for (const auto& param : FOwnedParams) param->SurrenderItems(heirs);
+TCalc* TFunctionNum::NextToEmpty() noexcept {
+    while (!FOwnedParams.empty() && FOwnedParams.back()->Get_Count() == 0) FOwnedParams.pop_back();
+    return FOwnedParams.empty() ? nullptr : FOwnedParams.back().get();
 }
 
-void TFunctionNum::AddParam(std::unique_ptr<TCalc> param) {
-    FParams.push_back(param.get());
+void TFunctionNum::AddParam(TCalcOwnerKey, std::unique_ptr<TCalc> param) {
+    TCalc* const calc = param.get();
     FOwnedParams.push_back(std::move(param));
+    FParams.push_back(calc);
 }
 
 TOperator::TOperator(TCalc& calc, StringView text)

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
-#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
 #include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcTreePrivate.h"
 
 namespace Varnholt {
 
@@ -38,32 +39,28 @@ public:
     /// Programs with no more slots work on the stack.
     static constexpr std::size_t kStackSlots = 32;
 
-    /// Adds the parameters' evaluators of the functions that it calls to `callees`.
-    TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees);
+    /// Adds the parameters' evaluators of the functions that it calls to `callees`. `isPure` means that no
+    /// calculation calls the application.
+    TCalcProgram(const TCalc& calc, bool isPure, TCalcList& callees);
 
-    /// Whether the program may be executed as it stands, told by the changes in its tree: nothing was parsed
-    /// or registered since the keywords were bound, and nothing about the program asks for Run.
-    [[nodiscard]] bool IsReady(std::uint64_t changes) const noexcept { return changes == FReadyChanges; }
+    /// Whether something was parsed or registered since the program was made. A calculation under way continues
+    /// with a stale program and looks its keywords up anew.
+    [[nodiscard]] bool IsStale() const noexcept { return FStamp != FTree.GetStamp(); }
+    /// Whether Execute is enough: the program is not stale, and Run has nothing else to do.
+    [[nodiscard]] bool IsReady() const noexcept { return FIsPlain && !IsStale(); }
     /// The value of a program that is ready. `slots` has room for kStackSlots values.
     [[nodiscard]] Extended Execute(Extended* slots) const;
-
-    /// The value of any program whose keywords are bound.
+    /// The value of any program.
     [[nodiscard]] Extended Run(Extended* slots);
-    /// Binds the keywords to the registrations of the moment.
-    void BindKeywords();
-    /// Whether the stamp of the top evaluator is that of the last binding.
-    [[nodiscard]] bool IsBound(std::uint64_t stamp) const noexcept { return stamp == FStamp; }
-    /// The number of parses in the tree when the program was made.
-    [[nodiscard]] std::uint64_t GetParses() const noexcept { return FParses; }
 
     /// The value that a step takes.
     template <TSource Source>
     [[nodiscard]] Extended Fetch(const Extended* slots, std::uint32_t index) const {
         if constexpr (Source == TSource::Slot) return slots[index];
         if constexpr (Source == TSource::Constant) return FConstants[index];
-        if (IsReady(FTop.FChanges)) [[likely]]
-            return FKeywords[index]->Ask();
-        return CallKeyword(index);
+        if (IsStale()) [[unlikely]]
+            return FKeywordItems[index]->Ask();
+        return FKeywords[index]->Ask();
     }
     [[nodiscard]] Extended CallFunction(std::uint32_t index) const {
         return FCalls[index]->GetFunction().Execute(FCalls[index]->GetParams());
@@ -74,27 +71,27 @@ public:
 private:
     friend class TCalcEmitter;
 
-    [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
+    /// A keyword that raises ceKeyword when it is called.
+    const TKeyword* AddUnknown(const TKeywordNum& item);
     [[nodiscard]] Extended RunInOwnMemory();
-    void ReserveMemory();
 
-    const TCalc& FCalc;
-    const TCalc& FTop;
+    const TCalcTree& FTree;
+    const std::uint64_t FStamp;
     std::vector<TCalcStep> FSteps;
     std::vector<Extended> FConstants;
     std::vector<const TKeyword*> FKeywords;
     std::vector<const TKeywordNum*> FKeywordItems;  // the items that name them
     std::vector<const TFunctionNum*> FCalls;
+    std::vector<std::unique_ptr<TKeyword>> FUnknown;
     std::size_t FSlotCount = 0;
     std::size_t FSingleCount = 0;
-    std::uint64_t FParses;
-    std::uint64_t FStamp = 0;
-    std::uint64_t FReadyChanges = 0;
 
-    // Programs without callbacks give their first value again; large programs work in memory of their own.
+    // Pure programs return their first value again; large programs work in memory of their own.
+    const bool FIsPure;
+    bool FIsPlain = false;  // neither of these
+    bool FInUse = false;    // FSlots serves a calculation under way
     std::optional<Extended> FKnownValue;
     std::vector<Extended> FSlots;
-    bool FInUse = false;                  // FSlots serves a calculation under way
     mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back
 };
 
