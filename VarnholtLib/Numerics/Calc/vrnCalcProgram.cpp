@@ -113,11 +113,11 @@ Extended NoItemsStep(const TCalcProgram&, Extended*, const TCalcStep&) {
 }
 
 TCalcProgram::TCalcProgram(const TCalc& calc, bool isPure, TCalcList& callees)
-    : FTree(calc.GetTree()), FStamp(FTree.GetStamp()), FIsPure(isPure) {
+    : FTree(calc.GetTree()), FStamp(FTree.GetStamp()), FReadyChanges(FTree.GetChanges()), FIsPure(isPure) {
     TCalcCompiler(calc, *this, callees).Run();
     FSingles.resize(FSingleCount);
     if (FSlotCount > kStackSlots) FSlots.resize(FSlotCount);
-    FIsPlain = !FIsPure && FSlots.empty();
+    if (FIsPure || !FSlots.empty() || FTree.HasParent()) FReadyChanges = kNever;
 }
 
 const TKeyword* TCalcProgram::AddUnknown(const TKeywordNum& item) {
@@ -126,6 +126,10 @@ const TKeyword* TCalcProgram::AddUnknown(const TKeywordNum& item) {
     };
     FUnknown.push_back(std::make_unique<TKeyword>(*item.GetCalc(), item.GetKeyword(), nullptr, raise));
     return FUnknown.back().get();
+}
+
+Extended TCalcProgram::CallKeyword(std::uint32_t index) const {
+    return IsStale() ? FKeywordItems[index]->Ask() : FKeywords[index]->Ask();
 }
 
 Extended TCalcProgram::Run(Extended* slots) {

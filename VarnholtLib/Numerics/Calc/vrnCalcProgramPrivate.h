@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -46,8 +47,9 @@ public:
     /// Whether something was parsed or registered since the program was made. A calculation under way continues
     /// with a stale program and looks its keywords up anew.
     [[nodiscard]] bool IsStale() const noexcept { return FStamp != FTree.GetStamp(); }
-    /// Whether Execute is enough: the program is not stale, and Run has nothing else to do.
-    [[nodiscard]] bool IsReady() const noexcept { return FIsPlain && !IsStale(); }
+    /// A quick test whether the program is not stale and Execute is enough. It holds for most programs; it never
+    /// holds for pure and for large ones, nor in a tree with a parent, whose registrations count too.
+    [[nodiscard]] bool IsReady() const noexcept { return FReadyChanges == FTree.GetChanges(); }
     /// The value of a program that is ready. `slots` has room for kStackSlots values.
     [[nodiscard]] Extended Execute(Extended* slots) const;
     /// The value of any program.
@@ -58,9 +60,9 @@ public:
     [[nodiscard]] Extended Fetch(const Extended* slots, std::uint32_t index) const {
         if constexpr (Source == TSource::Slot) return slots[index];
         if constexpr (Source == TSource::Constant) return FConstants[index];
-        if (IsStale()) [[unlikely]]
-            return FKeywordItems[index]->Ask();
-        return FKeywords[index]->Ask();
+        if (IsReady()) [[likely]]
+            return FKeywords[index]->Ask();
+        return CallKeyword(index);
     }
     [[nodiscard]] Extended CallFunction(std::uint32_t index) const {
         return FCalls[index]->GetFunction().Execute(FCalls[index]->GetParams());
@@ -71,12 +73,16 @@ public:
 private:
     friend class TCalcEmitter;
 
+    static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
+
     /// A keyword that raises ceKeyword when it is called.
     const TKeyword* AddUnknown(const TKeywordNum& item);
+    [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
     [[nodiscard]] Extended RunInOwnMemory();
 
     const TCalcTree& FTree;
     const std::uint64_t FStamp;
+    std::uint64_t FReadyChanges;  // the changes of the tree when the program was made, or kNever
     std::vector<TCalcStep> FSteps;
     std::vector<Extended> FConstants;
     std::vector<const TKeyword*> FKeywords;
@@ -88,8 +94,7 @@ private:
 
     // Pure programs return their first value again; large programs work in memory of their own.
     const bool FIsPure;
-    bool FIsPlain = false;  // neither of these
-    bool FInUse = false;    // FSlots serves a calculation under way
+    bool FInUse = false;  // FSlots serves a calculation under way
     std::optional<Extended> FKnownValue;
     std::vector<Extended> FSlots;
     mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back

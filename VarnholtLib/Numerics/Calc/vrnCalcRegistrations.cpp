@@ -83,7 +83,8 @@ TKeyword& TCalc::Get_Keyword(int index) const {
     return FRegistered->Keywords[ListIndex(index, static_cast<std::size_t>(Get_KeywordCount()))];
 }
 
-TCalcScopes::TCalcScopes(const TCalc& calc) {
+TCalcScopes::TCalcScopes(const TCalc& calc) : FCalc(calc), FHasInner(calc.GetTree().HasInnerScopes()) {
+    if (!FHasInner) return;
     for (const TCalc* outer = calc.NextInChain(); outer != nullptr; outer = outer->NextInChain()) {
         if (outer->FRegistered) FScopes.push_back(outer->FRegistered.get());
     }
@@ -92,11 +93,12 @@ TCalcScopes::TCalcScopes(const TCalc& calc) {
 
 std::size_t TCalcScopes::Enter(const TCalc& calc) {
     const std::size_t entered = FScopes.size();
-    if (calc.FRegistered) FScopes.push_back(calc.FRegistered.get());
+    if (FHasInner && calc.FRegistered) FScopes.push_back(calc.FRegistered.get());
     return entered;
 }
 
 TKeyword* TCalcScopes::FindKeyword(StringView name) const {
+    if (!FHasInner) return FCalc.FindKeyword(name);
     for (auto scope = FScopes.rbegin(); scope != FScopes.rend(); ++scope) {
         if (TKeyword* keyword = (*scope)->Keywords.Find(name)) return keyword;
     }

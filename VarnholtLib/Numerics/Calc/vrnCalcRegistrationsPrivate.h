@@ -43,7 +43,7 @@ struct TCalcRegistrations {
 /// look-up visits only these, however deep the place is.
 class TCalcScopes {
 public:
-    /// For a walk that begins at the evaluator.
+    /// For a walk that begins at the evaluator, before it enters it.
     explicit TCalcScopes(const TCalc& calc);
 
     /// Goes into an evaluator below; the result is what Leave needs.
@@ -54,6 +54,8 @@ public:
     [[nodiscard]] TKeyword* FindKeyword(StringView name) const;
 
 private:
+    const TCalc& FCalc;
+    bool FHasInner;                                  // else no list is needed
     std::vector<const TCalcRegistrations*> FScopes;  // the nearest one last
 };
 

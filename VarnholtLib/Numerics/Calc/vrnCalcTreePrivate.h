@@ -34,6 +34,8 @@ public:
     TCalcTree(const TCalcTree&) = delete;
     TCalcTree& operator=(const TCalcTree&) = delete;
 
+    [[nodiscard]] std::uint64_t GetChanges() const noexcept { return FChanges; }
+    [[nodiscard]] bool HasParent() const noexcept { return FParent != nullptr; }
     // Counts only grow, so equal sums mean that none of them changed.
     [[nodiscard]] std::uint64_t GetStamp() const noexcept {
         std::uint64_t stamp = FChanges;
