@@ -76,7 +76,7 @@ void TCalcCompiler::PlanReductions(const TCalc& calc) {
     }
 }
 
-// One scan from left to right. Gives false at an operator without a right operand: there the calculation
+// One scan from left to right. Returns false at an operator without a right operand: there the calculation
 // raises.
 bool TCalcCompiler::PlanLevel(int level) {
     std::size_t kept = 1;
@@ -115,8 +115,8 @@ void TCalcCompiler::ContinueExpression() {
     if (Fetch(frame.FirstOperand)) Close(FOperands[frame.FirstOperand].Value);
 }
 
-// Makes a value of an operand. Gives false if a frame was opened for it: then the value comes when that one
-// closes.
+// Makes a value of an operand. Returns false if a frame was opened for it: then the value follows when that
+// frame closes.
 bool TCalcCompiler::Fetch(std::size_t position) {
     TOperand& operand = FOperands[position];
     if (operand.Item == nullptr) return true;
@@ -192,7 +192,7 @@ void TCalcCompiler::ReceiveParam(TFrame& frame, const TCalcValue& value) {
 }
 
 void TCalcCompiler::Close(const TCalcValue& value) {
-    const TCalcValue closed = value;  // the argument may live in a list that shrinks
+    const TCalcValue closed = value;  // the argument may be part of a list that shrinks
     FScopes.Leave(FFrames.back().Entered);
     FOperands.resize(FFrames.back().FirstOperand);
     FReductions.resize(FFrames.back().FirstReduction);

@@ -9,10 +9,10 @@ namespace Varnholt {
 
 /// Turns the items of an evaluator into the steps of its program, in time that grows with their number.
 ///
-/// The steps stand in the order in which the items would be reduced one after the other: every "^" from left
-/// to right, then every "*" and "/", then every "+" and "-", each operand fetched when its reduction comes. A
+/// The steps have the order in which the items would be reduced one after the other: every "^" from left
+/// to right, then every "*" and "/", then every "+" and "-", each operand fetched at its reduction. A
 /// keyword is fetched by the very step that takes it, unless something else is fetched in between.
-/// Expressions under way wait on a list, so the depth of the nesting costs memory alone.
+/// Expressions under way are kept on a list, so the depth of nesting is limited by memory only.
 class TCalcCompiler {
 public:
     /// Functions that calculate their parameters through callbacks have them added to `callees`.
@@ -42,7 +42,7 @@ private:
         std::size_t FirstOperand;
         std::size_t FirstReduction;
         std::size_t Next;             // reduction or parameter
-        std::size_t Awaited = 0;      // the operand whose value comes next
+        std::size_t Awaited = 0;      // the operand whose value is next
         TCalcValue Value{};           // of a function so far
         std::uint32_t FirstSlot = 0;  // where a median gathers its values
     };

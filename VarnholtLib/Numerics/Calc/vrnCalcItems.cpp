@@ -16,7 +16,7 @@ namespace {
 
 constexpr StringView kOperators = u"+-*/^";
 
-// A leading "n" stands for the minus that the cleaning would take for an operator.
+// A leading "n" replaces the minus that the cleaning would take for an operator.
 Extended ReadNumber(StringView text) {
     if (text.size() < 2 || text.front() != u'n') return StrToFloat(text);
     String negative(text);

@@ -28,7 +28,7 @@ void TCalcParser::Run() {
     }
 }
 
-// Brackets match by counting alone, whatever tokens they stand in. While a "(" is open, its entry holds the
+// Brackets match by counting only, whatever tokens contain them. While a "(" is open, its entry holds the
 // one that was open before it, plus 1.
 void TCalcParser::MatchBrackets() {
     FMatch.resize(FWhole.size());
@@ -139,7 +139,7 @@ void TCalcParser::OpenExpression(TCalc& owner, TCalcText text, std::size_t brack
     FFrames.push_back({taker, std::move(calc), nullptr, first, end, bracket});
 }
 
-// Hands a finished group, parameter or call to the frame that waits for it.
+// Passes a finished group, parameter or call to the frame that waits for it.
 void TCalcParser::CloseFrame() {
     TFrame done = std::move(FFrames.back());
     FFrames.pop_back();

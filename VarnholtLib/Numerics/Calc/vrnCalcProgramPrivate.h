@@ -28,13 +28,13 @@ struct TCalcStep {
     TCalcOp Op = TCalcOp::Add;
     bool IsReversed = false;
     bool IsConstant = false;  // the operand Right, of a step without a function
-    bool IsStored = false;    // the value goes to its slot: a later step than the next one takes it
+    bool IsStored = false;    // the value is put into its slot, for a step after the next one
 };
 
 /// An expression as a flat list of steps in the order of the callbacks. Groups and the built-in functions but
 /// @StDev are part of the list; the other functions are called with their parameters' evaluators.
 ///
-/// It refers to the items of the evaluator that it was made from, and lives no longer than they do.
+/// It refers to the items of the evaluator that it was made from, and must not outlive them.
 class TCalcProgram {
 public:
     /// Programs with no more slots work on the stack.
@@ -100,7 +100,7 @@ private:
     mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back
 };
 
-// The value goes from step to step in a register; a function that is called leaves it there.
+// The value is passed from step to step in a register; the functions of steps return it there.
 inline Extended TCalcProgram::Execute(Extended* slots) const {
     Extended value = 0;
     for (const TCalcStep& step : FSteps) {
