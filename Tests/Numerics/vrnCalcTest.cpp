@@ -180,29 +180,6 @@ TEST(Calc, ItemsShowHowTheExpressionWasCut) {
     EXPECT_EQ(calc.Calculate(), 7);
 }
 
-TEST(Calc, CallsKeywordsInTheOrderOfReduction) {
-    TCalc calc;
-    std::vector<std::string> calls;
-    for (const StringView name : {u"a", u"b", u"c", u"d", u"e"}) {
-        calc.RegisterKeyword(name, [&](TCalc&, const String& keyword, void*) {
-            calls.push_back(ToUtf8(keyword));
-            return Extended(2);
-        });
-    }
-    const auto callsOf = [&](StringView expression) {
-        calls.clear();
-        calc.Set_Exp(expression);
-        static_cast<void>(calc.Calculate());
-        return calls;
-    };
-    EXPECT_THAT(callsOf(u"$a + $b * $c ^ $d - $e"), ElementsAre("c", "d", "b", "a", "e"));
-    EXPECT_THAT(callsOf(u"$a * ($b + $c) + $d"), ElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(callsOf(u"$a + $b * $c + $d * $e"), ElementsAre("b", "c", "d", "e", "a"));
-    EXPECT_THAT(callsOf(u"@min($a,($b*$c)) - $d"), ElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(callsOf(u"@StDev($a,$b) * $c"), ElementsAre("a", "b", "a", "b", "c"));
-    EXPECT_THAT(callsOf(u"@median($a,$b,$c)"), ElementsAre("a", "b", "c"));
-}
-
 TEST(Calc, FindsKeywordsUpTheChain) {
     TCalc top;
     TCalc calc(&top);
