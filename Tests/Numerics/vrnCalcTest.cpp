@@ -97,10 +97,10 @@ TEST(Calc, Failures) {
             EXPECT_EQ(Raised<ECalcException>([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
         }
     }
-    for (const auto& [expression, token] : noNumbers) {
-        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(expression); }),
-                  u"'" + String(token) + u"' is not a valid floating point value")
-            << ToUtf8(expression);
+    for (const auto& row : noNumbers) {
+        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(row.Expression); }),
+                  u"'" + String(row.Message) + u"' is not a valid floating point value")
+            << ToUtf8(row.Expression);
     }
     for (int round = 0; round < 2; ++round) {
         for (const auto& [expression, message] : calculationFailures) {

@@ -80,7 +80,8 @@ int TCalc::Get_KeywordCount() const noexcept {
 }
 
 TKeyword& TCalc::Get_Keyword(int index) const {
-    return FRegistered->Keywords[ListIndex(index, static_cast<std::size_t>(Get_KeywordCount()))];
+    const std::size_t position = ListIndex(index, static_cast<std::size_t>(Get_KeywordCount()));
+    return FRegistered->Keywords[position];
 }
 
 TCalcScopes::TCalcScopes(const TCalc& calc) : FCalc(calc), FHasInner(calc.GetTree().HasInnerScopes()) {
