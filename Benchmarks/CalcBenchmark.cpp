@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <muParser.h>
 
 #include <algorithm>
@@ -12,13 +13,15 @@
 
 #include "VarnholtLib/Numerics/vrnMath.h"
 
-/// The evaluator beside muParser, in double, and beside hand-written C++ in long double that is called
+/// The evaluator compared with muParser, in double, and with hand-written C++ in long double that is called
 /// through a function pointer. All values come through callbacks: for us and for the hand-written code the
 /// keyword callbacks that are registered on the evaluator, for muParser functions without arguments that take
 /// user data.
 ///
-/// Rounds of the contestants follow one another, many times, so that what else the machine does meets them
-/// all alike; of each contestant's times the lower decile counts.
+/// The contestants take turns for many rounds, so that other load on the machine affects all of them alike; the
+/// lower decile of each contestant's times counts.
+///
+/// At the end come the memory that a bracket keeps and the stack that the deepest nesting of calls takes.
 namespace {
 
 using Varnholt::Extended;
@@ -209,6 +212,39 @@ void CompareParsing(const TContest& contest) {
     std::printf("| `%s` | %.0f | %.0f | %.1f |\n", contest.Name, times[0], times[1], times[1] / times[0]);
 }
 
+/// An expression nested so deep.
+String Nested(StringView open, StringView inner, std::size_t depth) {
+    String text;
+    for (std::size_t i = 0; i < depth; ++i) text += open;
+    return text.append(inner).append(depth, u')');
+}
+
+void MeasureMemory() {
+    constexpr std::size_t kDepth = 100000;
+    const String text = Nested(u"(1+", u"1", kDepth);
+    const std::size_t before = mallinfo2().uordblks;
+    const TCalc calc(text);
+    const auto kept = static_cast<double>(mallinfo2().uordblks - before - text.size() * sizeof(text[0]));
+    std::printf("\nMemory: an evaluator is %zu bytes; each bracket of (1+(1+... keeps %.0f bytes\n",
+                sizeof(TCalc), kept / kDepth);
+}
+
+void MeasureStack() {
+    const char* deepest = nullptr;
+    TCalc calc;
+    calc.RegisterFunction(u"same", 1, 1,
+                          [&](const Varnholt::TFunction&, const Varnholt::TFunctionParams& params) {
+                              const char here = 0;
+                              deepest = &here;
+                              return params.Get_Calc(0).Calculate();
+                          });
+    calc.Set_Exp(Nested(u"@same(", u"1", TCalc::kMaxCallDepth - 1));
+    const char here = 0;
+    const char* const start = &here;
+    sink = static_cast<double>(calc.Calculate());
+    std::printf("\nStack: %td KiB for %d nested calls\n", (start - deepest) / 1024, TCalc::kMaxCallDepth);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -221,5 +257,7 @@ int main(int argc, char** argv) {
         "\nParsing, ns each (muParser: with the first evaluation, which does most of its parsing)\n\n");
     std::printf("| expression | VarnholtLib | muParser | times faster |\n|---|---|---|---|\n");
     for (const TContest& contest : contests) CompareParsing(contest);
+    MeasureMemory();
+    MeasureStack();
     return 0;
 }

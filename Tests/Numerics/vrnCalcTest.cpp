@@ -8,6 +8,7 @@
 #include "Platform/Runtime/FormatSettings.h"
 #include "Tests/Support/AllocationCount.h"
 #include "Tests/Support/FormatSettingsScope.h"
+#include "Tests/Support/Raised.h"
 #include "VarnholtLib/Numerics/vrnMath.h"
 
 namespace Varnholt::Test {
@@ -15,17 +16,16 @@ namespace {
 
 using ::testing::ElementsAre;
 
-std::string FailureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Exception& failure) {
-        return failure.what();
-    }
-    return "no failure";
-}
-
 TKeywordEvent Constant(Extended value) {
     return [value](TCalc&, const String&, void*) { return value; };
+}
+
+Extended Same(const TFunction&, const TFunctionParams& params) {
+    return params.Get_Calc(0).Calculate();
+}
+
+TCalc& GroupOf(TCalc& calc) {
+    return dynamic_cast<TBrackets&>(calc.GetItems(0)).GetNewCalc();
 }
 
 String Repeated(StringView text, std::size_t times) {
@@ -54,35 +54,34 @@ const struct {
 };
 
 const struct {
-    const char* Message;
+    StringView Message;
     std::vector<StringView> Expressions;
 } parseFailures[] = {
-    {"Syntax error", {u"", u" \t ", u"()", u"1 + ()", u"@", u"@sum", u"@sum(", u"@su)m(1 2)", u"@sum(1 2", u"@sum(1, 2)",
-                      u"@sum(1,,2)", u"(1))", u"(2)7 + 1", u"@sqrt(4)(1)"}},
-    {"A bracket set has not been closed", {u"(1 + 2", u"2 * ((1 + 2)", u"(1 2"}},
-    {"Operator \"2\" not supported", {u"1 2"}},
-    {"Operator \"(2)\" not supported", {u"1 (2)"}},
-    {"'+' is not a valid floating point value", {u"1 ++ 2", u"+", u"@sum(1+2,3)"}},
-    {"'-(3)' is not a valid floating point value", {u"-(3)"}},
-    {"'-$k' is not a valid floating point value", {u"-$k"}},
-    {"'2(3)' is not a valid floating point value", {u"2(3)"}},
-    {"'1e' is not a valid floating point value", {u"1e-5"}},
-    {"'n' is not a valid floating point value", {u"n"}},
-    {"A specified function is not supported or registered", {u"@Sum(1 2)", u"@none()"}},
-    {"There is a problem with one (or more) function parameters", {u"@sum(1)", u"@sum()", u"@sqrt(1 2)", u"@median(1 2)"}},
+    {u"Syntax error", {u"", u" \t ", u"()", u"1 + ()", u"@", u"@sum", u"@sum(", u"@su)m(1 2)", u"@sum(1 2", u"@sum(1, 2)",
+                       u"@sum(1,,2)", u"(1))", u"(2)7 + 1", u"@sqrt(4)(1)"}},
+    {u"A bracket set has not been closed", {u"(1 + 2", u"2 * ((1 + 2)", u"(1 2"}},
+    {u"Operator \"2\" not supported", {u"1 2"}},
+    {u"Operator \"(2)\" not supported", {u"1 (2)"}},
+    {u"A specified function is not supported or registered", {u"@Sum(1 2)", u"@none()"}},
+    {u"There is a problem with one (or more) function parameters", {u"@sum(1)", u"@sum()", u"@sqrt(1 2)", u"@median(1 2)"}},
 };
 
 const struct {
     StringView Expression;
-    const char* Message;
+    StringView Message;
 } calculationFailures[] = {
-    {u"1 / 0", "Attempt to divide by zero"}, {u"(2 / (1 - 1))", "Attempt to divide by zero"},
-    {u"1 / 0 +", "Attempt to divide by zero"}, {u"$none + 1", "Keyword \"none\" is not recognised"},
-    {u"$none +", "Keyword \"none\" is not recognised"}, {u"$", "Keyword \"\" is not recognised"},
-    {u"1 +", "List index out of bounds (2)"}, {u"1 + 2 * 3 +", "List index out of bounds (2)"},
-    {u"1 + 2 *", "List index out of bounds (4)"},
-};
+    {u"1 / 0", u"Attempt to divide by zero"}, {u"(2 / (1 - 1))", u"Attempt to divide by zero"},
+    {u"1 / 0 +", u"Attempt to divide by zero"}, {u"$none + 1", u"Keyword \"none\" is not recognised"},
+    {u"$none +", u"Keyword \"none\" is not recognised"}, {u"$", u"Keyword \"\" is not recognised"},
+}, missingOperands[] = {{u"1 +", u"List index out of bounds (2)"}, {u"1 + 2 * 3 +", u"List index out of bounds (2)"},
+                        {u"1 + 2 *", u"List index out of bounds (4)"}},
+   noNumbers[] = {{u"1 ++ 2", u"+"}, {u"+", u"+"}, {u"@sum(1+2,3)", u"+"}, {u"-(3)", u"-(3)"}, {u"-$k", u"-$k"}, {u"2(3)", u"2(3)"},
+                  {u"1e-5", u"1e"}, {u"n", u"n"}};
 // clang-format on
+
+void Calculate(TCalc& calc) {
+    static_cast<void>(calc.Calculate());
+}
 
 TEST(Calc, Values) {
     for (const auto& [expression, value] : valueCases) {
@@ -95,59 +94,62 @@ TEST(Calc, Values) {
 TEST(Calc, Failures) {
     for (const auto& [message, expressions] : parseFailures) {
         for (const StringView expression : expressions) {
-            EXPECT_EQ(FailureOf([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
+            EXPECT_EQ(Raised<ECalcException>([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
         }
     }
-    for (const auto& [expression, message] : calculationFailures) {
+    for (const auto& row : noNumbers) {
+        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(row.Expression); }),
+                  u"'" + String(row.Message) + u"' is not a valid floating point value")
+            << ToUtf8(row.Expression);
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (const auto& [expression, message] : calculationFailures) {
+            TCalc calc(expression);
+            EXPECT_EQ(Raised<ECalcException>([&] { Calculate(calc); }), message) << ToUtf8(expression);
+        }
+    }
+    for (const auto& [expression, message] : missingOperands) {
         TCalc calc(expression);
-        for (int round = 0; round < 2; ++round) {
-            EXPECT_EQ(FailureOf([&] { static_cast<void>(calc.Calculate()); }), message) << ToUtf8(expression);
-        }
+        EXPECT_EQ(Raised<EListError>([&] { Calculate(calc); }), message) << ToUtf8(expression);
     }
-    TCalc empty;
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(empty.Calculate()); }), "Syntax error");
 }
 
 TEST(Calc, KeepsTheItemsBeforeAFailure) {
     TCalc calc(u"1 + 1");
-    EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"  3*(4)  5"); }), "Operator \"5\" not supported");
+    ExpectRaised<ECalcException>({{[&] { calc.Set_Exp(u"  3*(4)  5"); }, u"Operator \"5\" not supported"}});
     EXPECT_EQ(calc.Get_Exp(), u"3 * (4) 5");
     EXPECT_EQ(calc.Get_Count(), 3);
     EXPECT_EQ(calc.Calculate(), 12);
-    EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u" "); }), "Syntax error");
+    ExpectRaised<ECalcException>(
+        {{[&] { calc.Set_Exp(u" "); }, u"Syntax error"}, {[&] { Calculate(calc); }, u"Syntax error"}});
     EXPECT_EQ(calc.Get_Count(), 0);
 }
 
+// The whole cleaning is compared with another one in vrnCalcReferenceTest.cpp.
 TEST(Calc, CleaningPasses) {
-    const auto cleaned = [](StringView text, void (TCalc::*pass)()) {
-        TCalc one;
-        try {
-            one.Set_Exp(text);
-        } catch (const Exception&) {  // the passes under test work on texts that need not parse
-        }
-        (one.*pass)();
-        return ToUtf8(one.Get_Exp());
-    };
-    EXPECT_EQ(cleaned(u" ( ( 1 +2 ) ) -3", &TCalc::CleanupExp), "((1 + 2)) - 3");
-    EXPECT_EQ(cleaned(u"(-1)*-$a", &TCalc::CleanupExp), "( -1) * -$a");
-    EXPECT_EQ(cleaned(u"2--3", &TCalc::CleanupExp), "2 - -3");
-
-    TCalc text(u"1 - 2");
-    EXPECT_TRUE(text.CleanupIsLastItemADigit(3));
-    EXPECT_FALSE(text.CleanupIsLastItemADigit(5));
-    EXPECT_FALSE(text.CleanupIsLastItemADigit(1));
-    EXPECT_FALSE(text.CleanupIsLastItemADigit(-7));
-    EXPECT_TRUE(text.CleanupIsLastItemADigit(1000));
+    TCalc text(u"(1 - 22) * 3");
+    for (const auto pass :
+         {&TCalc::CleanupClumpedSpaces, &TCalc::CleanupSpacesAroundBrackets,
+          &TCalc::CleanupMakeSureOneSpaceAroundChars, &TCalc::CleanupRemoveSpaceAfterNegativeModifier}) {
+        (text.*pass)();
+        EXPECT_EQ(text.Get_Exp(), u"(1 - 22) * 3");
+    }
+    for (const auto& [position, ends] :
+         {std::pair(4, true), {6, false}, {1, false}, {-7, false}, {1000, true}})
+        EXPECT_EQ(text.CleanupIsLastItemADigit(position), ends) << position;
     text.CleanupMakeSureOneSpaceAround(u'2');
-    EXPECT_EQ(text.Get_Exp(), u"1 - 2");
+    EXPECT_EQ(text.Get_Exp(), u"(1 - 2 2 ) * 3");
+    text.CleanupExp();
+    EXPECT_EQ(text.Get_Exp(), u"(1 - 2 2) * 3");
 }
 
 TEST(Calc, NumbersFollowTheDecimalSeparator) {
     const TFormatSettingsScope comma(u',');
     TCalc calc;
-    EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"1,5 * 2"); }), "no failure");
+    calc.Set_Exp(u"1,5 * 2");
     EXPECT_EQ(calc.Calculate(), 3);
-    EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"1.5"); }), "'1.5' is not a valid floating point value");
+    ExpectRaised<EConvertError>(
+        {{[&] { calc.Set_Exp(u"1.5"); }, u"'1.5' is not a valid floating point value"}});
 }
 
 TEST(Calc, ItemsShowHowTheExpressionWasCut) {
@@ -163,7 +165,11 @@ TEST(Calc, ItemsShowHowTheExpressionWasCut) {
     EXPECT_EQ(function.GetExp(), u"(3 + 4),5");
     EXPECT_EQ(function.GetParams().at(0)->Get_Exp(), u"(3 + 4)");
     EXPECT_EQ(function.Get_Number(), 12);
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(calc.GetItems(5)); }), "List index out of bounds (5)");
+    ExpectRaised<EListError>(
+        {{[&] { static_cast<void>(calc.GetItems(5)); }, u"List index out of bounds (5)"},
+         {[&] { static_cast<void>(calc.GetItems(-1)); }, u"List index out of bounds (-1)"},
+         {[&] { static_cast<void>(calc.Get_Function(7)); }, u"List index out of bounds (7)"},
+         {[&] { static_cast<void>(calc.Get_Keyword(0)); }, u"List index out of bounds (0)"}});
 
     // An inner expression that is set anew counts from the next calculation on.
     calc.RegisterKeyword(u"rain", Constant(2));
@@ -174,29 +180,6 @@ TEST(Calc, ItemsShowHowTheExpressionWasCut) {
     EXPECT_EQ(calc.Calculate(), 7);
 }
 
-TEST(Calc, CallsKeywordsInTheOrderOfReduction) {
-    TCalc calc;
-    std::vector<std::string> calls;
-    for (const StringView name : {u"a", u"b", u"c", u"d", u"e"}) {
-        calc.RegisterKeyword(name, [&](TCalc&, const String& keyword, void*) {
-            calls.push_back(ToUtf8(keyword));
-            return Extended(2);
-        });
-    }
-    const auto callsOf = [&](StringView expression) {
-        calls.clear();
-        calc.Set_Exp(expression);
-        static_cast<void>(calc.Calculate());
-        return calls;
-    };
-    EXPECT_THAT(callsOf(u"$a + $b * $c ^ $d - $e"), ElementsAre("c", "d", "b", "a", "e"));
-    EXPECT_THAT(callsOf(u"$a * ($b + $c) + $d"), ElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(callsOf(u"$a + $b * $c + $d * $e"), ElementsAre("b", "c", "d", "e", "a"));
-    EXPECT_THAT(callsOf(u"@min($a,($b*$c)) - $d"), ElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(callsOf(u"@StDev($a,$b) * $c"), ElementsAre("a", "b", "a", "b", "c"));
-    EXPECT_THAT(callsOf(u"@median($a,$b,$c)"), ElementsAre("a", "b", "c"));
-}
-
 TEST(Calc, FindsKeywordsUpTheChain) {
     TCalc top;
     TCalc calc(&top);
@@ -204,7 +187,7 @@ TEST(Calc, FindsKeywordsUpTheChain) {
     const TCalc* calledOn = nullptr;
     void* calledWith = nullptr;
     calc.Set_Exp(u"(($x)) + 1");
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(calc.Calculate()); }), "Keyword \"x\" is not recognised");
+    ExpectRaised<ECalcException>({{[&] { Calculate(calc); }, u"Keyword \"x\" is not recognised"}});
 
     top.RegisterKeyword(u"x", &parameter, [&](TCalc& on, const String&, void* param) {
         calledOn = &on;
@@ -219,11 +202,20 @@ TEST(Calc, FindsKeywordsUpTheChain) {
     EXPECT_EQ(calc.Calculate(), 11);
     calc.RegisterKeyword(u"x", Constant(100));  // a second one is never found
     EXPECT_EQ(calc.Calculate(), 11);
-    auto& group = dynamic_cast<TBrackets&>(calc.GetItems(0)).GetNewCalc();
+    TCalc& group = GroupOf(calc);
     group.RegisterKeyword(u"x", Constant(20));
     EXPECT_EQ(calc.Calculate(), 21);
     EXPECT_EQ(calc.FindKeyword(u"X"), nullptr);
-    EXPECT_EQ(FailureOf([&] { calc.RegisterKeyword(u"y", nullptr); }), "A keyword needs a callback: y");
+    std::vector<TKeyword*> used;
+    calc.GetKeywordsUsed(used, true, true);
+    EXPECT_THAT(used, ElementsAre(&group.Get_Keyword(0)));
+    ExpectRaised<EArgumentNilException>(
+        {{[&] { calc.RegisterKeyword(u"y", nullptr); }, u"A keyword needs a callback: y"},
+         {[&] { calc.RegisterFunction(u"y", 0, 0, nullptr); }, u"A function needs a callback: y"}});
+
+    // Without the group its registration is gone as well.
+    calc.Set_Exp(u"($x)");
+    EXPECT_EQ(calc.Calculate(), 10);
 }
 
 TEST(Calc, FunctionsDecideHowOftenTheyCalculate) {
@@ -243,13 +235,13 @@ TEST(Calc, FunctionsDecideHowOftenTheyCalculate) {
     EXPECT_EQ(calc.Calculate(), 8);
     EXPECT_EQ(calls, 2);
 
-    EXPECT_EQ(FailureOf([&] { calc.Set_Exp(u"@later(1)"); }),
-              "A specified function is not supported or registered");
+    ExpectRaised<ECalcException>(
+        {{[&] { calc.Set_Exp(u"@later(1)"); }, u"A specified function is not supported or registered"}});
     calc.RegisterFunction(u"later", 1, 1, [](const TFunction&, const TFunctionParams& params) {
         return params.Get_Calc(1).Calculate();
     });
     calc.Set_Exp(u"@later(1)");
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(calc.Calculate()); }), "List index out of bounds (1)");
+    ExpectRaised<EListError>({{[&] { Calculate(calc); }, u"List index out of bounds (1)"}});
     EXPECT_EQ(calc.Get_FunctionCount(), 8);
     EXPECT_EQ(calc.Get_Function(0).GetName(), u"sum");
     EXPECT_EQ(calc.Get_Function(7).GetName(), u"later");
@@ -259,14 +251,46 @@ TEST(Calc, BuiltInsCalledDirectly) {
     TCalc one(u"1");
     const TFunction& median = *one.FindFunction(u"median");
     const TCalcList two{&one, &one};
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(TCalc::FuncMedian(median, TFunctionParams(two))); }),
-              "Operator \"Not enough variables for calculation.\" not supported");
     const TCalcList withNone{&one, &one, nullptr};
-    const std::string problem = "There is a problem with one (or more) function parameters";
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(median.Execute(withNone)); }), problem);
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(median.Execute(two)); }), problem);
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(TCalc::FuncMin(median, TFunctionParams({}))); }), problem);
+    const StringView problem = u"There is a problem with one (or more) function parameters";
+    ExpectRaised<ECalcException>({{[&] { TCalc::FuncMedian(median, TFunctionParams(two)); },
+                                   u"Operator \"Not enough variables for calculation.\" not supported"},
+                                  {[&] { static_cast<void>(median.Execute(withNone)); }, problem},
+                                  {[&] { static_cast<void>(median.Execute(two)); }, problem},
+                                  {[&] { TCalc::FuncMin(median, TFunctionParams({})); }, problem}});
     EXPECT_EQ(ECalcException(static_cast<TCalcError>(99)).GetMessage(), u"Unknown error");
+}
+
+TEST(Calc, ItemsFromTexts) {
+    TCalc calc(u"@sum($x,(1+2))");
+    calc.RegisterKeyword(u"x", Constant(4));
+    const TBrackets group(calc, u" $x*(2) ");
+    EXPECT_EQ(group.Get_Number(), 8);
+    EXPECT_EQ(group.GetNewCalc().GetCalc(), &calc);
+
+    TFunctionNum call(calc, u"max", u" (1 + 2),$x 2 ");
+    EXPECT_EQ(call.GetExp(), u"(1 + 2),$x 2");
+    EXPECT_EQ(call.GetParams().size(), 3U);
+    EXPECT_EQ(call.Get_Number(), 4);
+    call.GetParams()[2]->Set_Exp(u"9");
+    EXPECT_EQ(call.Get_Number(), 9);
+    call.Parse();  // the parameters of the text again
+    EXPECT_EQ(call.Get_Number(), 4);
+
+    // A call in an expression, whose parameters are part of the program, is noticed too.
+    auto& listed = dynamic_cast<TFunctionNum&>(calc.GetItems(0));
+    listed.GetParams()[1]->Set_Exp(u"10");
+    EXPECT_EQ(calc.Calculate(), 14);
+    listed.Parse();
+    EXPECT_EQ(calc.Calculate(), 7);
+
+    ExpectRaised<ECalcException>(
+        {{[&] { TBrackets(calc, u" "); }, u"Syntax error"},
+         {[&] { TBrackets(calc, u"(1"); }, u"A bracket set has not been closed"},
+         {[&] { TFunctionNum(calc, u"none", u"1"); }, u"A specified function is not supported or registered"},
+         {[&] { TFunctionNum(calc, u"sum", u"1,,2"); }, u"Syntax error"},
+         {[&] { TFunctionNum(calc, u"sum", u""); },
+          u"There is a problem with one (or more) function parameters"}});
 }
 
 TEST(Calc, KeywordsUsed) {
@@ -287,7 +311,7 @@ TEST(Calc, KeywordsUsed) {
     EXPECT_EQ(used(u"$a + $bare + $c", false, true), "a ");
     EXPECT_EQ(used(u"$a + ($a + $b) + $c", true, false), "a c ");
     EXPECT_EQ(used(u"@sum(($bare+$a),$b) + (2 * ($c))", false, true), "b c ");
-    EXPECT_EQ(FailureOf([&] { used(u"$a + $z", true, true); }), "Keyword is not recognised");
+    ExpectRaised<ECalcException>({{[&] { used(u"$a + $z", true, true); }, u"Keyword is not recognised"}});
 
     TCalc child(&calc, u"$b");
     calc.Set_Exp(u"$a");
@@ -327,28 +351,24 @@ TEST(Calc, DepthAndLength) {
         calc.GetKeywordsUsed(none, true, true);
     }
     TCalc deep;
-    EXPECT_EQ(FailureOf([&] { deep.Set_Exp(Repeated(u"(", 1000000) + u"1"); }),
-              "A bracket set has not been closed");
-    EXPECT_EQ(FailureOf([&] { deep.Set_Exp(Repeated(u"(", 100000) + u"x" + Repeated(u")", 100000)); }),
-              "'x' is not a valid floating point value");
+    ExpectRaised<ECalcException>(
+        {{[&] { deep.Set_Exp(Repeated(u"(", 1000000) + u"1"); }, u"A bracket set has not been closed"}});
+    ExpectRaised<EConvertError>({{[&] { deep.Set_Exp(Nested(u"(", u"x", u")", 100000)); },
+                                  u"'x' is not a valid floating point value"}});
 }
 
 TEST(Calc, CallsNestToALimit) {
     TCalc calc;
-    calc.RegisterFunction(u"same", 1, 1, [](const TFunction&, const TFunctionParams& params) {
-        return params.Get_Calc(0).Calculate();
-    });
+    calc.RegisterFunction(u"same", 1, 1, Same);
     calc.Set_Exp(Nested(u"@same(", u"3", u")", TCalc::kMaxCallDepth - 1));
     EXPECT_EQ(calc.Calculate(), 3);
     calc.Set_Exp(Nested(u"@same(", u"3", u")", 100000));
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(calc.Calculate()); }),
-              "Function calls are nested too deeply");
+    ExpectRaised<Exception>({{[&] { Calculate(calc); }, u"Function calls are nested too deeply"}});
 
     TCalc self;
     self.RegisterKeyword(u"self", [](TCalc& on, const String&, void*) { return on.Calculate(); });
     self.Set_Exp(u"1 + $self");
-    EXPECT_EQ(FailureOf([&] { static_cast<void>(self.Calculate()); }),
-              "Function calls are nested too deeply");
+    ExpectRaised<Exception>({{[&] { Calculate(self); }, u"Function calls are nested too deeply"}});
 }
 
 TEST(Calc, CallbacksMayChangeTheEvaluator) {
@@ -365,7 +385,7 @@ TEST(Calc, CallbacksMayChangeTheEvaluator) {
     EXPECT_EQ(calc.Calculate(), 8);
     EXPECT_EQ(calc.Calculate(), 100);
 
-    // The same when an item is asked by itself: what is replaced lives on until the callbacks return.
+    // The same for single items: what is replaced stays valid until the callbacks return.
     TCalc asked;
     asked.RegisterKeyword(u"x", [](TCalc& on, const String&, void*) {
         on.Set_Exp(u"7");
@@ -376,13 +396,39 @@ TEST(Calc, CallbacksMayChangeTheEvaluator) {
     EXPECT_EQ(asked.Calculate(), 7);
 }
 
+TEST(Calc, WhatACallbackParsesTakesEffect) {
+    const struct {
+        StringView Expression;
+        Extended Now;
+        Extended Next;
+    } cases[] = {{u"$x + (2)", 3, 6},
+                 {u"$x + @sum(2,0)", 3, 6},
+                 {u"$x + @same(2)", 6, 6},
+                 {u"$x + @same((2))", 6, 6},
+                 {u"$x + @StDev(1,1)", 1 + std::sqrt(8.0L), 1 + std::sqrt(8.0L)}};
+    for (const auto& [expression, now, next] : cases) {
+        TCalc calc;
+        calc.RegisterFunction(u"same", 1, 1, Same);
+        calc.RegisterKeyword(u"x", [](TCalc& on, const String&, void*) {
+            TCalcObj& item = on.GetItems(2);
+            auto* const call = dynamic_cast<TFunctionNum*>(&item);
+            TCalc& inner = call ? *call->GetParams()[0] : dynamic_cast<TBrackets&>(item).GetNewCalc();
+            inner.Set_Exp(u"5");
+            return Extended(1);
+        });
+        calc.Set_Exp(expression);
+        EXPECT_EQ(calc.Calculate(), now) << ToUtf8(expression);
+        EXPECT_EQ(calc.Calculate(), next) << ToUtf8(expression);
+    }
+}
+
 TEST(Calc, AGroupThatBecomesImpureIsCalculatedAgain) {
     TCalc calc(u"(1) + 2");
     Extended x = 1;
     calc.RegisterKeyword(u"x", [&](TCalc&, const String&, void*) { return x; });
     EXPECT_EQ(calc.Calculate(), 3);
-    TCalc& group = dynamic_cast<TBrackets&>(calc.GetItems(0)).GetNewCalc();
-    EXPECT_EQ(FailureOf([&] { group.Set_Exp(u"$x 5"); }), "Operator \"5\" not supported");
+    TCalc& group = GroupOf(calc);
+    ExpectRaised<ECalcException>({{[&] { group.Set_Exp(u"$x 5"); }, u"Operator \"5\" not supported"}});
     EXPECT_EQ(calc.Calculate(), 3);
     x = 10;
     EXPECT_EQ(calc.Calculate(), 12);
@@ -394,9 +440,7 @@ TEST(Calc, CalculatesWithoutAllocating) {
     calc.RegisterKeyword(u"temperature_of_day", &value, [](TCalc&, const String&, void* param) {
         return Extended(*static_cast<double*>(param));
     });
-    calc.RegisterFunction(u"same", 1, 1, [](const TFunction&, const TFunctionParams& params) {
-        return params.Get_Calc(0).Calculate();
-    });
+    calc.RegisterFunction(u"same", 1, 1, Same);
     const String wide = u"0" + Repeated(u" + $temperature_of_day * 2", 100);
     const String median = u"@median(" + Repeated(u"$temperature_of_day,", 100) + u"1)";
     for (const String& expression :
@@ -408,6 +452,64 @@ TEST(Calc, CalculatesWithoutAllocating) {
         const std::int64_t before = AllocationCount();
         for (int i = 0; i < 3; ++i) EXPECT_EQ(calc.Calculate(), first);
         EXPECT_EQ(AllocationCount() - before, 0) << ToUtf8(expression.substr(0, 60));
+    }
+}
+
+// Each public operation with its first allocation failing, then its second one, and so on until it succeeds:
+// a failure leaves what was there before, and nothing is lost or used after it was freed.
+TEST(Calc, FailedAllocations) {
+    // clang-format off
+    const struct TOperation {
+        const char* Name;
+        std::function<void(TCalc&)> Run;
+        bool ReleasesItems;
+        Extended Value;  // of the evaluator after success
+    } operations[] = {
+        {"TCalc", [](TCalc& calc) { TCalc(&calc, u"($x) + @same(@StDev($x,(1 + $none)))"); }, false, 12},
+        {"Set_Exp", [](TCalc& calc) { calc.Set_Exp(u"($x + 1) * @same(@median(1,($x),3)) ^ 2 + 1"); }, true, 13},
+        {"Set_Exp of a long text", [](TCalc& calc) { calc.Set_Exp(u"$x" + Repeated(u" + (1)", 100)); }, true, 102},
+        {"Set_Exp of a group", [](TCalc& calc) { GroupOf(calc).Set_Exp(u"@avg(8,($x))"); }, true, 15},
+        {"Parse", [](TCalc& calc) { calc.Parse(); }, true, 12},
+        {"CleanupExp", [](TCalc& calc) { calc.CleanupExp(); }, false, 12},
+        {"RegisterKeyword", [](TCalc& calc) { calc.RegisterKeyword(u"new", Constant(1)); }, false, 12},
+        {"RegisterKeyword on a group", [](TCalc& calc) { GroupOf(calc).RegisterKeyword(u"x", Constant(9)); }, false, 19},
+        {"RegisterFunction", [](TCalc& calc) { calc.RegisterFunction(u"new", 0, 0, Same); }, false, 12},
+        {"GetKeywordsUsed", [](TCalc& calc) { std::vector<TKeyword*> list; calc.GetKeywordsUsed(list, true, false); }, false, 12},
+        {"Calculate", [](TCalc& calc) { Calculate(calc); }, false, 12},
+        {"TBrackets", [](TCalc& calc) { TBrackets(calc, u"$x + 1"); }, false, 12},
+        {"TFunctionNum", [](TCalc& calc) { TFunctionNum(calc, u"sum", u"1,$x"); }, false, 12},
+        {"TFunctionNum::Parse", [](TCalc& calc) { dynamic_cast<TFunctionNum&>(calc.GetItems(2)).Parse(); }, false, 12},
+    };
+    // clang-format on
+    for (const TOperation& row : operations) {
+        SCOPED_TRACE(row.Name);
+        std::unique_ptr<TCalc> calc;
+        int registered = 0;
+        bool isDone = false;
+        const auto prepare = [&] {
+            isDone = false;
+            calc = std::make_unique<TCalc>();
+            calc->RegisterFunction(u"same", 1, 1, Same);
+            calc->Set_Exp(u"($x) + @sum(@same($x),8)");
+            calc->RegisterKeyword(u"x", Constant(2));
+            registered = calc->Get_KeywordCount() + calc->Get_FunctionCount();
+        };
+        prepare();
+        FailEachAllocation(
+            [&] {
+                row.Run(*calc);
+                isDone = true;
+            },
+            [&] {
+                if (!isDone) {
+                    EXPECT_EQ(calc->Get_KeywordCount() + calc->Get_FunctionCount(), registered);
+                    if (row.ReleasesItems) calc->Set_Exp(u"($x) + @sum(@same($x),8)");
+                    EXPECT_EQ(calc->Calculate(), 12);
+                    row.Run(*calc);
+                }
+                EXPECT_EQ(calc->Calculate(), row.Value);
+                prepare();
+            });
     }
 }
 

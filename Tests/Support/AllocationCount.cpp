@@ -11,14 +11,25 @@ namespace {
 std::atomic<std::int64_t> allocations{0};
 thread_local std::int64_t untilFailure = 0;  // the allocation that fails, from 1; 0 or less for none
 
+void* Checked(void* memory) {
+    ++allocations;
+    const bool isDue = untilFailure > 0 && --untilFailure == 0;
+    if (memory != nullptr && !isDue) return memory;
+    std::free(memory);
+    throw std::bad_alloc();
+}
+
 }  // namespace
 
-// The plain forms, which the others of the standard library call.
+// The forms that the others of the standard library call.
 void* operator new(std::size_t size) {
-    ++allocations;
-    if (untilFailure > 0 && --untilFailure == 0) throw std::bad_alloc();
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
+    return Checked(std::malloc(size == 0 ? 1 : size));
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    void* memory = nullptr;
+    const bool failed = posix_memalign(&memory, static_cast<std::size_t>(alignment), size) != 0;
+    return Checked(failed ? nullptr : memory);
 }
 
 void operator delete(void* memory) noexcept {
@@ -26,6 +37,14 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
     std::free(memory);
 }
 

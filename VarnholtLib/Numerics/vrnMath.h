@@ -1,6 +1,6 @@
 #pragma once
 
 /// The mathematics module: one header for all of its files.
-#include "VarnholtLib/Numerics/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
 #include "VarnholtLib/Numerics/vrnCoordinates.h"
 #include "VarnholtLib/Numerics/vrnSmallMath.h"

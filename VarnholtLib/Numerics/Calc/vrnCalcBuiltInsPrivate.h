@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 namespace Varnholt {
 
@@ -12,7 +12,7 @@ std::span<const TFunction> BuiltInFunctions();
 /// The built-in function of that name, or none.
 const TFunction* FindBuiltIn(StringView name);
 
-/// Sorts the values, then gives the middle one, or the mean of the two middle ones. The span is not empty.
+/// Sorts the values, then returns the middle one, or the mean of the two middle ones. The span is not empty.
 Extended MedianOf(std::span<float> values);
 
 }  // namespace Varnholt

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "VarnholtLib/Numerics/vrnCalcEmitterPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcEmitterPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -26,7 +26,8 @@ std::uint32_t AddTo(std::vector<T>& list, T item) {
 
 }  // namespace
 
-TCalcValue TCalcEmitter::Keyword(const TKeywordNum& item) {
+TCalcValue TCalcEmitter::Keyword(const TKeywordNum& item, const TKeyword* keyword) {
+    FProgram.FKeywords.push_back(keyword != nullptr ? keyword : FProgram.AddUnknown(item));
     return {TSource::Keyword, AddTo(FProgram.FKeywordItems, &item), 0};
 }
 

@@ -1,15 +1,10 @@
 #include <algorithm>
-#include <limits>
 
 #include "Platform/Runtime/Text.h"
-#include "VarnholtLib/Numerics/vrnCalcParserPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcParserPrivate.h"
 
 namespace Varnholt {
 namespace {
-
-bool IsSeparator(Char c) {
-    return c == u' ' || c == u',';
-}
 
 bool IsBlankOrControl(Char c) {
     return c <= u' ';
@@ -17,11 +12,7 @@ bool IsBlankOrControl(Char c) {
 
 }  // namespace
 
-TCalcParser::TCalcParser(TCalc& calc) : FCalc(calc), FText(calc.FExp), FWhole(*FText.Whole) {
-    if (FWhole.size() >= std::numeric_limits<std::uint32_t>::max()) {
-        throw Exception(u"The expression is too long");
-    }
-}
+TCalcParser::TCalcParser(TCalc& calc) : FCalc(calc), FText(calc.FExp), FWhole(*FText.Whole) {}
 
 void TCalcParser::Run() {
     MatchBrackets();
@@ -37,7 +28,7 @@ void TCalcParser::Run() {
     }
 }
 
-// Brackets match by counting alone, whatever tokens they stand in. While a "(" is open, its entry holds the
+// Brackets match by counting only, whatever tokens contain them. While a "(" is open, its entry holds the
 // one that was open before it, plus 1.
 void TCalcParser::MatchBrackets() {
     FMatch.resize(FWhole.size());
@@ -59,11 +50,6 @@ void TCalcParser::MatchBrackets() {
     }
 }
 
-TCalcText TCalcParser::Trimmed(std::size_t first, std::size_t end) const {
-    const StringView text = TrimView(FWhole.substr(first, end - first));
-    return {FText.Whole, static_cast<std::size_t>(text.data() - FWhole.data()), text.size()};
-}
-
 // Reads tokens up to the end, or to a group or call, which gets a frame of its own.
 void TCalcParser::ReadExpression(TFrame& frame) {
     while (frame.Position < frame.End) {
@@ -82,15 +68,21 @@ void TCalcParser::ReadExpression(TFrame& frame) {
     CloseFrame();
 }
 
+// Most lists hold at most two operands and an operator.
+void TCalcParser::AddItem(TCalc& calc, std::unique_ptr<TCalcObj> item) {
+    if (calc.FItems.capacity() == 0) calc.FItems.reserve(3);
+    calc.FItems.push_back(std::move(item));
+}
+
 void TCalcParser::AddToken(TFrame& frame, StringView token) {
     TCalc& calc = *frame.Calc;
     if (frame.WantsOperator) {
-        calc.FItems.push_back(std::make_unique<TOperator>(calc, token));
+        AddItem(calc, std::make_unique<TOperator>(calc, token));
     } else if (token.front() == u'$') {
-        calc.FItems.push_back(std::make_unique<TKeywordNum>(calc, token.substr(1)));
+        AddItem(calc, std::make_unique<TKeywordNum>(calc, token.substr(1)));
         calc.FPure = false;
     } else {
-        calc.FItems.push_back(std::make_unique<TNum>(calc, token));
+        AddItem(calc, std::make_unique<TNum>(calc, token));
     }
     frame.WantsOperator = !frame.WantsOperator;
 }
@@ -98,7 +90,7 @@ void TCalcParser::AddToken(TFrame& frame, StringView token) {
 void TCalcParser::OpenGroup(const TFrame& frame) {
     const std::size_t bracket = frame.Position;
     if (!IsClosed(bracket)) throw ECalcException(ceBracket);
-    OpenExpression(*frame.Calc, Trimmed(bracket + 1, FMatch[bracket]), FMatch[bracket]);
+    OpenExpression(*frame.Calc, FText.Trimmed(bracket + 1, FMatch[bracket]), FMatch[bracket]);
 }
 
 void TCalcParser::OpenCall(const TFrame& frame) {
@@ -114,10 +106,10 @@ void TCalcParser::OpenCall(const TFrame& frame) {
     if (function->GetBuiltIn() == fuNone) calc.FPure = false;
 
     const std::size_t end = FMatch[bracket];
-    TCalcText params = Trimmed(bracket + 1, end);
+    TCalcText params = FText.Trimmed(bracket + 1, end);
     const std::size_t first = params.First;
     const std::size_t last = first + params.Length;
-    auto call = std::make_unique<TFunctionNum>(calc, *function, std::move(params));
+    auto call = std::make_unique<TFunctionNum>(TCalcOwnerKey(), calc, *function, std::move(params));
     FFrames.push_back({&calc, nullptr, std::move(call), first, last, end});
 }
 
@@ -135,19 +127,19 @@ void TCalcParser::ReadParam(TFrame& frame) {
     while (end < frame.End && !IsSeparator(FWhole[end]))
         end = FWhole[end] == u'(' ? FMatch[end] + 1 : end + 1;
     frame.Position = end + 1;
-    OpenExpression(*frame.Calc, Trimmed(first, end), 0);
+    OpenExpression(*frame.Calc, FText.Trimmed(first, end), 0);
 }
 
 void TCalcParser::OpenExpression(TCalc& owner, TCalcText text, std::size_t bracket) {
     if (text.Length == 0) throw ECalcException(ceSyntax);
     const std::size_t first = text.First;
     const std::size_t end = first + text.Length;
-    auto calc = std::make_unique<TCalc>(TCalc::TOwnerKey(), owner, std::move(text));
+    auto calc = std::make_unique<TCalc>(TCalcOwnerKey(), owner, std::move(text));
     TCalc* const taker = calc.get();
     FFrames.push_back({taker, std::move(calc), nullptr, first, end, bracket});
 }
 
-// Hands a finished group, parameter or call to the frame that waits for it.
+// Passes a finished group, parameter or call to the frame that waits for it.
 void TCalcParser::CloseFrame() {
     TFrame done = std::move(FFrames.back());
     FFrames.pop_back();
@@ -157,17 +149,17 @@ void TCalcParser::CloseFrame() {
     if (done.Call) {
         AddOperand(std::move(done.Call), done.Bracket);
     } else if (waiting.Call) {
-        waiting.Call->AddParam(std::move(done.Owned));
+        waiting.Call->AddParam(TCalcOwnerKey(), std::move(done.Owned));
     } else {
         TCalc& calc = *waiting.Calc;
-        AddOperand(std::make_unique<TBrackets>(calc, std::move(done.Owned)), done.Bracket);
+        AddOperand(std::make_unique<TBrackets>(TCalcOwnerKey(), calc, std::move(done.Owned)), done.Bracket);
     }
 }
 
-// One character behind the bracket is stepped over; in a cleaned text it is the blank before an operator.
+// One character after the bracket is skipped; in a cleaned text it is the blank before an operator.
 void TCalcParser::AddOperand(std::unique_ptr<TCalcObj> operand, std::size_t bracket) {
     TFrame& frame = FFrames.back();
-    frame.Calc->FItems.push_back(std::move(operand));
+    AddItem(*frame.Calc, std::move(operand));
     frame.WantsOperator = true;
     frame.Position = bracket + 2;
     if (bracket + 1 < frame.End && !IsBlankOrControl(FWhole[bracket + 1])) throw ECalcException(ceSyntax);

@@ -35,7 +35,7 @@ public:
     static constexpr StringView CUnknown = u"Unknown error";
 
     explicit ECalcException(TCalcError code);
-    /// The text stands in the messages of ceOperator and ceKeyword; the other codes pass it over.
+    /// The text appears in the messages of ceOperator and ceKeyword; the other codes ignore it.
     ECalcException(TCalcError code, StringView text);
 };
 

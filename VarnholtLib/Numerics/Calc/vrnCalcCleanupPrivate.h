@@ -2,7 +2,7 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// The cleaning of an expression's text, pass by pass; TCalc::CleanupExp and its sisters tell what each one
+/// The cleaning of an expression's text, pass by pass; the Cleanup operations of TCalc say what each one
 /// does. Every pass takes time in proportion to the text.
 ///
 /// Cleaning leaves a cleaned text as it is, and likewise the trimmed text of each group and parameter inside

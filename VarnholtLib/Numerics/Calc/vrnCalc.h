@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 
 /// The expression evaluator: arithmetic on numbers, on keywords whose values the application supplies, and on
 /// functions, in 80-bit floats.
@@ -14,7 +14,7 @@
 ///         return Extended(*static_cast<double*>(param));
 ///     });
 ///     calc.Set_Exp(u"2 * ($rain + 1.5)");
-///     Extended value = calc.Calculate();  // 28; again as often as wanted, with the rain of the moment
+///     Extended value = calc.Calculate();  // 28; each further call takes the current rain
 ///
 /// Grammar:
 ///
@@ -25,10 +25,10 @@
 ///     number       what StrToFloat takes, with an optional "-" or "n" before it: 12, -0.5, n2.5, 1.5e3
 ///
 /// "^" binds strongest, then "*" and "/", then "+" and "-"; operators of one level associate to the left, "^"
-/// included: 2 ^ 3 ^ 2 is 64. A minus belongs to a number that follows it wherever no operand stands before
-/// it, so -2 ^ 2 is 4. A signed exponent such as 1e-5 is cut at its minus and refused. A parameter that
-/// contains an operator stands in a bracket of its own: @sum((1+2),3). Behind the ")" of a group or a
-/// function call comes the end of the text, a blank, a tab or a line end; anything else is a syntax error.
+/// included: 2 ^ 3 ^ 2 is 64. A minus belongs to the number that follows it unless an operand precedes it, so
+/// -2 ^ 2 is 4. A signed exponent such as 1e-5 is split at its minus and refused. A parameter that contains
+/// an operator needs brackets of its own: @sum((1+2),3). The ")" of a group or a function call is followed by
+/// the end of the text, a blank, a tab or a line end; anything else is a syntax error.
 ///
 /// Functions of every evaluator:
 ///
@@ -40,28 +40,38 @@
 ///     @StDev(a,b,...)   2 or more    the sample standard deviation; it calculates each parameter twice
 ///     @sqrt(a)          1            the square root; NaN for a negative value
 ///
-/// How a calculation runs. Parse cuts the expression into items and prepares a flat list of steps, so that
-/// Calculate walks that list, allocates nothing, and looks a keyword up again only when something has been
-/// registered in the chain of parents since. Keywords and functions are called back in the order that this
-/// rule gives: first every "^" from left to right, then every "*" and "/", then every "+" and "-"; each
-/// calculates its left operand, then its right one, unless that was reduced before. Steps on constants alone
-/// are done once.
+/// How a calculation runs. Parse cuts the expression into items and prepares a flat list of steps. Calculate
+/// runs that list and allocates nothing; it prepares the list again only if something has been parsed in the
+/// expression, or registered there or in a parent, since. Keywords and functions are called back in this
+/// order: first every "^" from left to right, then every "*" and "/", then every "+" and "-"; each calculates
+/// its left operand, then its right one, unless that was reduced before. Steps on constants only are done
+/// once.
+///
+/// Callbacks may register, parse and calculate, also on the evaluator that calls them; vrnCalcItems.h says
+/// when a group or a parameter that they parse takes effect. They must not delete an evaluator that is being
+/// calculated, nor one that contains it or is its parent.
 ///
 /// Limits: groups and built-in functions nest without bound. Calls of functions that calculate their
-/// parameters through callbacks (own ones and @StDev) nest to a depth of kMaxCallDepth. A @StDev in a @StDev
-/// calls the keywords inside it four times, and so on: the work doubles with each level.
+/// parameters through callbacks (own ones and @StDev) nest to a depth of kMaxCallDepth.
+/// That depth takes 340 KiB of stack in a release build and 580 KiB in a debug build (x86-64, g++ 12, measured by
+/// Benchmarks/CalcBenchmark), and whatever the callbacks use; give a thread with a small stack that much.
+/// A @StDev in a @StDev calls the keywords inside it four times, and so on: the work doubles with each level.
 ///
-/// Threads: an evaluator, with its parents and everything below it, serves one thread at a time. Evaluators
+/// Failures: if allocation fails (std::bad_alloc), the evaluator stays as it was; only Parse and Set_Exp may
+/// already have released the former items, as after any failed Parse. Freeing never allocates.
+///
+/// Threads: an evaluator, its parents and all evaluators below it serve one thread at a time. Evaluators
 /// without a common parent are independent; with a common parent they are, as long as nothing is registered
 /// on it meanwhile.
 namespace Varnholt {
 
 class TCalcProgram;
+class TCalcTree;
+struct TCalcRegistrations;
 
 class VARNHOLT_EXPORT TCalc final : public TCalcObj {
 public:
-    /// Calls nest no deeper than this on one evaluator and those of its expression; beyond it Calculate
-    /// raises Exception with "Function calls are nested too deeply".
+    /// How deep calculations nest on one evaluator and those of its expression.
     static constexpr int kMaxCallDepth = 500;
 
     TCalc();
@@ -80,20 +90,22 @@ public:
     /// Cleans the text, cuts it into items and prepares the calculation. The former items are released first.
     ///
     /// Raises ceSyntax for an empty expression, an empty group or parameter, a malformed call, and text
-    /// directly behind a closing bracket; ceBracket for a group that is not closed; ceOperator with the token
+    /// directly after a closing bracket; ceBracket for a group that is not closed; ceOperator with the token
     /// where an operator was expected; ceFunction for an unknown function; ceParam for a wrong number of
-    /// parameters; EConvertError for an operand that is no number. The items before the failure stay in the
-    /// list.
+    /// parameters; EConvertError for an operand that is no number; Exception "The expression is too long" for
+    /// 2^32 - 1 characters and more, which leaves the evaluator as it was. After any other failure the list
+    /// holds the items before it.
     void Parse();
 
     /// The value. Raises ceSyntax without items, ceKeyword with the name for a keyword that is not
     /// registered, ceDivideByZero for a divisor equal to 0, EListError for an expression that ends in an
-    /// operator, and whatever a callback raises. The evaluator stays as it was, on these paths too.
+    /// operator, Exception "Function calls are nested too deeply" beyond kMaxCallDepth, and whatever a
+    /// callback raises. The evaluator stays as it was in these cases too.
     [[nodiscard]] Extended Calculate();
 
     /// Number of items: operands at 0, 2, 4 and so on, operators between them.
     [[nodiscard]] int Get_Count() const noexcept { return static_cast<int>(FItems.size()); }
-    /// The item at a 0-based index. Raises EListError for an index outside.
+    /// The item at a 0-based index. Raises EListError for an index outside the list.
     [[nodiscard]] TCalcObj& GetItems(int index) const;
 
     /// Adds a function. Names are case-sensitive and not checked for duplicates: the first one of a name, the
@@ -101,20 +113,21 @@ public:
     /// An expression that calls the function must be set after it was registered.
     /// Raises EArgumentNilException for an empty callback.
     void RegisterFunction(StringView name, int minParams, int maxParams, TFunctionEvent event);
-    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is handed
-    /// to the callback untouched and must live as long as it is used. Keywords may be registered at any time.
+    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is passed
+    /// to the callback as it is, and what it points to must live as long as it is used. Keywords may be registered at any time.
     /// Raises EArgumentNilException for an empty callback.
     void RegisterKeyword(StringView name, void* param, TKeywordEvent event);
     void RegisterKeyword(StringView name, TKeywordEvent event);
 
-    /// The first function or keyword of that name here, else in the parent, and so on up; or none.
+    /// The first function or keyword of that name here, else in the parent and further up, or none.
     [[nodiscard]] const TFunction* FindFunction(StringView name) const;
     [[nodiscard]] TKeyword* FindKeyword(StringView name) const;
 
-    /// This evaluator's own functions, the built-in ones first, by 0-based index. EListError outside.
+    /// This evaluator's own functions, the built-in ones first, by 0-based index. Raises EListError for an
+    /// index outside the list.
     [[nodiscard]] int Get_FunctionCount() const noexcept;
     [[nodiscard]] const TFunction& Get_Function(int index) const;
-    /// This evaluator's own keywords, by 0-based index. EListError outside.
+    /// This evaluator's own keywords, by 0-based index. Raises EListError for an index outside the list.
     [[nodiscard]] int Get_KeywordCount() const noexcept;
     [[nodiscard]] TKeyword& Get_Keyword(int index) const;
 
@@ -124,11 +137,12 @@ public:
     /// The walk of one list of items (the expression's, a group's, a parameter's) ends at the first keyword
     /// that is left out: one without a parameter pointer if includeWithoutParam is false, one already in the
     /// list if allowDuplicates is false. Raises ceKeyword without a name for a keyword that is not
-    /// registered.
+    /// registered; the keywords before it stay in the list.
     void GetKeywordsUsed(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates,
                          bool walkParent = true) const;
 
-    // The passes of the cleaning, each on the text of the moment; Parse runs CleanupExp, which runs them all.
+    // --- Cleaning ---
+    // The passes, each on the current text. Parse runs CleanupExp, which runs them all.
 
     /// Trims the text, then drops each blank that is followed by a blank.
     void CleanupClumpedSpaces();
@@ -139,13 +153,14 @@ public:
     /// Puts a blank on each side of every operator, then runs CleanupRemoveSpaceAfterNegativeModifier.
     void CleanupMakeSureOneSpaceAroundChars();
     void CleanupMakeSureOneSpaceAround(Char character);
-    /// Drops the blank behind each minus that is a sign.
+    /// Drops the blank after each minus that is a sign.
     void CleanupRemoveSpaceAfterNegativeModifier();
-    /// Whether an operand ends before a 1-based position, blanks passed over: a digit, a letter or ")".
+    /// Whether an operand (a digit, a letter or ")") ends before a 1-based position; blanks are skipped.
     [[nodiscard]] bool CleanupIsLastItemADigit(int position) const;
     void CleanupExp();
 
-    /// The callbacks of the built-in functions.
+    // --- The callbacks of the built-in functions ---
+
     static Extended FuncSum(const TFunction& function, const TFunctionParams& params);
     static Extended FuncMin(const TFunction& function, const TFunctionParams& params);
     static Extended FuncMax(const TFunction& function, const TFunctionParams& params);
@@ -155,63 +170,37 @@ public:
     static Extended FuncStDev(const TFunction& function, const TFunctionParams& params);
     static Extended FuncSqrt(const TFunction& function, const TFunctionParams& params);
 
-    /// Makes the evaluators of groups and parameters; the parser alone holds the key.
-    class TOwnerKey {
-        friend class TCalcParser;
-        TOwnerKey() = default;
-    };
-    TCalc(TOwnerKey, TCalc& owner, TCalcText text) noexcept;
+    // --- For the module itself ---
+
+    /// The evaluator of a group or a parameter.
+    TCalc(TCalcOwnerKey, TCalc& owner, TCalcText text) noexcept;
+    [[nodiscard]] TCalcTree& GetTree() const noexcept { return *FTree; }
 
 private:
-    friend class TBrackets;
-    friend class TKeyword;
-    friend class TKeywordNum;
-    friend class TFunctionNum;
     friend class TCalcParser;
-    friend class TCalcCompiler;
-    friend class TCalcProgram;
+    friend class TCalcScopes;
+    friend class TCalcTree;
 
     using TItemList = std::vector<std::unique_ptr<TCalcObj>>;
-    struct TRegistrations;
-    struct TRetired;
-    class TRunScope;
 
-    void SurrenderItems(TItemList& heirs) override;
-    void ReleaseItems();
-    void SetText(String text);
+    TCalc* NextToEmpty() noexcept override;
+    static void FreeItems(TItemList& items) noexcept;
     void ParseText(String text);
     template <typename TPass>
     void CleanText(TPass pass);
-    TRegistrations& OwnRegistrations();
-    void CountRegistration();
+    template <typename TAdd>
+    void Register(TAdd add);
     [[nodiscard]] const TCalc* NextInChain() const noexcept;
-    /// Of a top evaluator: changes whenever something is parsed in its tree, or registered there or in a
-    /// parent.
-    [[nodiscard]] std::uint64_t Stamp() const noexcept {
-        return GetCalc() == nullptr ? FChanges : FChanges + RegistrationsAbove();
-    }
-    [[nodiscard]] std::uint64_t RegistrationsAbove() const noexcept;
-    [[nodiscard]] std::uint64_t ParsesInTree() const noexcept {
-        return FTop->FChanges - FTop->FRegistrations;
-    }
     [[nodiscard]] Extended CalculateAnew(Extended* slots);
-    void RefreshProgram();
     void PreparePrograms();
-    void WalkKeywords(std::vector<TKeyword*>& list, bool includeWithoutParam, bool allowDuplicates) const;
 
+    bool FIsInner = false;  // of a group or a parameter
+    bool FPure = true;      // no keyword and no application's function anywhere inside
     TCalcText FExp;
     TItemList FItems;
-    std::unique_ptr<TRegistrations> FRegistered;  // none until something is registered here
-    std::unique_ptr<TCalcProgram> FProgram;       // none until prepared
-    TCalc* FTop;                                  // of the tree of evaluators that own one another
-    bool FPure = true;                            // no keyword and no application's function anywhere inside
-
-    // Kept by the top evaluator for its whole tree:
-    std::uint64_t FChanges = 0;             // parses and registrations in the tree
-    std::uint64_t FRegistrations = 0;       // of them, the registrations
-    std::uint64_t FInnerRegistrations = 0;  // of these, those below the top
-    int FRunDepth = 0;                      // calculations under way
-    std::unique_ptr<TRetired> FRetired;     // what a callback replaced while a calculation still uses it
+    std::unique_ptr<TCalcRegistrations> FRegistered;  // none until something is registered here
+    std::unique_ptr<TCalcProgram> FProgram;           // none until prepared
+    TCalcTree* FTree;                                 // owned by the top evaluator
 };
 
 }  // namespace Varnholt

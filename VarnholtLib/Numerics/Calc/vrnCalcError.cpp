@@ -1,4 +1,4 @@
-#include "VarnholtLib/Numerics/vrnCalcError.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcError.h"
 
 namespace Varnholt {
 namespace {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <limits>
+#include <memory>
 #include <optional>
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcTreePrivate.h"
 
 namespace Varnholt {
 
@@ -26,42 +28,39 @@ struct TCalcStep {
     TCalcOp Op = TCalcOp::Add;
     bool IsReversed = false;
     bool IsConstant = false;  // the operand Right, of a step without a function
-    bool IsStored = false;    // the value goes to its slot: a later step than the next one takes it
+    bool IsStored = false;    // the value is put into its slot, for a step after the next one
 };
 
 /// An expression as a flat list of steps in the order of the callbacks. Groups and the built-in functions but
 /// @StDev are part of the list; the other functions are called with their parameters' evaluators.
 ///
-/// It refers to the items of the evaluator that it was made from, and lives no longer than they do.
+/// It refers to the items of the evaluator that it was made from, and must not outlive them.
 class TCalcProgram {
 public:
     /// Programs with no more slots work on the stack.
     static constexpr std::size_t kStackSlots = 32;
 
-    /// Adds the parameters' evaluators of the functions that it calls to `callees`.
-    TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees);
+    /// Adds the parameters' evaluators of the functions that it calls to `callees`. `isPure` means that no
+    /// calculation calls the application.
+    TCalcProgram(const TCalc& calc, bool isPure, TCalcList& callees);
 
-    /// Whether the program may be executed as it stands, told by the changes in its tree: nothing was parsed
-    /// or registered since the keywords were bound, and nothing about the program asks for Run.
-    [[nodiscard]] bool IsReady(std::uint64_t changes) const noexcept { return changes == FReadyChanges; }
+    /// Whether something was parsed or registered since the program was made. A calculation under way continues
+    /// with a stale program and looks its keywords up anew.
+    [[nodiscard]] bool IsStale() const noexcept { return FStamp != FTree.GetStamp(); }
+    /// A quick test whether the program is not stale and Execute is enough. It holds for most programs; it never
+    /// holds for pure and for large ones, nor in a tree with a parent, whose registrations count too.
+    [[nodiscard]] bool IsReady() const noexcept { return FReadyChanges == FTree.GetChanges(); }
     /// The value of a program that is ready. `slots` has room for kStackSlots values.
     [[nodiscard]] Extended Execute(Extended* slots) const;
-
-    /// The value of any program whose keywords are bound.
+    /// The value of any program.
     [[nodiscard]] Extended Run(Extended* slots);
-    /// Binds the keywords to the registrations of the moment.
-    void BindKeywords();
-    /// Whether the stamp of the top evaluator is that of the last binding.
-    [[nodiscard]] bool IsBound(std::uint64_t stamp) const noexcept { return stamp == FStamp; }
-    /// The number of parses in the tree when the program was made.
-    [[nodiscard]] std::uint64_t GetParses() const noexcept { return FParses; }
 
     /// The value that a step takes.
     template <TSource Source>
     [[nodiscard]] Extended Fetch(const Extended* slots, std::uint32_t index) const {
         if constexpr (Source == TSource::Slot) return slots[index];
         if constexpr (Source == TSource::Constant) return FConstants[index];
-        if (IsReady(FTop.FChanges)) [[likely]]
+        if (IsReady()) [[likely]]
             return FKeywords[index]->Ask();
         return CallKeyword(index);
     }
@@ -74,31 +73,34 @@ public:
 private:
     friend class TCalcEmitter;
 
+    static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
+
+    /// A keyword that raises ceKeyword when it is called.
+    const TKeyword* AddUnknown(const TKeywordNum& item);
     [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
     [[nodiscard]] Extended RunInOwnMemory();
-    void ReserveMemory();
 
-    const TCalc& FCalc;
-    const TCalc& FTop;
+    const TCalcTree& FTree;
+    const std::uint64_t FStamp;
+    std::uint64_t FReadyChanges;  // the changes of the tree when the program was made, or kNever
     std::vector<TCalcStep> FSteps;
     std::vector<Extended> FConstants;
     std::vector<const TKeyword*> FKeywords;
     std::vector<const TKeywordNum*> FKeywordItems;  // the items that name them
     std::vector<const TFunctionNum*> FCalls;
+    std::vector<std::unique_ptr<TKeyword>> FUnknown;
     std::size_t FSlotCount = 0;
     std::size_t FSingleCount = 0;
-    std::uint64_t FParses;
-    std::uint64_t FStamp = 0;
-    std::uint64_t FReadyChanges = 0;
 
-    // Programs without callbacks give their first value again; large programs work in memory of their own.
+    // Pure programs return their first value again; large programs work in memory of their own.
+    const bool FIsPure;
+    bool FInUse = false;  // FSlots serves a calculation under way
     std::optional<Extended> FKnownValue;
     std::vector<Extended> FSlots;
-    bool FInUse = false;                  // FSlots serves a calculation under way
     mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back
 };
 
-// The value goes from step to step in a register; a function that is called leaves it there.
+// The value is passed from step to step in a register; the functions of steps return it there.
 inline Extended TCalcProgram::Execute(Extended* slots) const {
     Extended value = 0;
     for (const TCalcStep& step : FSteps) {

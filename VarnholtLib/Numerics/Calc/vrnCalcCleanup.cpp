@@ -2,7 +2,7 @@
 
 #include "Platform/Runtime/Text.h"
 #include "VarnholtLib/Foundation/vrnString.h"
-#include "VarnholtLib/Numerics/vrnCalcCleanupPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCleanupPrivate.h"
 
 namespace Varnholt::CalcCleanup {
 namespace {
@@ -61,7 +61,7 @@ void MakeSureOneSpaceAround(String& text, StringView characters) {
     text.swap(spaced);
 }
 
-// All five at once, to the same effect as one after the other: a blank goes in only where none has been put.
+// All five at once have the same effect as one after the other: a blank is added only where there is none yet.
 void SpacesAroundOperators(String& text) {
     MakeSureOneSpaceAround(text, kOperators);
 }
@@ -80,7 +80,7 @@ void RemoveSpaceAfterNegativeModifier(String& text) {
         const Char c = text[i];
         text[kept++] = c;
         if (c != u'-' || i + 1 >= text.size() || text[i + 1] != u' ') continue;
-        // What stands before the minus is final, and holds the same characters as before the pass but for
+        // The text before the minus is final. It holds the same characters as before the pass except the
         // dropped blanks.
         if (!IsLastItemADigit(text, kept)) ++i;
     }

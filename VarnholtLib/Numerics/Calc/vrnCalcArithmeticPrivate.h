@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Runtime/FloatMath.h"
-#include "VarnholtLib/Numerics/vrnCalcError.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcError.h"
 
 namespace Varnholt {
 
@@ -12,8 +12,8 @@ enum class TCalcOp : std::uint8_t { Add, Subtract, Multiply, Divide, Power, Min,
     throw ECalcException(ceDivideByZero);
 }
 
-/// The one home of the arithmetic. Min and Max keep the left value unless the right one is smaller or larger,
-/// so a NaN on the right is passed over. Raises ceDivideByZero.
+/// The arithmetic of all calculations. Min and Max keep the left value unless the right one is smaller or larger,
+/// so a NaN on the right is ignored. Raises ceDivideByZero.
 inline Extended Operate(TCalcOp op, Extended left, Extended right) {
     switch (op) {
         case TCalcOp::Add:

@@ -1,18 +1,15 @@
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <utility>
 
-#include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCompilerPrivate.h"
 
 namespace Varnholt {
 namespace {
-
-// No tree ever counts so many changes.
-constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
 template <TCalcOp Op, TSource Left, TSource Right>
 Extended RunBinary(const TCalcProgram& program, Extended* slots, const TCalcStep& step) {
@@ -115,32 +112,30 @@ Extended NoItemsStep(const TCalcProgram&, Extended*, const TCalcStep&) {
     throw ECalcException(ceSyntax);
 }
 
-void TCalcProgram::BindKeywords() {
-    std::ranges::transform(FKeywordItems, FKeywords.begin(), &TKeywordNum::GetKeywordObject);
-    FStamp = FTop.Stamp();
-    const bool hasUnknown = std::ranges::find(FKeywords, nullptr) != FKeywords.end();
-    const bool isPlain = !FCalc.FPure && FSlots.empty() && FTop.GetCalc() == nullptr && !hasUnknown;
-    FReadyChanges = isPlain ? FTop.FChanges : kNever;
-}
-
-// A callback may have registered something since the keywords were bound: then the name is looked up anew.
-Extended TCalcProgram::CallKeyword(std::uint32_t index) const {
-    const TKeyword* keyword = FKeywords[index];
-    if (keyword != nullptr && IsBound(FTop.Stamp())) return keyword->Ask();
-    return FKeywordItems[index]->Ask();
-}
-
-void TCalcProgram::ReserveMemory() {
-    FKeywords.resize(FKeywordItems.size());
+TCalcProgram::TCalcProgram(const TCalc& calc, bool isPure, TCalcList& callees)
+    : FTree(calc.GetTree()), FStamp(FTree.GetStamp()), FReadyChanges(FTree.GetChanges()), FIsPure(isPure) {
+    TCalcCompiler(calc, *this, callees).Run();
     FSingles.resize(FSingleCount);
     if (FSlotCount > kStackSlots) FSlots.resize(FSlotCount);
+    if (FIsPure || !FSlots.empty() || FTree.HasParent()) FReadyChanges = kNever;
+}
+
+const TKeyword* TCalcProgram::AddUnknown(const TKeywordNum& item) {
+    const auto raise = [](TCalc&, const String& name, void*) -> Extended {
+        throw ECalcException(ceKeyword, name);
+    };
+    FUnknown.push_back(std::make_unique<TKeyword>(*item.GetCalc(), item.GetKeyword(), nullptr, raise));
+    return FUnknown.back().get();
+}
+
+Extended TCalcProgram::CallKeyword(std::uint32_t index) const {
+    return IsStale() ? FKeywordItems[index]->Ask() : FKeywords[index]->Ask();
 }
 
 Extended TCalcProgram::Run(Extended* slots) {
     if (FKnownValue) return *FKnownValue;
-    const bool isPure = FCalc.FPure;
     const Extended value = FSlots.empty() ? Execute(slots) : RunInOwnMemory();
-    if (isPure) FKnownValue = value;
+    if (FIsPure) FKnownValue = value;
     return value;
 }
 

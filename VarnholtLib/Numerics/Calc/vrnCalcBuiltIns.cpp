@@ -1,10 +1,11 @@
 #include <array>
 #include <cmath>
 
+#include "Platform/Runtime/Immortal.h"
 #include "VarnholtLib/Data/vrnFloatSort.h"
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcArithmeticPrivate.h"
-#include "VarnholtLib/Numerics/vrnCalcBuiltInsPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcArithmeticPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcBuiltInsPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -30,10 +31,8 @@ Extended Choose(TCalcOp op, const TFunctionParams& params) {
     return chosen;
 }
 
-}  // namespace
-
-std::span<const TFunction> BuiltInFunctions() {
-    static const std::array<TFunction, 7> functions{
+struct TBuiltIns {
+    const std::array<TFunction, 7> Functions{
         TFunction(u"sum", 2, TFunction::kNoLimit, TCalc::FuncSum, fuSum),
         TFunction(u"min", 2, TFunction::kNoLimit, TCalc::FuncMin, fuMin),
         TFunction(u"max", 2, TFunction::kNoLimit, TCalc::FuncMax, fuMax),
@@ -42,7 +41,13 @@ std::span<const TFunction> BuiltInFunctions() {
         TFunction(u"StDev", 2, TFunction::kNoLimit, TCalc::FuncStDev, fuStDev),
         TFunction(u"sqrt", 1, 1, TCalc::FuncSqrt, fuSqrt),
     };
-    return functions;
+};
+
+}  // namespace
+
+std::span<const TFunction> BuiltInFunctions() {
+    static TImmortal<TBuiltIns> builtIns;
+    return builtIns->Functions;
 }
 
 const TFunction* FindBuiltIn(StringView name) {

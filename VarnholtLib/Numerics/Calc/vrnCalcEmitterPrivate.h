@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "VarnholtLib/Numerics/vrnCalcProgramPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 namespace Varnholt {
 
@@ -16,19 +16,20 @@ struct TCalcValue {
     [[nodiscard]] bool IsConstant() const { return Source == TSource::Constant; }
 };
 
-/// Appends steps to a program and keeps account of its slots. Each operation takes values over: their slots
-/// are free again afterwards. Operations on constants alone are done at once, but for a division by zero.
+/// Appends steps to a program and manages its slots. Each operation consumes its values: their slots are free
+/// again afterwards. Operations on constants only are done at once, except a division by zero.
 class TCalcEmitter {
 public:
     explicit TCalcEmitter(TCalcProgram& program) : FProgram(program) {}
 
-    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item);
+    /// The keyword that an item names, or none if there is no such keyword: then the step raises ceKeyword.
+    [[nodiscard]] TCalcValue Keyword(const TKeywordNum& item, const TKeyword* keyword);
     [[nodiscard]] TCalcValue Combine(TCalcOp op, const TCalcValue& left, const TCalcValue& right);
     [[nodiscard]] TCalcValue Sqrt(const TCalcValue& value);
     /// Calls a keyword now instead of later; other values stay as they are.
     [[nodiscard]] TCalcValue Fetched(const TCalcValue& value);
     [[nodiscard]] TCalcValue Call(const TFunctionNum& function);
-    /// Raise when the calculation comes to them.
+    /// Steps that raise when the calculation reaches them.
     [[nodiscard]] TCalcValue MissingOperand(std::size_t index);
     [[nodiscard]] TCalcValue NoItems();
 
@@ -38,7 +39,7 @@ public:
     void Gather(const TCalcValue& value, std::uint32_t slot);
     [[nodiscard]] TCalcValue Median(std::uint32_t firstSlot, std::size_t count);
 
-    /// Makes the program's value of it. Nothing may be added after it.
+    /// Makes it the value of the program. Nothing may be added afterwards.
     void Finish(const TCalcValue& result);
 
 private:

@@ -1,4 +1,4 @@
-#include "VarnholtLib/Numerics/vrnCalcCompilerPrivate.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcCompilerPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -34,15 +34,8 @@ bool IsInlined(TBuiltIn function) {
 
 }  // namespace
 
-TCalcProgram::TCalcProgram(const TCalc& calc, std::vector<TCalc*>& callees)
-    : FCalc(calc), FTop(*calc.FTop), FParses(calc.ParsesInTree()) {
-    TCalcCompiler(*this, callees).Compile(calc);
-    ReserveMemory();
-    BindKeywords();
-}
-
-void TCalcCompiler::Compile(const TCalc& calc) {
-    OpenExpression(calc);
+void TCalcCompiler::Run() {
+    OpenExpression(FCalc);
     while (!FFrames.empty()) {
         if (FFrames.back().Function != nullptr) {
             ContinueFunction();
@@ -53,12 +46,13 @@ void TCalcCompiler::Compile(const TCalc& calc) {
 }
 
 void TCalcCompiler::OpenExpression(const TCalc& calc) {
-    FFrames.push_back({nullptr, FOperands.size(), FReductions.size(), FReductions.size()});
+    FFrames.push_back(
+        {nullptr, FScopes.Enter(calc), FOperands.size(), FReductions.size(), FReductions.size()});
     PlanReductions(calc);
 }
 
 void TCalcCompiler::OpenFunction(const TFunctionNum& function) {
-    TFrame frame{&function, FOperands.size(), FReductions.size(), 0};
+    TFrame frame{&function, FScopes.GetDepth(), FOperands.size(), FReductions.size(), 0};
     if (function.GetFunction().GetBuiltIn() == fuMedian) {
         frame.FirstSlot = FEmitter.ReserveSlots(function.GetParams().size());
     }
@@ -68,8 +62,8 @@ void TCalcCompiler::OpenFunction(const TFunctionNum& function) {
 // Lists the reductions of an expression in their order.
 void TCalcCompiler::PlanReductions(const TCalc& calc) {
     FOrder.clear();
-    for (std::size_t i = 0; i < calc.FItems.size(); ++i) {
-        const TCalcObj& item = *calc.FItems[i];
+    for (int i = 0; i < calc.Get_Count(); ++i) {
+        const TCalcObj& item = calc.GetItems(i);
         if (i % 2 == 1) {
             FOrder.push_back(static_cast<const TOperator&>(item).GetChar());
         } else {
@@ -82,7 +76,7 @@ void TCalcCompiler::PlanReductions(const TCalc& calc) {
     }
 }
 
-// One scan from left to right. Gives false at an operator without a right operand: there the calculation
+// One scan from left to right. Returns false at an operator without a right operand: there the calculation
 // raises.
 bool TCalcCompiler::PlanLevel(int level) {
     std::size_t kept = 1;
@@ -121,8 +115,8 @@ void TCalcCompiler::ContinueExpression() {
     if (Fetch(frame.FirstOperand)) Close(FOperands[frame.FirstOperand].Value);
 }
 
-// Makes a value of an operand. Gives false if a frame was opened for it: then the value comes when that one
-// closes.
+// Makes a value of an operand. Returns false if a frame was opened for it: then the value follows when that
+// frame closes.
 bool TCalcCompiler::Fetch(std::size_t position) {
     TOperand& operand = FOperands[position];
     if (operand.Item == nullptr) return true;
@@ -134,7 +128,7 @@ bool TCalcCompiler::Fetch(std::size_t position) {
             operand.Value = {TSource::Constant, 0, static_cast<const TNum&>(item).Get_Number()};
             return true;
         case TCalcKind::KeywordNum:
-            operand.Value = FEmitter.Keyword(static_cast<const TKeywordNum&>(item));
+            operand.Value = Keyword(static_cast<const TKeywordNum&>(item));
             return true;
         case TCalcKind::Brackets:
             OpenExpression(static_cast<const TBrackets&>(item).GetNewCalc());
@@ -150,6 +144,10 @@ bool TCalcCompiler::Fetch(std::size_t position) {
     FCallees.insert(FCallees.end(), call.GetParams().begin(), call.GetParams().end());
     operand.Value = FEmitter.Call(call);
     return true;
+}
+
+TCalcValue TCalcCompiler::Keyword(const TKeywordNum& item) {
+    return FEmitter.Keyword(item, FScopes.FindKeyword(item.GetKeyword()));
 }
 
 // Opens the next parameter, or ends the function.
@@ -194,7 +192,8 @@ void TCalcCompiler::ReceiveParam(TFrame& frame, const TCalcValue& value) {
 }
 
 void TCalcCompiler::Close(const TCalcValue& value) {
-    const TCalcValue closed = value;  // the argument may live in a list that shrinks
+    const TCalcValue closed = value;  // the argument may be part of a list that shrinks
+    FScopes.Leave(FFrames.back().Entered);
     FOperands.resize(FFrames.back().FirstOperand);
     FReductions.resize(FFrames.back().FirstReduction);
     FFrames.pop_back();
