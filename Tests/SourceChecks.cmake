@@ -8,9 +8,9 @@ list(FILTER headers EXCLUDE REGEX "Private\\.h$")
 varnholt_test(StructureTests Structure)
 target_compile_definitions(StructureTests PRIVATE VARNHOLT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 
-# The umbrella header of a folder includes all its other public headers.
-add_test(NAME Package/UmbrellaHeaders
-         COMMAND "${CMAKE_COMMAND}" "-DHEADERS=${headers}" -P "${CMAKE_CURRENT_SOURCE_DIR}/Package/UmbrellaHeaders.cmake"
+# The umbrella headers and the reference list all public headers.
+add_test(NAME Package/HeaderLists
+         COMMAND "${CMAKE_COMMAND}" "-DHEADERS=${headers}" -P "${CMAKE_CURRENT_SOURCE_DIR}/Package/HeaderLists.cmake"
          WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}")
 
 # Each public header compiles on its own, and twice.

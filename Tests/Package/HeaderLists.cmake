@@ -1,8 +1,10 @@
-# Fails for each public header that is missing in its umbrella header. That of a folder has the folder's name, as
-# VarnholtLib/Data/Data.h; what has none in its own folder or above belongs in VarnholtLib/VarnholtLib.h.
+# Fails for each public header that is missing in the index of Docs/reference.md or in its umbrella header. That of a
+# folder has the folder's name, as VarnholtLib/Data/Data.h; a header with none in its own folder or above belongs in
+# VarnholtLib/VarnholtLib.h.
 # HEADERS: the public headers, relative to the root of the tree, which is the working directory.
 cmake_minimum_required(VERSION 3.25)
 set(missing "")
+file(READ Docs/reference.md index)
 foreach(header ${HEADERS})
     set(folder "${header}")
     set(umbrella "${header}")
@@ -18,6 +20,11 @@ foreach(header ${HEADERS})
     file(STRINGS "${umbrella}" lines)
     if(NOT header STREQUAL umbrella AND NOT "#include \"${header}\"" IN_LIST lines)
         list(APPEND missing "${header} in ${umbrella}")
+    endif()
+    cmake_path(GET header FILENAME name)
+    string(REPLACE "." "[.]" name "${name}")
+    if(NOT index MATCHES "[ (]${name}")
+        list(APPEND missing "${header} in Docs/reference.md")
     endif()
 endforeach()
 if(missing)
