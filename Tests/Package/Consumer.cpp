@@ -26,7 +26,8 @@ const TEarlyAndLate kEarlyAndLate;
 int main() {
     TCalc calc;
     calc.Set_Exp(u"2 * (1 + 1.5)");
-    const bool isRight = kEarlyAndLate.GetFits() == 2 && calc.Calculate() == 5 && ToUpper(u"\u00E4") == u"\u00C4";
+    const bool isRight =
+        kEarlyAndLate.GetFits() == 2 && calc.Calculate() == 5 && ToUpper(u"\u00E4") == u"\u00C4";
     std::cout << (isRight ? "The package works" : "The package fails") << '\n';
     return isRight ? 0 : 1;
 }
