@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the release and runs the main job on the sample data.
+# Installs what building needs and is missing, builds the program and runs its main commands on the sample data.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
-scripts/install-packages.sh
-scripts/build.sh release varnholt
+scripts/install-packages.sh build
+scripts/build.sh release -DVARNHOLT_BUILD_TESTS=OFF -DVARNHOLT_BUILD_BENCHMARKS=OFF varnholt
 
 echo '$ varnholt calc "($temp_max + $temp_min) / 2" --csv Examples/data/seattle-weather.csv --summary'
 build/release/bin/varnholt calc '($temp_max + $temp_min) / 2' --csv Examples/data/seattle-weather.csv --summary

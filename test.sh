@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds everything and passes the tests. With the name of a preset it uses that one.
+# test.sh [PRESET]: installs what is missing, builds everything of the preset (release) and runs its tests.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 preset=${1:-release}
+sections=(build test optional)
+[ "$preset" = release ] || sections+=(check)
 
-scripts/install-packages.sh
-scripts/build.sh "$preset"
-ctest --preset "$preset" --progress
+scripts/install-packages.sh "${sections[@]}"
+scripts/build.sh "$preset" -DVARNHOLT_BUILD_TESTS=ON
+ctest --test-dir "build/$preset" --output-on-failure --parallel 2 --progress

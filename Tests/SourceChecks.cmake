@@ -1,12 +1,19 @@
-# The floors are kept.
-varnholt_test(StructureTests Structure)
-target_compile_definitions(StructureTests PRIVATE VARNHOLT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-
-# Each public header compiles alone.
+# The public headers, which are the installed ones.
 file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
      "${PROJECT_SOURCE_DIR}/Platform/*.h" "${PROJECT_SOURCE_DIR}/VarnholtBaseLib/*.h"
      "${PROJECT_SOURCE_DIR}/VarnholtLib/*.h")
 list(FILTER headers EXCLUDE REGEX "Private\\.h$")
+
+# The floors are kept.
+varnholt_test(StructureTests Structure)
+target_compile_definitions(StructureTests PRIVATE VARNHOLT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+
+# The umbrella headers and the reference list all public headers.
+add_test(NAME Package/HeaderLists
+         COMMAND "${CMAKE_COMMAND}" "-DHEADERS=${headers}" -P "${CMAKE_CURRENT_SOURCE_DIR}/Package/HeaderLists.cmake"
+         WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}")
+
+# Each public header compiles on its own, and twice.
 set(header_sources "")
 foreach(header ${headers})
     string(REPLACE "/" "_" name "${header}")
@@ -16,4 +23,4 @@ foreach(header ${headers})
 endforeach()
 add_library(PublicHeadersAlone OBJECT ${header_sources})
 varnholt_private_settings(PublicHeadersAlone)
-target_compile_options(PublicHeadersAlone PRIVATE -O0)  # its objects serve nobody
+target_compile_options(PublicHeadersAlone PRIVATE -O0)

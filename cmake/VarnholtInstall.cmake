@@ -1,8 +1,10 @@
-# cmake --install: headers, shared libraries, the program, a CMake package and a pkg-config file.
+# cmake --install: headers, the two libraries, the program, a CMake package and a pkg-config file.
+include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/VarnholtLib")
-install(TARGETS VarnholtBaseLib VarnholtLib EXPORT VarnholtLibTargets)
+install(TARGETS VarnholtBaseLib VarnholtLib EXPORT VarnholtLibTargets
+        INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/varnholt")
 if(VARNHOLT_BUILD_TOOLS)
     install(TARGETS varnholt)
 endif()
@@ -21,8 +23,30 @@ install(FILES "${PROJECT_BINARY_DIR}/VarnholtLibConfig.cmake"
               "${PROJECT_BINARY_DIR}/VarnholtLibConfigVersion.cmake"
         DESTINATION "${package_dir}")
 
-# The file finds the rest of the package from where it stands, so an installed tree can be moved.
+# The pkg-config file finds the package from its own place, so an installed tree can be moved.
 file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
+set(pc_requires "")
+set(pc_link_options "")
+if(NOT BUILD_SHARED_LIBS)
+    set(pc_requires "icu-uc >= 67")
+    get_target_property(pc_link_options VarnholtLib INTERFACE_LINK_OPTIONS)
+    string(REPLACE "LINKER:" "-Wl," pc_link_options "${pc_link_options} ")
+endif()
 configure_file("${CMAKE_CURRENT_LIST_DIR}/varnholtlib.pc.in" "${PROJECT_BINARY_DIR}/varnholtlib.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/varnholtlib.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# So can the program and the shared libraries, which find one another by a RUNPATH relative to themselves.
+# It is removed where the loader searches the directory of the libraries anyway.
+if(BUILD_SHARED_LIBS)
+    file(RELATIVE_PATH bin_to_lib "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+    set_target_properties(VarnholtLib PROPERTIES INSTALL_RPATH "$ORIGIN")
+    set(files_with_runpath "${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:VarnholtLib>")
+    if(VARNHOLT_BUILD_TOOLS)
+        set_target_properties(varnholt PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+        list(APPEND files_with_runpath "${CMAKE_INSTALL_BINDIR}/$<TARGET_FILE_NAME:varnholt>")
+    endif()
+    install(CODE "set(VARNHOLT_LIBRARY_DIR \"${CMAKE_INSTALL_LIBDIR}\")
+                  set(VARNHOLT_FILES_WITH_RUNPATH \"${files_with_runpath}\")
+                  include(\"${CMAKE_CURRENT_LIST_DIR}/RemoveRunpath.cmake\")")
+endif()

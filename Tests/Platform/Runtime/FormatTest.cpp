@@ -60,7 +60,8 @@ TEST(Format, AcceptedAndRejected) {
         {u"%d%%", {1, 2, 3}, u" takes 1 arguments, not 3"}, {u"plain", {u""}, u" takes 0 arguments, not 1"}};
     // clang-format on
     for (const auto& [format, args, reason] : rejected)
-        EXPECT_EQ(Raised<EConvertError>([&format, &args] { static_cast<void>(Format(format, args)); }),
+        EXPECT_EQ(Raised<EConvertError>(
+                      [&format = format, &args = args] { static_cast<void>(Format(format, args)); }),
                   u"Format '" + String(format) + u"'" + reason);
     const TFormatSettingsScope comma(u',');
     EXPECT_EQ(Format(u"%f %.0f %s", {-1.5, 3.0, u"1.5"}), u"-1,50 3 1.5");

@@ -1,0 +1,12 @@
+#pragma once
+
+/// The whole library in one header: the frame, the subsystems, the base library and the platform layer.
+///
+/// For applications. Code of the library includes the headers that it uses.
+#include "Platform/Controls/Controls.h"
+#include "Platform/Runtime/Runtime.h"
+#include "VarnholtBaseLib/VarnholtBaseLib.h"
+#include "VarnholtLib/Data/Data.h"
+#include "VarnholtLib/Foundation/Foundation.h"
+#include "VarnholtLib/Numerics/Numerics.h"
+#include "VarnholtLib/vrnPackage.h"

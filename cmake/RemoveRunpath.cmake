@@ -1,0 +1,25 @@
+# Part of cmake --install, which alone knows the prefix: removes the RUNPATH from the installed files
+# VARNHOLT_FILES_WITH_RUNPATH if the loader searches VARNHOLT_LIBRARY_DIR by itself. Both are below the prefix
+# if they are not absolute.
+cmake_minimum_required(VERSION 3.25)
+find_program(VARNHOLT_LDCONFIG ldconfig PATHS /sbin /usr/sbin NO_CACHE)
+set(searched "")
+if(VARNHOLT_LDCONFIG)
+    execute_process(COMMAND "${VARNHOLT_LDCONFIG}" -vNX OUTPUT_VARIABLE listing ERROR_QUIET)
+    string(REGEX MATCHALL "\n/[^:\n]+" lines "\n${listing}")
+    foreach(line ${lines})
+        string(STRIP "${line}" directory)
+        file(REAL_PATH "${directory}" directory)
+        list(APPEND searched "${directory}")
+    endforeach()
+endif()
+
+cmake_path(ABSOLUTE_PATH VARNHOLT_LIBRARY_DIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+file(REAL_PATH "${VARNHOLT_LIBRARY_DIR}" library_dir)
+if(library_dir IN_LIST searched)
+    foreach(file ${VARNHOLT_FILES_WITH_RUNPATH})
+        cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+        message(STATUS "Removing the RUNPATH of ${file}: the loader searches ${library_dir}")
+        file(RPATH_REMOVE FILE "$ENV{DESTDIR}${file}")
+    endforeach()
+endif()
