@@ -28,9 +28,9 @@ Extended ValueOf(StringView name) {
 
 TOutcome RunReference(const String& expression) {
     TOutcome outcome;
-    outcome.Exp = Test::TReferenceCalc::Clean(expression);
+    outcome.Exp = Test::Clean(expression);
     outcome.Failure = FailureOf([&] {
-        const Test::TReferenceCalc calc(expression, [&](StringView name) {
+        const Test::TPlainCalc calc(expression, [&](StringView name) {
             const Extended value = ValueOf(name);
             outcome.Calls.append(name).append(1, u' ');
             return value;
