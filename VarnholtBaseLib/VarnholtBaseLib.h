@@ -6,4 +6,5 @@
 #include "VarnholtBaseLib/Arrays.h"
 #include "VarnholtBaseLib/Ascii.h"
 #include "VarnholtBaseLib/CsvReader.h"
+#include "VarnholtBaseLib/Extremes.h"
 #include "VarnholtBaseLib/Months.h"

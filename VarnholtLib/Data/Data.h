@@ -13,6 +13,8 @@
 #include "VarnholtLib/Data/vrnGridException.h"
 #include "VarnholtLib/Data/vrnIntArray.h"
 #include "VarnholtLib/Data/vrnList.h"
+#include "VarnholtLib/Data/vrnListBodies.h"
+#include "VarnholtLib/Data/vrnListInterfaces.h"
 #include "VarnholtLib/Data/vrnNotifyEventList.h"
 #include "VarnholtLib/Data/vrnNumberGrid.h"
 #include "VarnholtLib/Data/vrnRangeParser.h"

@@ -3,9 +3,9 @@
 /// The numerics in one header: expression evaluator, statistics, distributions, fits, climate physics.
 ///
 /// For applications. Code of the library includes the headers that it uses.
-#include "VarnholtLib/Numerics/vrnCalc.h"
-#include "VarnholtLib/Numerics/vrnCalcError.h"
-#include "VarnholtLib/Numerics/vrnCalcItems.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalc.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcError.h"
+#include "VarnholtLib/Numerics/Calc/vrnCalcItems.h"
 #include "VarnholtLib/Numerics/vrnClimatePhysics.h"
 #include "VarnholtLib/Numerics/vrnComplex.h"
 #include "VarnholtLib/Numerics/vrnCoordinates.h"
