@@ -61,7 +61,7 @@ TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
         {u"1\n\n\"" + String(90, u'"'), u"1[1]" + tooLong}};
     // clang-format on
     for (const auto& [text, expected] : cases)
-        for (const std::size_t size : {1, 2, 3, 5, 1000}) {
+        for (const std::size_t size : std::initializer_list<std::size_t>{1, 2, 3, 5, 1000}) {
             TCSVRowReader reader(Chunks(text, size));
             reader.SetMaxRowLength(60);
             EXPECT_EQ(Outcome(reader), expected) << ToUtf8(text) << " in chunks of " << size;

@@ -220,7 +220,7 @@ public:
     /// The row at a position. One beyond the last row appends rows of default values up to it; if allocation
     /// fails, none is appended and the ERangeError of TRows is raised. A negative position raises
     /// EListError "List index out of bounds (INDEX)".
-    [[nodiscard]] virtual TRow& GetRow(std::int32_t index) = 0;
+    virtual TRow& GetRow(std::int32_t index) = 0;
     /// Sets the values from a column, in the row that GetRow returns. A position outside the columns raises
     /// ERangeError "Array index out of bounds (INDEX)" with the first such position; no row is made then and
     /// no value set.

@@ -43,7 +43,7 @@ TEST(PathsTest, LibraryPathsBecomeNative) {
     // clang-format on
     for (const auto& [path, native] : cases) EXPECT_EQ(ToNativePath(path), native) << ToUtf8(path);
     for (const auto& [path, message] : rejected)
-        EXPECT_EQ(Raised<EInOutError>([&path] { static_cast<void>(ToNativePath(path)); }), message);
+        EXPECT_EQ(Raised<EInOutError>([&path = path] { static_cast<void>(ToNativePath(path)); }), message);
 }
 
 TEST(PathsTest, NativePathsBecomeLibraryPathsAndLeadBack) {
