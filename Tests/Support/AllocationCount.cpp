@@ -21,7 +21,7 @@ void* Checked(void* memory) {
 
 }  // namespace
 
-// The forms that the others of the standard library call.
+// The forms that the others of the standard library call, and one that a sanitizer would supply otherwise.
 void* operator new(std::size_t size) {
     return Checked(std::malloc(size == 0 ? 1 : size));
 }
@@ -30,6 +30,14 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
     void* memory = nullptr;
     const bool failed = posix_memalign(&memory, static_cast<std::size_t>(alignment), size) != 0;
     return Checked(failed ? nullptr : memory);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 void operator delete(void* memory) noexcept {
