@@ -121,38 +121,38 @@ struct TEncoding::TNamed {
 };
 
 const TEncoding& TEncoding::Utf8() noexcept {
-    static constexpr TEncoding encoding("UTF-8", "\xEF\xBB\xBF");
-    return encoding;
+    static constexpr TEncoding kEncoding("UTF-8", "\xEF\xBB\xBF");
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Utf16LE() noexcept {
-    static constexpr TEncoding encoding("UTF-16LE", "\xFF\xFE");
-    return encoding;
+    static constexpr TEncoding kEncoding("UTF-16LE", "\xFF\xFE");
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Utf16BE() noexcept {
-    static constexpr TEncoding encoding("UTF-16BE", "\xFE\xFF");
-    return encoding;
+    static constexpr TEncoding kEncoding("UTF-16BE", "\xFE\xFF");
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Utf32LE() noexcept {
-    static constexpr TEncoding encoding("UTF-32LE", std::string_view("\xFF\xFE\0\0", 4));
-    return encoding;
+    static constexpr TEncoding kEncoding("UTF-32LE", std::string_view("\xFF\xFE\0\0", 4));
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Utf32BE() noexcept {
-    static constexpr TEncoding encoding("UTF-32BE", std::string_view("\0\0\xFE\xFF", 4));
-    return encoding;
+    static constexpr TEncoding kEncoding("UTF-32BE", std::string_view("\0\0\xFE\xFF", 4));
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Ascii() noexcept {
-    static constexpr TEncoding encoding("US-ASCII", "");
-    return encoding;
+    static constexpr TEncoding kEncoding("US-ASCII", "");
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Windows1252() noexcept {
-    static constexpr TEncoding encoding("windows-1252", "");
-    return encoding;
+    static constexpr TEncoding kEncoding("windows-1252", "");
+    return kEncoding;
 }
 
 const TEncoding& TEncoding::Default() noexcept {

@@ -19,7 +19,7 @@ std::optional<Char> DecodeSeparator(const char* bytes) {
     return static_cast<Char>(character);
 }
 
-[[maybe_unused]] const bool takenAtLoad = (RefreshFormatSettings(), true);
+[[maybe_unused]] const bool kTakenAtLoad = (RefreshFormatSettings(), true);
 
 }  // namespace
 

@@ -80,7 +80,7 @@ bool TStreamReader::TryFill() {
 /// The same, but raises for invalid bytes.
 bool TStreamReader::Fill() {
     if (TryFill()) return true;
-    if (FFailure) throw *FFailure;
+    if (FFailure) throw EEncodingError(*FFailure);
     return false;
 }
 
@@ -124,7 +124,7 @@ std::size_t TStreamReader::Read(std::span<Char> chunk) {
         used += count;
         FPosition += count;
     }
-    if (used == 0 && !chunk.empty() && FFailure) throw *FFailure;
+    if (used == 0 && !chunk.empty() && FFailure) throw EEncodingError(*FFailure);
     return used;
 }
 

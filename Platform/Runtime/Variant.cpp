@@ -17,8 +17,8 @@ namespace Varnholt {
 namespace {
 
 struct TTypeInfo {
-    TVarType code;
-    StringView name;
+    TVarType Code;
+    StringView Name;
 };
 
 // In the order of the alternatives of Variant::TValue.
@@ -41,7 +41,7 @@ constexpr std::size_t kMaxQuotedLength = 100;  // an error message shows no more
 
 StringView TypeName(TVarType type) {
     for (const TTypeInfo& info : kTypes) {
-        if (info.code == type) return info.name;
+        if (info.Code == type) return info.Name;
     }
     return u"Unknown";
 }
@@ -183,7 +183,7 @@ Variant::Variant(String&& text)
 
 TVarType Variant::GetType() const noexcept {
     static_assert(kTypes.size() == std::variant_size_v<TValue>);
-    return kTypes[FValue.index()].code;
+    return kTypes[FValue.index()].Code;
 }
 
 bool Variant::IsNumeric() const noexcept {

@@ -208,7 +208,7 @@ bool DoubleArrayGetDataRect(const TDoubleArrayArray& source, double noData, TDat
 TDoubleArrayArray DoubleArrayExtractRect(const TDoubleArrayArray& source, const TDataRect& rect) {
     CheckDataRect(source, rect);
     const auto left = static_cast<std::size_t>(rect.Left);
-    const auto width = static_cast<std::size_t>(rect.Right - rect.Left + 1);
+    const auto width = static_cast<std::size_t>(rect.Right) - left + 1;
     std::vector<TDoubleArray> rows;
     for (std::int32_t y = rect.Top; y <= rect.Bottom; ++y) {
         rows.emplace_back(source[y].GetSpan().subspan(left, width));

@@ -219,6 +219,7 @@ TNumberGrid::TNumberGrid(INumberGrid& source, bool populateRows)
     : FColumns(source.GetColumns()), FRows(FColumns) {
     if (!populateRows) return;
     std::vector<const TRow*> rows;
+    rows.reserve(static_cast<std::size_t>(std::max(source.GetCount(), 0)));
     for (std::int32_t i = 0; i < source.GetCount(); ++i) rows.push_back(&source.GetRow(i));
     FRows.AddRowsViaCopy(rows);
 }

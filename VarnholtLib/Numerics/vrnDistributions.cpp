@@ -47,14 +47,14 @@ public:
     TGammaIntegral(float alpha, float beta) : FDensity(alpha, beta) {}
 
     float operator()(float b) {
-        constexpr float a = 0.0001F;
+        constexpr float kStart = 0.0001F;
         constexpr int kMaxRefinements = 19;
-        const Extended width = Extended{b} - a;
-        Extended s = (Extended{Evaluate(a)} + Evaluate(b)) * 0.5L * width;
+        const Extended width = Extended{b} - kStart;
+        Extended s = (Extended{Evaluate(kStart)} + Evaluate(b)) * 0.5L * width;
         Extended olds = -999;
         int n = 1;
         for (int refinement = 1; refinement <= kMaxRefinements; ++refinement) {
-            s = (width * SumOfMiddles(a, width, n) / n + s) * 0.5L;
+            s = (width * SumOfMiddles(kStart, width, n) / n + s) * 0.5L;
             if (std::isnan(s) || std::fabs(s - olds) < 0.0001L * std::fabs(olds)) break;
             olds = s;
             n *= 2;
@@ -113,9 +113,9 @@ void Gamma(std::int32_t column, const TFloatGrid& grid, float& alpha, float& bet
     }
     const Extended rows = grid.GetCountY();
     const Extended m = s / rows;
-    const Extended A = std::log(m) - l / rows;
-    alpha = static_cast<float>((8.898919L + 9.05995L * A + 0.9775373L * A * A) /
-                               (A * (17.79728L + 11.968477L * A + A * A)));
+    const Extended y = std::log(m) - l / rows;
+    alpha = static_cast<float>((8.898919L + 9.05995L * y + 0.9775373L * y * y) /
+                               (y * (17.79728L + 11.968477L * y + y * y)));
     beta = static_cast<float>(m / alpha);
 }
 

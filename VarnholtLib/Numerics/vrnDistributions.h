@@ -26,7 +26,7 @@ namespace Varnholt {
 [[nodiscard]] VARNHOLT_EXPORT float gammf(float x, float alpha, float beta);
 
 /// Fits a gamma distribution to all rows of one grid column: maximum likelihood in the approximation of
-/// Greenwood and Durand (1960) with A = ln(mean) - sum of ln(value) / rows. The shape is within 8E-4 of the
+/// Greenwood and Durand (1960) with y = ln(mean) - sum of ln(value) / rows. The shape is within 8E-4 of the
 /// one of greatest likelihood for shapes from 0.06 to 100 (largest relative error measured), and within 4E-3
 /// from 0.02 on.
 ///
