@@ -57,6 +57,7 @@ struct TDraftFileStream::TDraft {
     void OpenUnnamed(mode_t rights);
     void OpenNamed(mode_t rights);
 
+    [[nodiscard]] bool HasTargetOf(const TDraft& other) const noexcept;
     [[nodiscard]] bool GiveName(int handle);
     [[nodiscard]] bool Replace() noexcept;
     [[nodiscard]] bool ReplaceSoThatItCanBeUndone();
@@ -111,6 +112,14 @@ void TDraftFileStream::TDraft::OpenNamed(mode_t rights) {
     Name.emplace(Target.Folder.Get());
     File =
         TDescriptor(Uninterrupted([&] { return openat(Target.Folder.Get(), Name->Get(), kFlags, rights); }));
+}
+
+bool TDraftFileStream::TDraft::HasTargetOf(const TDraft& other) const noexcept {
+    struct stat own {};
+    struct stat others {};
+    return Target.Name == other.Target.Name && fstat(Target.Folder.Get(), &own) == 0 &&
+           fstat(other.Target.Folder.Get(), &others) == 0 && own.st_dev == others.st_dev &&
+           own.st_ino == others.st_ino;
 }
 
 bool TDraftFileStream::TDraft::GiveName(int handle) {
@@ -222,8 +231,21 @@ void TDraftFileStream::ReplaceAll(std::span<TDraftFileStream* const> files) {
         if (file->FDraft) file->FDraft->RemoveFormer();
 }
 
+/// Refuses two files that lead to one target, by whatever links.
+void TDraftFileStream::CheckTargets(std::span<TDraftFileStream* const> files) {
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        for (const TDraftFileStream* other : files.subspan(i + 1)) {
+            if (!files[i]->FDraft || !other->FDraft || !files[i]->FDraft->HasTargetOf(*other->FDraft))
+                continue;
+            throw EInOutError(FileMessage(u"Cannot replace", other->GetFileName(),
+                                          u"Another of the files has the same target"));
+        }
+    }
+}
+
 void TDraftFileStream::CommitTogether(std::span<TDraftFileStream* const> files) {
     try {
+        CheckTargets(files);
         for (TDraftFileStream* file : files) file->Flush();
         ReplaceAll(files);
     } catch (...) {

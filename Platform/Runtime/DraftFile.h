@@ -53,7 +53,7 @@ public:
 
     /// Commits several files, all or none: all are flushed to disk first, then replaced one after the other.
     /// If one cannot be replaced, the files replaced before it get their former content back, and files that
-    /// did not exist are removed. Raises as Commit.
+    /// did not exist are removed. Raises as Commit, and EInOutError if two files have the same target.
     ///
     /// Signals to the calling thread wait until all are replaced. Only SIGKILL or a power failure between
     /// two of the renames leaves some files new and some former; the former content of the new ones is then
@@ -65,6 +65,7 @@ public:
 private:
     struct TDraft;
 
+    static void CheckTargets(std::span<TDraftFileStream* const> files);
     static void ReplaceAll(std::span<TDraftFileStream* const> files);
     void Prepare();
     void Discard() noexcept;

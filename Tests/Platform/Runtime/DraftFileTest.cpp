@@ -284,6 +284,10 @@ TEST_P(DraftFileTest, CommitsAllFilesOrNone) {
         if (broken != paths[1]) WriteFileInOneGo(broken, "former");
         for (const int i : {0, 2}) EXPECT_EQ(ReadWholeFile(paths[i]), "former") << i;
     }
+    TDraftFileStream first(u"D:\\twice"), second(u"D:\\.\\twice");
+    TDraftFileStream* const files[] = {&first, &second};
+    EXPECT_EQ(Raised<EInOutError>([&] { TDraftFileStream::CommitTogether(files); }),
+              u"Cannot replace file \"D:\\.\\twice\": Another of the files has the same target");
 }
 
 }  // namespace Varnholt::Test
