@@ -114,6 +114,7 @@ TEST(vrnTrendline, FollowsTheLineThroughThePositions) {
         // clang-format off
         {{5, 7, 9, 11}, 3, 9}, {{2.5F, 2.5F, 2.5F}, 2.5, 2.5}, {{1, 2, 2}, 2 / 3.0, 2 / 3.0 + 1.5},
         {{16777216, 1, 1}, 22369618, -2796200},  // S(v) = 16777216, S(i*v) = 16777220 in 32 bits
+        {{16777213, -33554426, 16777213}, 1, -0.5},  // i * v is not rounded: -50331640 + 50331639
         {{4}, NAN, NAN}, {{}, NAN, NAN}, {{1, NAN, 3}, NAN, NAN}};
     // clang-format on
     for (const auto& [values, at0, at3] : cases) {
