@@ -76,7 +76,6 @@ TEST(vrnClimatePhysics, TakesPolesAndOddInputs) {
     }
     for (const float odd : {NAN, INFINITY, -INFINITY}) {
         EXPECT_TRUE(std::isnan(CalcDayLength(100, odd)) && std::isnan(SolarDay(odd, 100).second)) << odd;
-        EXPECT_TRUE(std::isnan(CalcDailyPET(odd, 20))) << odd;
     }
     for (float degrees = -237; degrees < 1000; degrees += 0.5f)
         ASSERT_TRUE(std::isfinite(CalcDailyPET(degrees, std::numeric_limits<float>::max()))) << degrees;
@@ -93,9 +92,7 @@ TEST(vrnMonthlyData, WorksOnTheYearAndOnSelections) {
         {"sum", THelper::Sum(steep), 16777213}, {"average", THelper::Average(steep), 16777213.0f / 12},
         {"min", THelper::Min(steep), -3}, {"max", THelper::Max(steep), 16777216},
         {"min of winter", THelper::Min(steep, winter), -3}, {"max of winter", THelper::Max(steep, winter), 1},
-        {"sum of two", THelper::Sum(steep, MonthSetOf({moMarch, moFebruary})), 16777216},
-        {"average of two", THelper::Average(steep, MonthSetOf({moJanuary, moMarch})), 0.75f},
-        {"sum of none", THelper::Sum(steep, {}), 0}};
+        {"average of winter", THelper::Average(steep, winter), -0.5f}, {"sum of none", THelper::Sum(steep, {}), 0}};
     // clang-format on
     for (const auto& [name, actual, expected] : cases) EXPECT_EQ(actual, expected) << name;
     EXPECT_TRUE(std::isnan(THelper::Average(steep, {})) && std::isnan(THelper::Min(steep, {})));

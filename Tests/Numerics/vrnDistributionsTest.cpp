@@ -166,8 +166,7 @@ TEST(Distributions, GammaQuantiles) {
     const StringView trapezoid = u"Problem in gam_ptil: the search for the quantile did not converge.";
     const StringView steps = u"Problem in gam_ptil1: the search for the quantile did not converge.";
     ExpectRaised<Exception>({
-        {search(gam_ptil, 2, 0.05F, 1, 0.5F), trapezoid},  // too long steps
-        {search(gam_ptil, 2, 8, 10, kNan), trapezoid},
+        {search(gam_ptil, 2, 0.05F, 1, 0.5F), trapezoid},       // too long steps
         {search(gam_ptil1, 100, 0.001F, 0.085F, 0.5F), steps},  // stepped over
         {search(gam_ptil1, 100, 0.001F, 0.115F, 0.5F), u"Problem in GAMMP - Invalide arguments."},
     });
@@ -187,10 +186,6 @@ TEST(Distributions, Percentiles) {
     ExpectRaised<EArgumentException>(
         {{[] { return centil(1, 50, TFloatGrid(1, 2)); }, u"A percentile needs a column of 3 rows or more"},
          {[&] { return centil(-2, kNan, grid); }, u"A percentile needs a number of percent"}});
-    float alpha = 0, beta = 0;
-    const StringView outside = u"Index out of bounds in TAbstractGrid.CheckBounds\rX = 0";
-    ExpectRaised<EGridException>(
-        {{[&] { return centil(0, 50, grid); }, outside}, {[&] { Gamma(0, grid, alpha, beta); }, outside}});
 }
 
 }  // namespace

@@ -204,7 +204,6 @@ TEST(mrqmin, RejectsArgumentsAndKeepsTheFit) {
     ExpectRaised<EGridException>({
         {with([](TProblem& p) { p.X.SetBase(0); }), outside + u"TFloatArray.GetFloat\rIndex = 5"},
         {with([](TProblem& p) { p.Covar.SetBaseY(0); }), outside + u"TAbstractGrid.CheckBounds\rY = 3"},
-        {with([](TProblem& p) { p.Alpha.SetBaseX(0); }), outside + u"TAbstractGrid.CheckBounds\rX = 3"},
         {[] { TProblem{.Ia = TIntArray(3)}.Step(-1); }, u"Can't create a grid with a dimension less than 1"},
     });
 }

@@ -33,13 +33,14 @@ TEST(GammaQuantileTest, RefusesWhatHasNoQuantile) {
     const String message =
         u"A gamma quantile needs a shape from 1E-6 to 1E7, a positive scale and a probability between 0 and "
         u"1";
-    ExpectRaised<EArgumentException>({{[] { static_cast<void>(GammaQuantile(0, 1, 0.5L)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1.1e7L, 1, 0.5L)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1, 0, 0.5L)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1, INFINITY, 0.5L)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1, 1, 0)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1, 1, 1)); }, message},
-                                      {[] { static_cast<void>(GammaQuantile(1, 1, NAN)); }, message}});
+    // clang-format off
+    const std::array<Extended, 3> cases[] = {
+        {0, 1, 0.5L}, {1.1e7L, 1, 0.5L}, {1, 0, 0.5L}, {1, INFINITY, 0.5L}, {1, 1, 0}, {1, 1, 1}, {1, 1, NAN}};
+    // clang-format on
+    for (const auto& row : cases) {
+        const auto call = [&row] { static_cast<void>(GammaQuantile(row[0], row[1], row[2])); };
+        EXPECT_EQ(Raised<EArgumentException>(call), message) << testing::PrintToString(row);
+    }
 }
 
 }  // namespace

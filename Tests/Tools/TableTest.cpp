@@ -30,7 +30,6 @@ constexpr TProgramCase cases[] = {
     {"towns.csv --sort town,mm,town:desc", 1, "", "varnholt: Unable to sort the same column multiple times\n"},
     {"towns.csv --sort mm,days --columns mm,mm,days,days --rows 1", 0, "   mm  mm,days     days\nfloat  text     integer\n12.80  x              3\n", ""},
     {"towns.csv --rows '3, 1 - 2' --columns mm", 0, "   mm\nfloat\n  0.5\n12.80\n    5\n", ""},
-    {"towns.csv --limit 08 --columns mm", 0, "   mm\nfloat\n12.80\n    5\n  0.5\n", ""},
     {"towns.csv --limit 0x1", 2, "", "varnholt: --limit: \"0x1\" is not a whole number of 0 or more\nTry 'varnholt table --help'.\n"},
     {"cells.csv --sort v:desc", 0,
      "                 id                    v      w\n"
@@ -48,10 +47,7 @@ constexpr TProgramCase cases[] = {
     {"cells.csv --rows '2, 4' --columns v", 0, "v\ntext\nNA\n-999\n", ""},
     {"head.csv --sort a", 0, "a     b\ntext  text\n", ""},
     {"towns.csv --sort Town", 1, "", "varnholt: towns.csv: Column \"Town\" not found\n"},
-    {"towns.csv --sort ''", 1, "", "varnholt: towns.csv: Column \"\" not found\n"},
     {"towns.csv --rows ''", 1, "", "varnholt: No rows are given\n"},
-    {"towns.csv --rows '3 - 2'", 1, "", "varnholt: Syntax Error\n"},
-    {"towns.csv --rows '1, 1'", 1, "", "varnholt: Syntax error\n"},
     {"towns.csv --rows '1 - 2000000000'", 1, "", "varnholt: towns.csv: Row 2000000000 not found, the file has 3 rows\n"},
     {"towns.csv --rows '0 - 2'", 1, "", "varnholt: towns.csv: Row 0 not found, the file has 3 rows\n"},
     {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: Row 2 has 1 cells, the header has 2\n"},
