@@ -92,7 +92,8 @@ TEST(vrnMonthlyData, WorksOnTheYearAndOnSelections) {
         {"sum", THelper::Sum(steep), 16777213}, {"average", THelper::Average(steep), 16777213.0f / 12},
         {"min", THelper::Min(steep), -3}, {"max", THelper::Max(steep), 16777216},
         {"min of winter", THelper::Min(steep, winter), -3}, {"max of winter", THelper::Max(steep, winter), 1},
-        {"average of winter", THelper::Average(steep, winter), -0.5f}, {"sum of none", THelper::Sum(steep, {}), 0}};
+        {"average of winter", THelper::Average(steep, winter), -0.5f},
+        {"sum of none", THelper::Sum(steep, {}), 0}};
     // clang-format on
     for (const auto& [name, actual, expected] : cases) EXPECT_EQ(actual, expected) << name;
     EXPECT_TRUE(std::isnan(THelper::Average(steep, {})) && std::isnan(THelper::Min(steep, {})));

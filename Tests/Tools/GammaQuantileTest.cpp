@@ -35,7 +35,7 @@ TEST(GammaQuantileTest, RefusesWhatHasNoQuantile) {
         u"1";
     // clang-format off
     const std::array<Extended, 3> cases[] = {
-        {0, 1, 0.5L}, {1.1e7L, 1, 0.5L}, {1, 0, 0.5L}, {1, INFINITY, 0.5L}, {1, 1, 0}, {1, 1, 1}, {1, 1, NAN}};
+        {0, 1, 0.5L}, {1.1e7L, 1, 0.5L}, {1, 0, 0.5L}, {1, INFINITY, .5L}, {1, 1, 0}, {1, 1, 1}, {1, 1, NAN}};
     // clang-format on
     for (const auto& row : cases) {
         const auto call = [&row] { static_cast<void>(GammaQuantile(row[0], row[1], row[2])); };
