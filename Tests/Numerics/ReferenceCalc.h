@@ -17,6 +17,12 @@
 /// A plain evaluator, with which tests and fuzz targets compare the one of the library.
 namespace Varnholt::Test {
 
+constexpr StringView kOperators = u"+-*/^";
+
+inline bool IsOperator(Char c) {
+    return kOperators.find(c) != StringView::npos;
+}
+
 inline String DropBlanks(const String& text, const std::function<bool(std::size_t)>& drop) {
     String kept;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -25,41 +31,24 @@ inline String DropBlanks(const String& text, const std::function<bool(std::size_
     return kept;
 }
 
-inline String SpaceAround(const String& text, Char op) {
-    String spaced;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isOp = text[i] == op;
-        if (isOp && i > 0 && spaced.back() != u' ') spaced += u' ';
-        spaced += text[i];
-        if (isOp && i + 1 < text.size() && text[i + 1] != u' ') spaced += u' ';
-    }
-    return spaced;
-}
-
 inline bool EndsOperand(const String& text, std::size_t at) {
     while (at > 0 && text[at - 1] == u' ') --at;
     return at > 0 && (IsNumberChar(text[at - 1]) || IsAlpha(text[at - 1]) || text[at - 1] == u')');
 }
 
-// Whether only blanks separate a blank from a bracket.
-inline bool FollowsBracket(const String& text, std::size_t at) {
-    while (at > 0 && text[at - 1] == u' ') --at;
-    return at > 0 && text[at - 1] == u'(';
-}
-
-inline bool PrecedesBracket(const String& text, std::size_t at) {
-    while (at + 1 < text.size() && text[at + 1] == u' ') ++at;
-    return at + 1 < text.size() && text[at + 1] == u')';
-}
-
-inline String Clean(String text) {
-    text = Trim(text);
-    text = DropBlanks(text, [&](std::size_t i) { return i + 1 < text.size() && text[i + 1] == u' '; });
-    text = DropBlanks(text, [&](std::size_t i) { return FollowsBracket(text, i); });
-    text = DropBlanks(text, [&](std::size_t i) { return PrecedesBracket(text, i); });
-    for (const Char op : StringView(u"+-*/^")) text = SpaceAround(text, op);
-    return DropBlanks(
-        text, [&](std::size_t i) { return i > 0 && text[i - 1] == u'-' && !EndsOperand(text, i - 1); });
+// After the trim a blank is neither the first nor the last character.
+inline String Clean(const String& expression) {
+    String text = Trim(expression);
+    text = DropBlanks(text, [&](std::size_t i) { return text[i + 1] == u' '; });
+    text = DropBlanks(text, [&](std::size_t i) { return text[i - 1] == u'(' || text[i + 1] == u')'; });
+    String spaced;
+    for (const Char c : text) {
+        const bool isBetween = !spaced.empty() && spaced.back() != u' ' && c != u' ';
+        if (isBetween && (IsOperator(c) || IsOperator(spaced.back()))) spaced += u' ';
+        spaced += c;
+    }
+    return DropBlanks(spaced,
+                      [&](std::size_t i) { return spaced[i - 1] == u'-' && !EndsOperand(spaced, i - 1); });
 }
 
 inline Extended Operate(Char op, Extended left, Extended right) {
@@ -86,8 +75,8 @@ class TPlainCalc {
 public:
     using TKeywordValue = std::function<Extended(StringView name)>;
 
-    TPlainCalc(String expression, TKeywordValue keywords)
-        : FExp(Clean(std::move(expression))), FKeywords(std::move(keywords)) {
+    TPlainCalc(const String& expression, TKeywordValue keywords)
+        : FExp(Clean(expression)), FKeywords(std::move(keywords)) {
         if (FExp.empty()) throw ECalcException(ceSyntax);
         Parse();
     }
@@ -133,8 +122,7 @@ private:
             const bool isLast = ++i == FExp.size();
             if ((c != u' ' && !isLast) || token.empty()) continue;
             if (!wantsOperand) {
-                if (token.size() != 1 || StringView(u"+-*/^").find(token[0]) == StringView::npos)
-                    throw ECalcException(ceOperator, token);
+                if (token.size() != 1 || !IsOperator(token[0])) throw ECalcException(ceOperator, token);
                 FItems.push_back({token[0], {}});
             } else if (token[0] == u'$') {
                 FItems.push_back({0, [this, name = token.substr(1)] { return FKeywords(name); }});

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cmath>
 #include <thread>
 
@@ -39,44 +38,29 @@ String Nested(StringView open, StringView inner, StringView close, std::size_t d
 }
 
 // clang-format off
-const struct {
-    StringView Expression;
-    Extended Value;
-} valueCases[] = {
-    {u"-5 + 3", -2}, {u"3 * -2", -6}, {u"2 - -3", 5}, {u"(-3)", -3}, {u"-2 ^ 2", 4}, {u"n2.5 + 1", -1.5L},
-    {u"1+2*3", 7}, {u"( 1+2 )*3", 9}, {u"(1 + 2) - 3", 0}, {u"((2))", 2}, {u"1.5e3", 1500}, {u"0 / 1", 0},
-    {u"  1   +   2  ", 3}, {u"\t1 +\t2\n", 3}, {u"2 ^ 3 ^ 2", 64}, {u"10 - 2 - 3", 5}, {u"8 / 4 * 2", 4},
-    {u"2 + 3 * 4 ^ 2 / 8 - 1", 7}, {u"(2)\t+ 1", 3}, {u"0.1 + 0.2 - 0.3", 0.1L + 0.2L - 0.3L},
-    {u"@sqrt(16) + 1", 5}, {u"@ sqrt (16)", 4}, {u"@sum(1 2 3)", 6}, {u"@sum(1,2,3)", 6}, {u"@sum((1+2),3)", 6},
-    {u"@sum(1,n2.5)", -1.5L}, {u"@sum(1,(-2.5))", -1.5L}, {u"@avg(1 2 6)", 3}, {u"@median(1 2 3)", 2},
-    {u"@median(3 1 2 4)", 2.5L}, {u"@median(0.1 0.1 0.1)", 0.1F}, {u"@StDev(2 4)", std::sqrt(2.0L)},
-    {u"@max(@min(1 2) 3)", 3}, {u"@min(3 n1 2) - @max(3 n1 2)", -4},
+const std::pair<StringView, Extended> valueCases[] = {
+    {u"-5 + 3", -2}, {u"3 * -2", -6}, {u"2 - -3", 5}, {u"-2 ^ 2", 4}, {u"n2.5 + 1", -1.5L}, {u"1+2*3", 7},
+    {u"((2))", 2}, {u"(1 + 2) - 3", 0}, {u"1.5e3", 1500}, {u"\t1 +\t2\n", 3}, {u"2 ^ 3 ^ 2", 64},
+    {u"2 + 3 * 4 ^ 2 / 8 - 1", 7}, {u"0.1 + 0.2 - 0.3", 0.1L + 0.2L - 0.3L}, {u"@ sqrt (16)", 4},
+    {u"@sum(n2.5,(1-2))", -3.5L}, {u"@avg(1 2 6)", 3}, {u"@median(1 2 3)", 2}, {u"@median(3 1 2 4)", 2.5L},
+    {u"@median(0.1 0.1 0.1)", 0.1F}, {u"@StDev(2 4)", std::sqrt(2.0L)}, {u"@min(3 n1 2) - @max(3 n1 2)", -4},
 };
 
-const struct {
-    StringView Message;
-    std::vector<StringView> Expressions;
-} parseFailures[] = {
-    {u"Syntax error", {u"", u" \t ", u"()", u"1 + ()", u"@", u"@sum", u"@sum(", u"@su)m(1 2)", u"@sum(1 2", u"@sum(1, 2)",
-                       u"@sum(1,,2)", u"(1))", u"(2)7 + 1", u"@sqrt(4)(1)"}},
-    {u"A bracket set has not been closed", {u"(1 + 2", u"2 * ((1 + 2)", u"(1 2"}},
+const std::pair<StringView, std::vector<StringView>> parseFailures[] = {
+    {u"Syntax error", {u" \t ", u"1 + ()", u"@", u"@su)m(1 2)", u"@sum(1 2", u"@sum(1,,2)", u"(1))", u"(2)7 + 1",
+                       u"@sqrt(4)(1)"}},
+    {u"A bracket set has not been closed", {u"2 * ((1 + 2)", u"(1 2"}},
     {u"Operator \"2\" not supported", {u"1 2"}},
-    {u"Operator \"(2)\" not supported", {u"1 (2)"}},
     {u"A specified function is not supported or registered", {u"@Sum(1 2)", u"@none()"}},
     {u"There is a problem with one (or more) function parameters", {u"@sum(1)", u"@sum()", u"@sqrt(1 2)", u"@median(1 2)"}},
 };
 
-const struct {
-    StringView Expression;
-    StringView Message;
-} calculationFailures[] = {
-    {u"1 / 0", u"Attempt to divide by zero"}, {u"(2 / (1 - 1))", u"Attempt to divide by zero"},
-    {u"1 / 0 +", u"Attempt to divide by zero"}, {u"$none + 1", u"Keyword \"none\" is not recognised"},
-    {u"$none +", u"Keyword \"none\" is not recognised"}, {u"$", u"Keyword \"\" is not recognised"},
-}, missingOperands[] = {{u"1 +", u"List index out of bounds (2)"}, {u"1 + 2 * 3 +", u"List index out of bounds (2)"},
-                        {u"1 + 2 *", u"List index out of bounds (4)"}},
-   noNumbers[] = {{u"1 ++ 2", u"+"}, {u"+", u"+"}, {u"@sum(1+2,3)", u"+"}, {u"-(3)", u"-(3)"}, {u"-$k", u"-$k"}, {u"2(3)", u"2(3)"},
-                  {u"1e-5", u"1e"}, {u"n", u"n"}};
+const std::pair<StringView, StringView> calculationFailures[] = {
+    {u"0 / 0 +", u"Attempt to divide by zero"}, {u"$none +", u"Keyword \"none\" is not recognised"},
+    {u"$", u"Keyword \"\" is not recognised"},
+}, missingOperands[] = {
+    {u"1 + 2 * 3 +", u"List index out of bounds (2)"}, {u"1 + 2 *", u"List index out of bounds (4)"}},
+   noNumbers[] = {{u"@sum(1+2,3)", u"+"}, {u"-(3)", u"-(3)"}, {u"1e-5", u"1e"}, {u"n", u"n"}};
 // clang-format on
 
 void Calculate(TCalc& calc) {
@@ -97,16 +81,13 @@ TEST(Calc, Failures) {
             EXPECT_EQ(Raised<ECalcException>([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
         }
     }
-    for (const auto& row : noNumbers) {
-        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(row.Expression); }),
-                  u"'" + String(row.Message) + u"' is not a valid floating point value")
-            << ToUtf8(row.Expression);
+    for (const auto& [expression, number] : noNumbers) {
+        const String message = u"'" + String(number) + u"' is not a valid floating point value";
+        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
     }
-    for (int round = 0; round < 2; ++round) {
-        for (const auto& [expression, message] : calculationFailures) {
-            TCalc calc(expression);
-            EXPECT_EQ(Raised<ECalcException>([&] { Calculate(calc); }), message) << ToUtf8(expression);
-        }
+    for (const auto& [expression, message] : calculationFailures) {
+        TCalc calc(expression);
+        EXPECT_EQ(Raised<ECalcException>([&] { Calculate(calc); }), message) << ToUtf8(expression);
     }
     for (const auto& [expression, message] : missingOperands) {
         TCalc calc(expression);
@@ -118,7 +99,6 @@ TEST(Calc, KeepsTheItemsBeforeAFailure) {
     TCalc calc(u"1 + 1");
     ExpectRaised<ECalcException>({{[&] { calc.Set_Exp(u"  3*(4)  5"); }, u"Operator \"5\" not supported"}});
     EXPECT_EQ(calc.Get_Exp(), u"3 * (4) 5");
-    EXPECT_EQ(calc.Get_Count(), 3);
     EXPECT_EQ(calc.Calculate(), 12);
     ExpectRaised<ECalcException>(
         {{[&] { calc.Set_Exp(u" "); }, u"Syntax error"}, {[&] { Calculate(calc); }, u"Syntax error"}});
@@ -128,25 +108,18 @@ TEST(Calc, KeepsTheItemsBeforeAFailure) {
 // The whole cleaning is compared with another one in vrnCalcReferenceTest.cpp.
 TEST(Calc, CleaningPasses) {
     TCalc text(u"(1 - 22) * 3");
-    for (const auto pass :
-         {&TCalc::CleanupClumpedSpaces, &TCalc::CleanupSpacesAroundBrackets,
-          &TCalc::CleanupMakeSureOneSpaceAroundChars, &TCalc::CleanupRemoveSpaceAfterNegativeModifier}) {
-        (text.*pass)();
-        EXPECT_EQ(text.Get_Exp(), u"(1 - 22) * 3");
-    }
     for (const auto& [position, ends] :
          {std::pair(4, true), {6, false}, {1, false}, {-7, false}, {1000, true}})
         EXPECT_EQ(text.CleanupIsLastItemADigit(position), ends) << position;
     text.CleanupMakeSureOneSpaceAround(u'2');
     EXPECT_EQ(text.Get_Exp(), u"(1 - 2 2 ) * 3");
-    text.CleanupExp();
+    text.CleanupSpacesAroundBrackets();
     EXPECT_EQ(text.Get_Exp(), u"(1 - 2 2) * 3");
 }
 
 TEST(Calc, NumbersFollowTheDecimalSeparator) {
     const TFormatSettingsScope comma(u',');
-    TCalc calc;
-    calc.Set_Exp(u"1,5 * 2");
+    TCalc calc(u"1,5 * 2");
     EXPECT_EQ(calc.Calculate(), 3);
     ExpectRaised<EConvertError>(
         {{[&] { calc.Set_Exp(u"1.5"); }, u"'1.5' is not a valid floating point value"}});
@@ -154,49 +127,45 @@ TEST(Calc, NumbersFollowTheDecimalSeparator) {
 
 TEST(Calc, ItemsShowHowTheExpressionWasCut) {
     TCalc calc(u"$rain * (1 + 2) - @sum((3 + 4),5)");
-    ASSERT_EQ(calc.Get_Count(), 5);
     EXPECT_EQ(dynamic_cast<TKeywordNum&>(calc.GetItems(0)).GetKeyword(), u"rain");
     EXPECT_EQ(dynamic_cast<TOperator&>(calc.GetItems(1)).GetStr(), u"*");
     auto& brackets = dynamic_cast<TBrackets&>(calc.GetItems(2));
     EXPECT_EQ(brackets.GetNewCalc().Get_Exp(), u"1 + 2");
-    EXPECT_EQ(brackets.GetNewCalc().GetCalc(), &calc);
-    EXPECT_EQ(brackets.Get_Number(), 3);
     auto& function = dynamic_cast<TFunctionNum&>(calc.GetItems(4));
-    EXPECT_EQ(function.GetExp(), u"(3 + 4),5");
     EXPECT_EQ(function.GetParams().at(0)->Get_Exp(), u"(3 + 4)");
-    EXPECT_EQ(function.Get_Number(), 12);
     ExpectRaised<EListError>(
-        {{[&] { static_cast<void>(calc.GetItems(5)); }, u"List index out of bounds (5)"},
-         {[&] { static_cast<void>(calc.GetItems(-1)); }, u"List index out of bounds (-1)"},
+        {{[&] { static_cast<void>(calc.GetItems(-1)); }, u"List index out of bounds (-1)"},
          {[&] { static_cast<void>(calc.Get_Function(7)); }, u"List index out of bounds (7)"},
          {[&] { static_cast<void>(calc.Get_Keyword(0)); }, u"List index out of bounds (0)"}});
 
-    // An inner expression that is set anew counts from the next calculation on.
+    // An inner expression that is set anew, even in part, counts from the next calculation on.
     calc.RegisterKeyword(u"rain", Constant(2));
     EXPECT_EQ(calc.Calculate(), -6);
-    brackets.GetNewCalc().Set_Exp(u"$rain * 5");
+    EXPECT_THROW(brackets.GetNewCalc().Set_Exp(u"$rain * 5 5"), ECalcException);
     EXPECT_EQ(calc.Calculate(), 8);
     function.GetParams().at(1)->Set_Exp(u"6");
     EXPECT_EQ(calc.Calculate(), 7);
+    function.Parse();
+    EXPECT_EQ(calc.Calculate(), 8);
 }
 
 TEST(Calc, FindsKeywordsUpTheChain) {
-    TCalc top;
-    TCalc calc(&top);
+    TCalc base;
+    TCalc top(&base), calc(&top);
     int parameter = 0;
     const TCalc* calledOn = nullptr;
     void* calledWith = nullptr;
     calc.Set_Exp(u"(($x)) + 1");
     ExpectRaised<ECalcException>({{[&] { Calculate(calc); }, u"Keyword \"x\" is not recognised"}});
-
+    base.RegisterKeyword(u"x", Constant(5));
+    EXPECT_EQ(calc.Calculate(), 6);
     top.RegisterKeyword(u"x", &parameter, [&](TCalc& on, const String&, void* param) {
         calledOn = &on;
         calledWith = param;
         return Extended(1);
     });
     EXPECT_EQ(calc.Calculate(), 2);
-    EXPECT_EQ(calledOn, &top);
-    EXPECT_EQ(calledWith, &parameter);
+    EXPECT_TRUE(calledOn == &top && calledWith == &parameter);
 
     calc.RegisterKeyword(u"x", Constant(10));  // nearer than the parent's
     EXPECT_EQ(calc.Calculate(), 11);
@@ -234,17 +203,7 @@ TEST(Calc, FunctionsDecideHowOftenTheyCalculate) {
     calc.Set_Exp(u"@twice($x) + @count() + @count(1,2) + @sum(1,1)");
     EXPECT_EQ(calc.Calculate(), 8);
     EXPECT_EQ(calls, 2);
-
-    ExpectRaised<ECalcException>(
-        {{[&] { calc.Set_Exp(u"@later(1)"); }, u"A specified function is not supported or registered"}});
-    calc.RegisterFunction(u"later", 1, 1, [](const TFunction&, const TFunctionParams& params) {
-        return params.Get_Calc(1).Calculate();
-    });
-    calc.Set_Exp(u"@later(1)");
-    ExpectRaised<EListError>({{[&] { Calculate(calc); }, u"List index out of bounds (1)"}});
-    EXPECT_EQ(calc.Get_FunctionCount(), 8);
-    EXPECT_EQ(calc.Get_Function(0).GetName(), u"sum");
-    EXPECT_EQ(calc.Get_Function(7).GetName(), u"later");
+    EXPECT_EQ(top.Get_Function(0).GetName() + top.Get_Function(7).GetName(), u"sumtwice");
 }
 
 TEST(Calc, BuiltInsCalledDirectly) {
@@ -252,45 +211,28 @@ TEST(Calc, BuiltInsCalledDirectly) {
     const TFunction& median = *one.FindFunction(u"median");
     const TCalcList two{&one, &one};
     const TCalcList withNone{&one, &one, nullptr};
+    ExpectRaised<EListError>(
+        {{[&] { static_cast<void>(TFunctionParams(two).Get_Calc(2)); }, u"List index out of bounds (2)"}});
     const StringView problem = u"There is a problem with one (or more) function parameters";
     ExpectRaised<ECalcException>({{[&] { TCalc::FuncMedian(median, TFunctionParams(two)); },
                                    u"Operator \"Not enough variables for calculation.\" not supported"},
                                   {[&] { static_cast<void>(median.Execute(withNone)); }, problem},
-                                  {[&] { static_cast<void>(median.Execute(two)); }, problem},
                                   {[&] { TCalc::FuncMin(median, TFunctionParams({})); }, problem}});
-    EXPECT_EQ(ECalcException(static_cast<TCalcError>(99)).GetMessage(), u"Unknown error");
 }
 
 TEST(Calc, ItemsFromTexts) {
-    TCalc calc(u"@sum($x,(1+2))");
+    TCalc calc;
     calc.RegisterKeyword(u"x", Constant(4));
     const TBrackets group(calc, u" $x*(2) ");
     EXPECT_EQ(group.Get_Number(), 8);
-    EXPECT_EQ(group.GetNewCalc().GetCalc(), &calc);
-
     TFunctionNum call(calc, u"max", u" (1 + 2),$x 2 ");
-    EXPECT_EQ(call.GetExp(), u"(1 + 2),$x 2");
-    EXPECT_EQ(call.GetParams().size(), 3U);
-    EXPECT_EQ(call.Get_Number(), 4);
-    call.GetParams()[2]->Set_Exp(u"9");
+    call.GetParams().at(2)->Set_Exp(u"9");
     EXPECT_EQ(call.Get_Number(), 9);
     call.Parse();  // the parameters of the text again
     EXPECT_EQ(call.Get_Number(), 4);
-
-    // A call in an expression, whose parameters are part of the program, is noticed too.
-    auto& listed = dynamic_cast<TFunctionNum&>(calc.GetItems(0));
-    listed.GetParams()[1]->Set_Exp(u"10");
-    EXPECT_EQ(calc.Calculate(), 14);
-    listed.Parse();
-    EXPECT_EQ(calc.Calculate(), 7);
-
-    ExpectRaised<ECalcException>(
-        {{[&] { TBrackets(calc, u" "); }, u"Syntax error"},
-         {[&] { TBrackets(calc, u"(1"); }, u"A bracket set has not been closed"},
-         {[&] { TFunctionNum(calc, u"none", u"1"); }, u"A specified function is not supported or registered"},
-         {[&] { TFunctionNum(calc, u"sum", u"1,,2"); }, u"Syntax error"},
-         {[&] { TFunctionNum(calc, u"sum", u""); },
-          u"There is a problem with one (or more) function parameters"}});
+    ExpectRaised<ECalcException>({{[&] { TBrackets(calc, u" "); }, u"Syntax error"},
+                                  {[&] { TFunctionNum(calc, u"sum", u""); },
+                                   u"There is a problem with one (or more) function parameters"}});
 }
 
 TEST(Calc, KeywordsUsed) {
@@ -307,19 +249,16 @@ TEST(Calc, KeywordsUsed) {
         return names;
     };
     EXPECT_EQ(used(u"$a + $b + $a + $c", true, true), "a b a c ");
-    EXPECT_EQ(used(u"$a + $b + $a + $c", true, false), "a b ");
-    EXPECT_EQ(used(u"$a + $bare + $c", false, true), "a ");
     EXPECT_EQ(used(u"$a + ($a + $b) + $c", true, false), "a c ");
     EXPECT_EQ(used(u"@sum(($bare+$a),$b) + (2 * ($c))", false, true), "b c ");
     ExpectRaised<ECalcException>({{[&] { used(u"$a + $z", true, true); }, u"Keyword is not recognised"}});
 
-    TCalc child(&calc, u"$b");
+    const TCalc child(&calc, u"$b");
     calc.Set_Exp(u"$a");
     std::vector<TKeyword*> list;
     child.GetKeywordsUsed(list, true, true);
-    EXPECT_EQ(list.size(), 2U);
     child.GetKeywordsUsed(list, true, true, false);
-    EXPECT_EQ(list.size(), 3U);
+    EXPECT_EQ(list.size(), 3U) << "two with the parent's, one without";
 }
 
 TEST(Calc, DepthAndLength) {
@@ -328,33 +267,22 @@ TEST(Calc, DepthAndLength) {
         String Expression;
         Extended Value;
     } cases[] = {
-        {"10000 brackets", Nested(u"(", u"1 + 1", u")", 10000), 2},
         {"1000000 brackets", Nested(u"(", u"1", u")", 1000000), 1},
         {"deep sums", Nested(u"(1+", u"1", u")", 200000), 200001},
         {"deep functions", Nested(u"@max(1,", u"7", u")", 200000), 7},
-        {"deep pure deviations", Nested(u"@StDev(1,", u"3", u")", 200), 0},
+        {"deep pure deviations", Nested(u"@StDev(0,", u"0", u")", 200), 0},
         {"a long sum", u"0" + Repeated(u"+1", 500000), 500000},
-        {"long products", u"0" + Repeated(u" + 2 * 3", 200000), 1200000},
-        {"many parameters", u"@sum(" + Repeated(u"2,", 100000) + u"0)", 200000},
-        {"a median of many", u"@median(" + Repeated(u"4,", 9999) + u"4)", 4},
-        {"ten million characters", u"1" + String(9999998, u' ') + u"+ 1", 2},
         {"a long number", String(1000000, u'0') + u"5", 5},
     };
     for (const auto& [name, expression, value] : cases) {
         TCalc calc(expression);
-        if (value != 0) {
-            EXPECT_EQ(calc.Calculate(), value) << name;
-        } else {
-            EXPECT_TRUE(std::isfinite(calc.Calculate())) << name;
-        }
+        EXPECT_EQ(calc.Calculate(), value) << name;
         std::vector<TKeyword*> none;
         calc.GetKeywordsUsed(none, true, true);
     }
     TCalc deep;
     ExpectRaised<ECalcException>(
         {{[&] { deep.Set_Exp(Repeated(u"(", 1000000) + u"1"); }, u"A bracket set has not been closed"}});
-    ExpectRaised<EConvertError>({{[&] { deep.Set_Exp(Nested(u"(", u"x", u")", 100000)); },
-                                  u"'x' is not a valid floating point value"}});
 }
 
 TEST(Calc, CallsNestToALimit) {
@@ -377,12 +305,13 @@ TEST(Calc, CallbacksMayChangeTheEvaluator) {
     calc.RegisterKeyword(u"a", [&](TCalc& on, const String&, void*) {
         if (++calls == 1) {
             on.RegisterKeyword(u"late", Constant(5));
+            dynamic_cast<TBrackets&>(on.GetItems(2)).GetNewCalc().RegisterKeyword(u"a", Constant(10));
             on.Set_Exp(u"100");
         }
         return Extended(1);
     });
     calc.Set_Exp(u"$a + ($late + ($a * 2))");
-    EXPECT_EQ(calc.Calculate(), 8);
+    EXPECT_EQ(calc.Calculate(), 1 + 5 + 10 * 2);
     EXPECT_EQ(calc.Calculate(), 100);
 
     // The same for single items: what is replaced stays valid until the callbacks return.
@@ -397,15 +326,11 @@ TEST(Calc, CallbacksMayChangeTheEvaluator) {
 }
 
 TEST(Calc, WhatACallbackParsesTakesEffect) {
-    const struct {
-        StringView Expression;
-        Extended Now;
-        Extended Next;
-    } cases[] = {{u"$x + (2)", 3, 6},
-                 {u"$x + @sum(2,0)", 3, 6},
-                 {u"$x + @same(2)", 6, 6},
-                 {u"$x + @same((2))", 6, 6},
-                 {u"$x + @StDev(1,1)", 1 + std::sqrt(8.0L), 1 + std::sqrt(8.0L)}};
+    const Extended deviation = 1 + std::sqrt(8.0L);
+    const std::tuple<StringView, Extended, Extended> cases[] = {{u"$x + (2)", 3, 6},
+                                                                {u"$x + @sum(2,0)", 3, 6},
+                                                                {u"$x + @same((2))", 6, 6},
+                                                                {u"$x + @StDev(1,1)", deviation, deviation}};
     for (const auto& [expression, now, next] : cases) {
         TCalc calc;
         calc.RegisterFunction(u"same", 1, 1, Same);
@@ -422,31 +347,14 @@ TEST(Calc, WhatACallbackParsesTakesEffect) {
     }
 }
 
-TEST(Calc, AGroupThatBecomesImpureIsCalculatedAgain) {
-    TCalc calc(u"(1) + 2");
-    Extended x = 1;
-    calc.RegisterKeyword(u"x", [&](TCalc&, const String&, void*) { return x; });
-    EXPECT_EQ(calc.Calculate(), 3);
-    TCalc& group = GroupOf(calc);
-    ExpectRaised<ECalcException>({{[&] { group.Set_Exp(u"$x 5"); }, u"Operator \"5\" not supported"}});
-    EXPECT_EQ(calc.Calculate(), 3);
-    x = 10;
-    EXPECT_EQ(calc.Calculate(), 12);
-}
-
 TEST(Calc, CalculatesWithoutAllocating) {
     TCalc calc;
-    double value = 2;
-    calc.RegisterKeyword(u"temperature_of_day", &value, [](TCalc&, const String&, void* param) {
-        return Extended(*static_cast<double*>(param));
-    });
+    calc.RegisterKeyword(u"temperature", Constant(2));
     calc.RegisterFunction(u"same", 1, 1, Same);
-    const String wide = u"0" + Repeated(u" + $temperature_of_day * 2", 100);
-    const String median = u"@median(" + Repeated(u"$temperature_of_day,", 100) + u"1)";
-    for (const String& expression :
-         {String(
-              u"($temperature_of_day + 1) / @StDev($temperature_of_day,1) - @same(($temperature_of_day^2))"),
-          wide, median}) {
+    const String expressions[] = {u"($temperature + 1) / @StDev($temperature,1) - @same(($temperature^2))",
+                                  u"0" + Repeated(u" + $temperature * 2", 100),
+                                  u"@median(" + Repeated(u"$temperature,", 100) + u"1)"};
+    for (const String& expression : expressions) {
         calc.Set_Exp(expression);
         const Extended first = calc.Calculate();
         const std::int64_t before = AllocationCount();
@@ -467,10 +375,7 @@ TEST(Calc, FailedAllocations) {
     } operations[] = {
         {"TCalc", [](TCalc& calc) { TCalc(&calc, u"($x) + @same(@StDev($x,(1 + $none)))"); }, false, 12},
         {"Set_Exp", [](TCalc& calc) { calc.Set_Exp(u"($x + 1) * @same(@median(1,($x),3)) ^ 2 + 1"); }, true, 13},
-        {"Set_Exp of a long text", [](TCalc& calc) { calc.Set_Exp(u"$x" + Repeated(u" + (1)", 100)); }, true, 102},
         {"Set_Exp of a group", [](TCalc& calc) { GroupOf(calc).Set_Exp(u"@avg(8,($x))"); }, true, 15},
-        {"Parse", [](TCalc& calc) { calc.Parse(); }, true, 12},
-        {"CleanupExp", [](TCalc& calc) { calc.CleanupExp(); }, false, 12},
         {"RegisterKeyword", [](TCalc& calc) { calc.RegisterKeyword(u"new", Constant(1)); }, false, 12},
         {"RegisterKeyword on a group", [](TCalc& calc) { GroupOf(calc).RegisterKeyword(u"x", Constant(9)); }, false, 19},
         {"RegisterFunction", [](TCalc& calc) { calc.RegisterFunction(u"new", 0, 0, Same); }, false, 12},
@@ -516,20 +421,17 @@ TEST(Calc, FailedAllocations) {
 TEST(Calc, IndependentEvaluatorsOnSeveralThreads) {
     TCalc shared;
     shared.RegisterKeyword(u"k", Constant(3));
-    std::atomic<int> right{0};
-    std::vector<std::thread> threads;
+    std::vector<std::jthread> threads;
     for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] {
+        threads.emplace_back([&shared, t] {
             for (int i = 0; i < 200; ++i) {
                 TCalc calc(&shared);
                 calc.RegisterKeyword(u"t", Constant(t));
                 calc.Set_Exp(u"@max($k,$t) * ($k + @median($t,$t,$k)) + 1.25");
-                if (calc.Calculate() == Extended(3) * (3 + t) + 1.25L) ++right;
+                ASSERT_EQ(calc.Calculate(), Extended(3) * (3 + t) + 1.25L) << t;
             }
         });
     }
-    for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(right, 4 * 200);
 }
 
 }  // namespace

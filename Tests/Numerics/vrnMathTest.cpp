@@ -53,9 +53,6 @@ TEST(vrnSmallMath, ChecksIndexesAndReadsBinaryDigits) {
     ExpectRaised<EIndexOutOfRange>({{[] { CheckIndex(5, 5, 7, false); }, u"Index out of range"},
                                     {[] { CheckIndex(5, 5, 7, true); }, u"Index (5) out of range"},
                                     {[] { CheckIndex(7, 5, 7, true); }, u"Index (7) out of range"}});
-    const EIndexOutOfRange known(1, 2, 3);
-    EXPECT_TRUE(known.fbSpec && known.fiIndex == 1 && known.fiLow == 2 && known.fiHigh == 3);
-    EXPECT_TRUE(!EIndexOutOfRange().fbSpec && EIndexOutOfRange(3).fbSpec && EIndexOutOfRange(3).fiIndex == 3);
     const std::pair<StringView, std::int32_t> cases[] = {// clang-format off
         {u"", 0}, {u"101", 5}, {u"1x1", 5}, {u"10 ", 4}, {u"01111111111111111111111111111111", kMax},
         {u"10000000000000000000000000000000", kMin}, {u"111111111111111111111111111111111111", -1}};
@@ -107,10 +104,8 @@ TEST(vrnCoordinates, ReadsOrRefuses) {
         {u"-33.5S", u"33.5", u"'-33.5S'"}, {u"33,5", u"335", u"335"}, {u";3;3.5,W;", u"'33.5W'", u"-33.5"},
         {u"1E300", u"INF", u"INF"}, {u"33 deg s", u"-33", u"33"}, {u"33 DEG 30 MIN", u"33.5", u"33.5"},
         {u"33deg30minn", u"33.5", u"33.5"}, {u"33 DEG 30 MINS", u"-33.5", u"33.5"},
-        {u"-33 deg, 30 min w", u"-32.5", u"32.5"}, {u"1 DEG 15 MIN 225 SEC", u"1.3125", u"1.3125"},
-        {u"33 DEG 30 MIN 0 SEC S", u"-33.5", u"33.5"}, {u"33 deg 30 min x sec", u"' X '", u"' X '"},
-        {u"33 deg 30 sec", u"'33 DEG 30 '", u"'33 DEG 30 '"}, {u"30 min", u"'30 MIN'", u"'30 MIN'"},
-        {u"33 deg min", u"' '", u"' '"}, {u"33.5 S ", u"'33.5 S '", u"'33.5 S '"},
+        {u"-33 deg, 30 min w", u"-32.5", u"32.5"}, {u"1 DEG 15 MIN 225 SEC S", u"-1.3125", u"1.3125"},
+        {u"33 deg 30 sec", u"'33 DEG 30 '", u"'33 DEG 30 '"}, {u"33.5 S ", u"'33.5 S '", u"'33.5 S '"},
         {u"33.5IN", u"'33.5IN'", u"'33.5IN'"}, {u"33.5\u017F", u"'33.5\u017F'", u"'33.5\u017F'"},
         {u"N", u"'N'", u"'N'"}, {u"S", u"''", u"'S'"}, {u"E", u"'E'", u"''"}, {u"", empty, empty},
         {u";,;", empty, empty}};

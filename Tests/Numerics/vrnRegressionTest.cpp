@@ -118,15 +118,9 @@ struct TProblem {
     }
 };
 
-TEST(mrqcof, SumsOverThePointsAndTheFittedParameters) {
-    TProblem fit{.Ia = ArrayOf<TIntArray>({1, 0, 1})};
-    fit.Alpha.Initialise(9);
+TEST(mrqcof, SumsIn32Bits) {
+    TProblem fit = {.X = ArrayOf({0, 0, 0}), .Y = ArrayOf({4096, 1, 1}), .A = ArrayOf({0, 0, 0})};
     TFloatArray beta = ArrayOf({9, 9, 9});
-    mrqcof(fit.X, fit.Y, 3, fit.A, fit.Ia, 3, fit.Alpha, beta, fit.Chisq, fit.Model);
-    EXPECT_THAT(CellsOf(fit.Alpha), ElementsAre(3, 14, 9, 14, 98, 9, 9, 9, 9));  // d = (1, x^2)
-    EXPECT_THAT(beta.GetBuffer(), ElementsAre(2, 15, 9));                        // residuals 1, -1, 2
-    EXPECT_EQ(fit.Chisq, 6);
-    fit = {.X = ArrayOf({0, 0, 0}), .Y = ArrayOf({4096, 1, 1}), .A = ArrayOf({0, 0, 0})};
     mrqcof(fit.X, fit.Y, 3, fit.A, fit.Ia, 3, fit.Alpha, beta, fit.Chisq, fit.Model);
     EXPECT_EQ(fit.Chisq, 16777216);  // and 1 twice, each lost in 32 bits
 }
@@ -210,7 +204,6 @@ TEST(mrqmin, RejectsArgumentsAndKeepsTheFit) {
     ExpectRaised<EGridException>({
         {with([](TProblem& p) { p.X.SetBase(0); }), outside + u"TFloatArray.GetFloat\rIndex = 5"},
         {with([](TProblem& p) { p.Covar.SetBaseY(0); }), outside + u"TAbstractGrid.CheckBounds\rY = 3"},
-        {with([](TProblem& p) { p.Alpha.SetBaseX(0); }), outside + u"TAbstractGrid.CheckBounds\rX = 3"},
         {[] { TProblem{.Ia = TIntArray(3)}.Step(-1); }, u"Can't create a grid with a dimension less than 1"},
     });
 }

@@ -51,7 +51,6 @@ TEST(Descriptive, LeavesMissingValuesOut) {
 
 TEST(Descriptive, ProbabilityPlotCorrelation) {
     EXPECT_EQ(PPCC2(ArrayOf({-999, -1000})), -999) << "nothing known";
-    EXPECT_EQ(PPCC2(ArrayOf({5})), -999) << "a single value";
     EXPECT_EQ(PPCC2(ArrayOf({0.1F, 0.1F, 0.1F, 0.1F})), -999) << "constant values";
     // Filliben's medians for n = 3 are 0.2063, 0.5, 0.7937: the quantiles are -a, 0, a, so that for 1, 2, 6
     // the correlation is 5 a / sqrt(14 * 2 a^2).
@@ -78,10 +77,10 @@ TEST(Descriptive, KolmogorovSmirnov) {
         // Codes before the first value move the base of what is left, and count in the size.
         {"codes", ArrayOf({-999, -999, 6, 1, 2}), significance(3, std::max(4 / 5.0 - p(2), 1 - p(6)))},
         {"only codes", ArrayOf({-999, -1000}), -999},
-        {"no value above -999", ArrayOf({-1000.1F, -1200}), -999},
         {"the terms do not settle", ArrayOf({5}), 1},
+        {"equal values", ArrayOf({100, 100}), significance(2, 0.99999 - 0.5)},
     };
-    for (const auto& [name, array, expected] : cases) EXPECT_NEAR(KS2(array), expected, 1e-6) << name;
+    for (const auto& [name, array, expected] : cases) EXPECT_NEAR(KS2(array), expected, 1e-7) << name;
     for (const float odd : {kNan, kInf, -kInf})
         EXPECT_TRUE(std::isnan(KS2(ArrayOf({1, 2, odd, 3}))) && std::isnan(KS2(ArrayOf({odd})))) << odd;
 }
@@ -99,7 +98,6 @@ TEST(Descriptive, CorrelationAndSquaredDifferences) {
     const auto corr = [&](TFloatArray x, TFloatArray y) { return [x, y] { return Corr(x, y); }; };
     const String missing = u"Index out of bounds in TFloatArray.GetFloat\rIndex = ";
     ExpectRaised<EGridException>({{corr(ArrayOf({1, 2, 3}, 0), four), missing + u"3"},
-                                  {corr(four, ArrayOf({1, 2, 3})), missing + u"4"},
                                   {corr(four, ArrayOf({1, 2, 3, 4, 5}, 3)), missing + u"1"}});
     const std::vector<float> x = {1, 2, 3, 4}, y = {2, 0, 3, 9, kNan}, one = {1}, two = {2};
     EXPECT_FLOAT_EQ(RMSE(x, y), std::sqrt(30 / 3.0F)) << "over one less than the number of values";
@@ -129,9 +127,7 @@ TEST(Descriptive, RandomNumbersAndBootstrapSamples) {
     EXPECT_EQ(drawn, (std::set<float>{1, 2, 4, 8})) << "the last value is never drawn";
     bsample(ArrayOf({3}), 2, grid);
     ExpectRaised<EGridException>(
-        {{[&] { bsample(ArrayOf({1}), 0, grid); }, u"Can't create a grid with a dimension less than 1"},
-         {[&] { bsample(ArrayOf({1}, 2), 1, grid); },
-          u"Index out of bounds in TFloatArray.GetFloat\rIndex = 1"}});
+        {{[&] { bsample(ArrayOf({1}), 0, grid); }, u"Can't create a grid with a dimension less than 1"}});
     EXPECT_EQ(grid.Get(2, 1), 3) << "the only value is drawn, and a failure changes nothing";
 }
 
@@ -157,9 +153,6 @@ TEST(HypothesisTests, EqualVariances) {
         EXPECT_NEAR(result.T, t, 1e-6) << sd1;
         EXPECT_NEAR(result.ProbT, 1 + t * (t * t + 6) / std::pow(t * t + 4, 1.5), 2e-6) << sd1;
     }
-    // The limit of the doubled tail is 2 erf(1 / sqrt(2)) = 1.365, for 1 and infinitely many degrees of
-    // freedom.
-    EXPECT_NEAR(Compare(1, 2, 1, 2, 2, 1000).ProbF, 1.365, 1e-3);
 }
 
 // Welch's test. With u = 0.02 and v = 0.64, df = 0.66^2 / (0.02^2 / 49 + 0.64^2 / 24) = 25.5112

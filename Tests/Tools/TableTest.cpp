@@ -30,9 +30,6 @@ constexpr TProgramCase cases[] = {
     {"towns.csv --sort town,mm,town:desc", 1, "", "varnholt: Unable to sort the same column multiple times\n"},
     {"towns.csv --sort mm,days --columns mm,mm,days,days --rows 1", 0, "   mm  mm,days     days\nfloat  text     integer\n12.80  x              3\n", ""},
     {"towns.csv --rows '3, 1 - 2' --columns mm", 0, "   mm\nfloat\n  0.5\n12.80\n    5\n", ""},
-    {"towns.csv --rows '2' --columns mm,town", 0, "     mm  town\ninteger  text\n      5  B\xC3\xBCrs \"B\", V\n", ""},
-    {"towns.csv --limit 0 --columns mm", 0, "   mm\nfloat\n", ""},
-    {"towns.csv --limit 08 --columns mm", 0, "   mm\nfloat\n12.80\n    5\n  0.5\n", ""},
     {"towns.csv --limit 0x1", 2, "", "varnholt: --limit: \"0x1\" is not a whole number of 0 or more\nTry 'varnholt table --help'.\n"},
     {"cells.csv --sort v:desc", 0,
      "                 id                    v      w\n"
@@ -50,30 +47,14 @@ constexpr TProgramCase cases[] = {
     {"cells.csv --rows '2, 4' --columns v", 0, "v\ntext\nNA\n-999\n", ""},
     {"head.csv --sort a", 0, "a     b\ntext  text\n", ""},
     {"towns.csv --sort Town", 1, "", "varnholt: towns.csv: Column \"Town\" not found\n"},
-    {"towns.csv --sort town:asc", 1, "", "varnholt: towns.csv: Column \"town:asc\" not found\n"},
-    {"towns.csv --sort ''", 1, "", "varnholt: towns.csv: Column \"\" not found\n"},
-    {"towns.csv --columns town,,mm", 1, "", "varnholt: towns.csv: Column \"\" not found\n"},
-    {"towns.csv --rows 5-1", 1, "", "varnholt: '5-1' is not a valid integer value\n"},
     {"towns.csv --rows ''", 1, "", "varnholt: No rows are given\n"},
-    {"towns.csv --rows '3 - 2'", 1, "", "varnholt: Syntax Error\n"},
-    {"towns.csv --rows '1, 1'", 1, "", "varnholt: Syntax error\n"},
     {"towns.csv --rows '1 - 2000000000'", 1, "", "varnholt: towns.csv: Row 2000000000 not found, the file has 3 rows\n"},
     {"towns.csv --rows '0 - 2'", 1, "", "varnholt: towns.csv: Row 0 not found, the file has 3 rows\n"},
     {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: Row 2 has 1 cells, the header has 2\n"},
     {"open.csv", 1, "", "varnholt: open.csv: The quote opened in line 2 is never closed\n"},
-    {"empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
-    {"none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},
     {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write standard output: No space left on device\n"},
     {"towns.csv --out ''", 1, "", "varnholt: Cannot create file \"\": No such file or directory\n"},
     {"towns.csv --columns mm --limit 1 --out pipe & timeout 60 cat pipe", 0, "mm\n12.80\n", ""},
-    {"'" VARNHOLT_SOURCE_DIR "/Examples/data/seattle-weather.csv' --sort weather,temp_max:desc --limit 5", 0,
-     "date        precipitation  temp_max  temp_min   wind  weather\n"
-     "text                float     float     float  float  text\n"
-     "2015-08-19            0.0      31.7      16.1    2.1  drizzle\n"
-     "2015-06-15            0.0      30.0      16.1    3.5  drizzle\n"
-     "2015-07-08            0.0      30.0      14.4    1.9  drizzle\n"
-     "2015-07-06            0.0      29.4      15.6    3.2  drizzle\n"
-     "2015-08-23            0.0      27.8      13.9    1.8  drizzle\n", ""},
 };
 // clang-format on
 
@@ -85,7 +66,6 @@ protected:
         Write(u"head.csv", "a,b\r\n\r\n");
         Write(u"ragged.csv", "a,b\n\"1\n\",2\n3\n");
         Write(u"open.csv", "a,b\n\"1,2\n");
-        Write(u"empty.csv", "");
         mkfifo(Folder.GetNativePath("pipe").c_str(), 0600);
     }
 };
