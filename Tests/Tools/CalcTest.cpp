@@ -5,7 +5,7 @@
 namespace Varnholt::Test {
 namespace {
 
-constexpr const char* kRows = "a,b\n1,2\n4,\n-999.5,3\nNA,1\n6,0\n8\n";
+constexpr const char* kRows = "a,b\n1,2\n4,\n-999.5,3\nNA,1\n6,0\n8,\n";
 constexpr const char* kOdd = "rain (mm),value\r\n\"3,5\",1\r\nT,2\r\n-9999,3\r\n";
 
 // clang-format off
@@ -18,11 +18,17 @@ constexpr TProgramCase cases[] = {
     {"1 --csv none.csv", 1, "", "varnholt: Cannot open file \"none.csv\": No such file or directory\n"},
     {"'$a' --csv rows.csv", 0, "1\n4\n-999\n-999\n6\n8\n", ""},
     {"'$a / $b' --csv rows.csv", 0, "0.5\n-999\n-999\n-999\n-999\n-999\n",
-     "varnholt: Attempt to divide by zero; rows: 1\n"},
+     "varnholt: rows.csv: Attempt to divide by zero; rows: 1\n"},
     {"'$a / $b' --csv rows.csv --summary", 0, "rows: 6\ncalculated: 1\nmissing: 5\nmean: 0.5\nmin: 0.5\nmax: 0.5\n",
-     "varnholt: Attempt to divide by zero; rows: 1\n"},
+     "varnholt: rows.csv: Attempt to divide by zero; rows: 1\n"},
     {"'@sqrt(($a - 2))' --csv rows.csv --summary", 0, "rows: 6\ncalculated: 4\nmissing: 2\nmean: NAN\nmin: NAN\nmax: NAN\n",
-     "varnholt: The value is not a number; rows: 1\n"},
+     "varnholt: rows.csv: The value is not a number; rows: 1\n"},
+    {"'$x - 1000' --csv short.csv --summary --out sums.csv", 0, "rows: 2\ncalculated: 1\nmissing: 1\nmean: -999.5\nmin: -999.5\nmax: -999.5\n",
+     "varnholt: short.csv, line 3: The row has fewer cells than the header, and the others count as missing; rows: 1\n"
+     "varnholt: short.csv: The value is infinite or from -1000 to -999, and will be read as missing; rows: 1\n"},
+    {"'$a' --csv rows.csv --summary --out sums.csv >>sums.csv", 1, "",
+     "varnholt: Cannot write both sums.csv and /dev/stdout: They are the same file\n"},
+    {"1 --csv '\xff" ".csv'", 2, "", "varnholt: Argument 4 is not valid UTF-8\nTry 'varnholt --help'.\n"},
     {"'@sum($b,$a) + ($b)' --csv rows.csv --keywords", 0, "b\na\n", ""},
     {"'1 / $a + $z' --csv rows.csv", 1, "", "varnholt: Keyword \"z\" is not recognised\n"},
     {"1 --csv empty.csv", 1, "", "varnholt: empty.csv is empty\n"},
@@ -50,6 +56,7 @@ protected:
     CalcTest() : TProgramTest("calc") {
         Write(u"rows.csv", kRows);
         Write(u"odd.csv", kOdd);
+        Write(u"short.csv", "d,x\n1,0.5\n2\n");
         Write(u"long.csv", "a\n1\n2,3\n");
         Write(u"empty.csv", "");
         mkfifo(Folder.GetNativePath("pipe").c_str(), 0600);

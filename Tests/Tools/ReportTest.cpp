@@ -144,10 +144,12 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
     ASSERT_EQ(Report(text, "--latitude 33.5S --out ."), 0) << Told();
     EXPECT_EQ(
         Told(),
-        "varnholt: station.csv, line 36: \"wet\" in column temp_max is not a number and counts as missing; "
+        "varnholt: station.csv, line 822: The row has fewer cells than the header, and the others count as "
+        "missing; rows: 1\nvarnholt: station.csv, line 36: \"wet\" in column temp_max is not a number and "
+        "counts as missing; "
         "cells: 2\n");
-    EXPECT_THAT(Printed(), HasSubstr("1095 rows, 1 days without a row\nLatitude  -33.5000\n"
-                                     "Missing   3 maxima, 2 minima, 3 precipitation values\n"));
+    EXPECT_THAT(Printed(), HasSubstr("1095 rows, 1 days without a row\nLatitude     -33.5000\n"
+                                     "Missing      3 maxima, 2 minima, 3 precipitation values\n"));
     EXPECT_THAT(Printed(), HasSubstr("shape of a gamma distribution fitted to 32 monthly totals"));
     EXPECT_THAT(Printed(), ContainsRegex("yearly_tmean_slope +-999  not calculated: it needs the mean"));
     EXPECT_THAT(Printed(), HasSubstr(" per month over 36 months; no"));
@@ -190,15 +192,16 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
         "is; cells: 2\n"
         "varnholt: station.csv, line 4: \"2000.1\" in column precipitation is above 2,000 mm and is used "
         "as it is; cells: 1\n"
-        "varnholt: If -9999,-9999.0,-99.9 stands for a missing value, use "
+        "varnholt: If any of -9999,-9999.0,-99.9 stands for a missing value, use "
         "--missing=-9999,-9999.0,-99.9\n");
     EXPECT_THAT(Content(u"summary.csv"),
                 HasSubstr("\nimplausible_temperature,4\nmaximum_below_minimum,1\nnegative_precipitation,2\n"
                           "precipitation_above_2000_mm,1\n"));
     EXPECT_EQ(Run("- --latitude 0 --missing=-9999,-99.9 <station.csv"), 0);
     EXPECT_THAT(Printed(), StartsWith("Report on standard input\n"));
-    EXPECT_THAT(Printed(),
-                HasSubstr("Missing   1 maxima, 1 minima, 1 precipitation values\nDoubtful  2 temperatures"));
+    EXPECT_THAT(
+        Printed(),
+        HasSubstr("Missing      1 maxima, 1 minima, 1 precipitation values\nImplausible  2 temperatures"));
     EXPECT_THAT(Told(), Not(HasSubstr("--missing")));
 }
 
@@ -256,8 +259,10 @@ TEST_F(ReportTest, BadInputIsTold) {
         {header + "2024-2-9,1,0,0\n", north, "line 2: \"2024-2-9\" is not a date"},
         {day + "2024-01-02,1,0,0\n", north, "line 3: 2024-01-02 appears twice"},
         {day + "20240101,1,0,0\n", north, "line 3: 2024-01-01 comes after 2024-01-02; rows must be in"},
-        {header, "--latitude north", "varnholt: Problem parsing the string: 'NORTH' is not a valid"},
-        {header, "--latitude 90.5", "Latitude \"90.5\" is not within -90 to 90"},
+        {header, "--latitude north", "--latitude: \"north\" is not a latitude from -90 to 90", 2},
+        {header, "--latitude 90.5", "--latitude: \"90.5\" is not a latitude from -90 to 90", 2},
+        {header + "20240102,1,0,0,5\n", north, "line 2: Row 1 has 5 cells, the header has 4"},
+        {day, north + ">>station.csv", "Cannot write standard output: It is also the input"},
         {header, "", "--latitude", 2},
         {header, north + "--columns tmean=x", "\"tmean=x\" is not date=, tmax=, tmin= or precip", 2},
         {header, north + "--out -", "--out: takes a folder", 2},

@@ -32,16 +32,16 @@ constexpr TProgramCase cases[] = {
     {"towns.csv --rows '3, 1 - 2' --columns mm", 0, "   mm\nfloat\n  0.5\n12.80\n    5\n", ""},
     {"towns.csv --limit 0x1", 2, "", "varnholt: --limit: \"0x1\" is not a whole number of 0 or more\nTry 'varnholt table --help'.\n"},
     {"cells.csv --sort v:desc", 0,
-     "                 id                    v      w\n"
-     "              float                float  float\n"
-     "              00501                  100   $100\n"
+     "                 id                    v  w\n"
+     "              float                float  text\n"
+     "              00501                  100  $100\n"
      "                  3                    9\n"
-     "                  8  0.30000000000000004      1\n"
+     "                  8  0.30000000000000004  1\n"
      "                  7                 -999  12.80\n"
-     "4000123412341234567                   NA   0x1F\n", ""},
+     "4000123412341234567                   NA  0x1F\n", ""},
     {"cells.csv --sort w,id:desc --missing 1 --columns w,id --limit 4", 0,
-     "    w                   id\nfloat                float\n12.80                    7\n 0x1F  4000123412341234567\n"
-     " $100                00501\n    1                    8\n", ""},
+     "w                       id\ntext                 float\n$100                 00501\n0x1F   4000123412341234567\n"
+     "12.80                    7\n1                        8\n", ""},
     {"- --columns v,w --sort v --out - <cells.csv", 0,
      "\xEF\xBB\xBFv,w\r\n0.30000000000000004,1\r\n9, \r\n100,$100\r\nNA,0x1F\r\n-999,12.80\r\n", ""},
     {"cells.csv --rows '2, 4' --columns v", 0, "v\ntext\nNA\n-999\n", ""},

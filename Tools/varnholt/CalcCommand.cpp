@@ -126,32 +126,40 @@ void CheckNewColumn(const TCalcOptions& options, const TCsvInput& file) {
                            {file.GetName(), name}));
 }
 
-void ReportRows(const TRowSummary& summary, const TTextCells& textCells) {
+void ReportRows(const TCsvInput& file, const TRowSummary& summary, const TTextCells& textCells) {
+    file.ReportShortRows();
     textCells.Report();
-    if (summary.DivisionsByZero > 0) {
-        Warn(Format(u"%s; rows: %d", {ECalcException::CDivideByZero, summary.DivisionsByZero}));
-    }
-    if (summary.NotNumbers > 0) Warn(Format(u"The value is not a number; rows: %d", {summary.NotNumbers}));
+    const auto report = [&](StringView what, std::int64_t rows) {
+        if (rows > 0) Warn(Format(u"%s: %s; rows: %d", {file.GetName(), what, rows}));
+    };
+    report(ECalcException::CDivideByZero, summary.DivisionsByZero);
+    report(u"The value is not a number", summary.NotNumbers);
+    report(u"The value is infinite or from -1000 to -999, and will be read as missing",
+           summary.ReadAsMissing);
 }
 
 void CalculateFile(TCalc& calc, const TCalcOptions& options, const std::vector<TColumnAlias>& aliases) {
     const TMissingValues missing = options.Input.GetMissingValues();
     const TEncoding& encoding = options.Input.GetEncoding();
-    const String input = FromUtf8(*options.CsvFile), output = FromUtf8(options.OutFile.value_or("-"));
-    CheckOutputs({&input, 1}, {&output, 1});
+    const String input = FromUtf8(*options.CsvFile);
+    std::vector<String> outputs;
+    if (options.OutFile) outputs.push_back(FromUtf8(*options.OutFile));
+    if (!options.OutFile || options.Summary) outputs.emplace_back(u"-");
+    CheckOutputs({&input, 1}, outputs);
 
     TCsvInput file(input, encoding);
     CheckNewColumn(options, file);
     TRowCalculator rows(calc, file, missing, aliases);
     calc.Set_Exp(FromUtf8(options.Expression));
     if (options.Keywords) return PrintKeywords(calc);
+    static_cast<void>(KeywordsOf(calc));  // an unknown one raises before anything is written
 
     const std::unique_ptr<TRowSink> sink = MakeSink(options, file);
     const TRowSummary summary = rows.Run(*sink);
     sink->Finish();
     if (options.Summary) PrintSummary(summary);
     FlushOutput();  // before the warnings
-    ReportRows(summary, rows.GetTextCells());
+    ReportRows(file, summary, rows.GetTextCells());
 }
 
 void RunCalc(const TCalcOptions& options) {

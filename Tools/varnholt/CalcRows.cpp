@@ -56,6 +56,7 @@ std::vector<TKeyword*> KeywordsOf(const TCalc& calc) {
 void TRowSummary::Add(double value) {
     const bool isFirst = Calculated++ == 0;
     if (std::isnan(value)) ++NotNumbers;
+    if (std::isinf(value) || IsMissing(value)) ++ReadAsMissing;
     Min = isFirst || std::isnan(value) ? value : std::min(Min, value);
     Max = isFirst || std::isnan(value) ? value : std::max(Max, value);
     Sum += value;
@@ -98,10 +99,7 @@ TRowSummary TRowCalculator::Run(TRowSink& sink) {
     const std::vector<TColumn*> used = UsedColumns();
     TRowSummary summary;
     while (FFile.ReadRow(FRow)) {
-        if (FRow.size() > FColumns.size()) {
-            FFile.Fail(Format(u"Row %d has %d cells, the header has %d",
-                              {summary.Rows + 1, FRow.size(), FColumns.size()}));
-        }
+        FFile.CheckWidth(FRow);
         ++summary.Rows;
         sink.TakeRow(FRow, Calculate(used, summary));
     }

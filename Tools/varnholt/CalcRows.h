@@ -54,7 +54,8 @@ struct TRowSummary {
     std::int64_t Rows = 0;
     std::int64_t Calculated = 0;
     std::int64_t DivisionsByZero = 0;
-    std::int64_t NotNumbers = 0;  // calculated rows whose value is a NaN, as are the figures then
+    std::int64_t NotNumbers = 0;     // calculated rows whose value is a NaN, as are the figures then
+    std::int64_t ReadAsMissing = 0;  // calculated rows whose value is infinite or a missing code
     double Sum = 0;
     double Min = kMissing;  // of the calculated rows; kMissing without any
     double Max = kMissing;

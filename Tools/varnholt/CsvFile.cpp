@@ -32,11 +32,14 @@ bool IsRegularFile(StringView path) {
     return native && std::filesystem::is_regular_file(*native, error);
 }
 
+StringView OutputPath(StringView output) {
+    return output == kStandard ? u"/dev/stdout" : output;
+}
+
 void CheckOutput(StringView input, StringView output) {
     const bool isStandard = output == kStandard;
     const StringView source = input == kStandard ? u"/dev/stdin" : input;
-    const StringView target = isStandard ? u"/dev/stdout" : output;
-    if (!IsRegularFile(source) || !IsSameFile(source, target)) return;  // a terminal may be both
+    if (!IsRegularFile(source) || !IsSameFile(source, OutputPath(output))) return;  // a terminal may be both
     if (!isStandard && !TDraftFileStream::IsWrittenDirectly(output)) return;
     throw Exception(Format(u"Cannot write %s: It is also the input, and cannot be replaced as a whole",
                            {isStandard ? String(u"standard output") : u"file " + Quoted(output)}));
@@ -51,7 +54,7 @@ TCsvInput::TCsvInput(StringView path, const TEncoding& encoding)
       FFile(OpenInput(path)),
       FText(*FFile, encoding, true, TStreamReader::kBufferSize, ibRefuse),
       FReader(FText) {
-    if (path != kStandard && FProgress.emplace().IsVisible()) FSize = FileSize(path);
+    if (IsRegularFile(path) && FProgress.emplace().IsVisible()) FSize = FileSize(path);
     if (!ReadRow(FHeader)) throw Exception(FName + u" is empty");
     if (!FReader.GetRowEnd().empty()) FFormat.LineEnd = FReader.GetRowEnd();
     FFormat.HasByteOrderMark = FText.GetHasPreamble();
@@ -86,6 +89,20 @@ bool TCsvInput::ReadNext(TRow& row) {
 
 String TCsvInput::AtRow(StringView what) const {
     return Format(u"%s, line %d: %s", {FName, GetLineNumber(), what});
+}
+
+void TCsvInput::CheckWidth(const TRow& row) {
+    if (row.size() > FHeader.size()) FailWidth(row);
+    if (row.size() == FHeader.size() || FShortRows++ > 0) return;
+    FFirstShortRow = AtRow(u"The row has fewer cells than the header, and the others count as missing");
+}
+
+void TCsvInput::ReportShortRows() const {
+    if (FShortRows > 0) Warn(Format(u"%s; rows: %d", {FFirstShortRow, FShortRows}));
+}
+
+void TCsvInput::FailWidth(const TRow& row) const {
+    Fail(Format(u"Row %d has %d cells, the header has %d", {FRowCount - 1, row.size(), FHeader.size()}));
 }
 
 void TCsvInput::Fail(StringView what) const {
@@ -155,9 +172,10 @@ void CheckOutputs(std::span<const String> inputs, std::span<const String> output
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         for (const String& input : inputs) CheckOutput(input, outputs[i]);
         for (const String& other : outputs.subspan(i + 1)) {
-            if (!IsSameFile(outputs[i], other)) continue;
+            const StringView target = OutputPath(outputs[i]);
+            if (!IsRegularFile(target) || !IsSameFile(target, OutputPath(other))) continue;
             throw Exception(
-                Format(u"Cannot write both %s and %s: They are the same file", {outputs[i], other}));
+                Format(u"Cannot write both %s and %s: They are the same file", {target, OutputPath(other)}));
         }
     }
 }

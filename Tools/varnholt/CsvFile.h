@@ -43,6 +43,14 @@ public:
     /// Reads the next row; false at the end of the file. Raises EEncodingError "PATH, line LINE: ..." for bytes
     /// that are not valid in the encoding, and EConvertError "PATH: ..." for a quote that is never closed.
     bool ReadRow(TRow& row);
+    /// Raises EConvertError "PATH, line LINE: Row NUMBER has COUNT cells, the header has COUNT" if the row read
+    /// last has more cells than the header. One with fewer is counted.
+    void CheckWidth(const TRow& row);
+    /// Warns 'PATH, line LINE: The row has fewer cells than the header, and the others count as missing; rows:
+    /// COUNT' if CheckWidth counted any.
+    void ReportShortRows() const;
+    /// Raises as CheckWidth does, also for fewer cells.
+    [[noreturn]] void FailWidth(const TRow& row) const;
     /// The line of the file in which the row read last began.
     [[nodiscard]] std::int64_t GetLineNumber() const noexcept { return FReader.GetLineNumber(); }
 
@@ -62,7 +70,9 @@ private:
     TCsvFormat FFormat;
     std::optional<TProgress> FProgress;  // none where nobody sees it, and at the end of the file
     std::int64_t FSize = 0;
-    std::int64_t FRowCount = 0;
+    std::int64_t FRowCount = 0;  // with the header
+    std::int64_t FShortRows = 0;
+    String FFirstShortRow;
 };
 
 /// Counts cells that hold a text where a number is needed, and keeps the place of the first one.
@@ -105,7 +115,8 @@ private:
 
 /// Raises Exception if writing an output would destroy an input that is still being read: if both are the same
 /// file, by whatever path, and no draft can replace it (TDraftFileStream::IsWrittenDirectly). Also raises if two
-/// outputs are the same file. "-" is standard input and output. Call it before anything is opened.
+/// outputs are the same file. "-" is standard input and output; among the outputs it stands for all that is
+/// printed. Call it before anything is opened.
 void CheckOutputs(std::span<const String> inputs, std::span<const String> outputs);
 
 }  // namespace Varnholt::Tool

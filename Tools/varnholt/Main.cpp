@@ -38,16 +38,27 @@ std::size_t EditDistance(const std::string& from, const std::string& to) {
     return row.back();
 }
 
-/// A hint at the name that is most like the one given, or nothing if none is like it.
+/// A hint at the name that is most like the one given, or nothing if less than half of it is.
 std::string NearestHint(const std::string& given, const std::vector<std::string>& names) {
+    const auto withoutDashes = [](const std::string& text) {
+        return text.substr(std::min(text.find_first_not_of('-'), text.size()));
+    };
     std::string nearest;
-    std::size_t least = given.size();  // no letter in common
+    std::size_t least = withoutDashes(given).size() / 2 + 1;
     for (const std::string& name : names) {
-        const std::size_t distance = EditDistance(given, name);
+        const std::size_t distance = EditDistance(withoutDashes(given), withoutDashes(name));
         if (distance < least) nearest = name;
         least = std::min(least, distance);
     }
     return nearest.empty() ? "" : "; the nearest is " + nearest;
+}
+
+/// Bytes that are not UTF-8 would be replaced, and another file be read or written. Raises CLI::ValidationError.
+void CheckEncoding(int argc, const char* const* argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (ToUtf8(FromUtf8(argv[i])) == argv[i]) continue;
+        throw CLI::ValidationError("Argument " + std::to_string(i) + " is not valid UTF-8");
+    }
 }
 
 /// A first argument that is neither an option nor a command raises CLI::ValidationError.
@@ -90,6 +101,7 @@ int RunCommand(int argc, char** argv) {
     AddReportCommand(app);
     AddTableCommand(app);
     try {
+        CheckEncoding(argc, argv);
         CheckCommand(app, argc, argv);
         app.parse(argc, argv);
         if (app.get_subcommands().empty()) {

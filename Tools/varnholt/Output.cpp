@@ -11,7 +11,7 @@
 namespace Varnholt::Tool {
 namespace {
 
-bool HasPrinted = false;
+bool hasPrinted = false;
 
 [[noreturn]] void RaiseWriteError(int error) {
     const String message = u"Cannot write standard output: " + SystemReason(error);
@@ -22,7 +22,7 @@ bool HasPrinted = false;
 }  // namespace
 
 void Print(StringView text) {
-    HasPrinted = true;
+    hasPrinted = true;
     const std::string bytes = ToUtf8(text);
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError(errno);
 }
@@ -38,7 +38,7 @@ void FlushOutput() {
 String OnOneLine(StringView text) {
     String line(text);
     std::ranges::replace_if(
-        line, [](Char c) { return c < u' '; }, u' ');
+        line, [](Char c) { return c < u' ' || (c >= 0x7F && c <= 0x9F); }, u' ');
     return line;
 }
 
@@ -55,7 +55,7 @@ TProgress::~TProgress() {
 void TProgress::Show(std::int64_t done, std::int64_t whole) {
     const std::int64_t percent =
         std::clamp<std::int64_t>(done * 100 / std::max<std::int64_t>(whole, 1), 0, 100);
-    const bool isAmongOutput = HasPrinted && isatty(STDOUT_FILENO) == 1;
+    const bool isAmongOutput = hasPrinted && isatty(STDOUT_FILENO) == 1;
     if (!FVisible || percent == FShown || isAmongOutput) return;
     FShown = percent;
     std::fprintf(stderr, "\r%3d %%", static_cast<int>(percent));

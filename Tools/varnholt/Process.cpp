@@ -14,7 +14,7 @@
 namespace Varnholt::Tool {
 namespace {
 
-bool WasPipeIgnored = false;
+bool wasPipeIgnored = false;
 
 void PrintRaw(std::string_view line) noexcept {
     static_cast<void>(!write(STDERR_FILENO, line.data(), line.size()));
@@ -65,12 +65,12 @@ void PrepareProcess() {
     OpenIfClosed(STDOUT_FILENO, O_RDONLY);
     OpenIfClosed(STDERR_FILENO, O_RDONLY);
     for (const int number : {SIGHUP, SIGINT, SIGTERM}) HandleSignal(number);
-    WasPipeIgnored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
+    wasPipeIgnored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
 
 void EndByBrokenPipe() {
-    if (WasPipeIgnored) return;
+    if (wasPipeIgnored) return;
     static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     static_cast<void>(raise(SIGPIPE));
 }

@@ -78,11 +78,12 @@ std::vector<float> ReadNumbers(const std::string& option, const std::string& tex
 }
 
 float ReadLatitude(const std::string& text) {
-    const float latitude = GetLatitudeValue(FromUtf8(text));
-    if (!(latitude >= -90 && latitude <= 90)) {
-        throw EArgumentException(Format(u"Latitude \"%s\" is not within -90 to 90", {FromUtf8(text)}));
+    try {
+        const float latitude = GetLatitudeValue(FromUtf8(text));
+        if (latitude >= -90 && latitude <= 90) return latitude;
+    } catch (const Exception&) {  // no latitude at all
     }
-    return latitude;
+    RaiseWrongUsage("--latitude", Format(u"\"%s\" is not a latitude from -90 to 90", {FromUtf8(text)}));
 }
 
 TSite ReadSite(const TReportOptions& options) {
@@ -100,26 +101,28 @@ TSite ReadSite(const TReportOptions& options) {
     return site;
 }
 
-/// The folder for the files of the report, checked before anything is read.
+/// The folder for the files of the report.
 std::optional<String> ReadOutFolder(const TReportOptions& options) {
     if (!options.OutFolder) return std::nullopt;
     if (*options.OutFolder == "-") RaiseWrongUsage("--out", u"takes a folder, not standard output");
-    String folder = FromUtf8(*options.OutFolder);
-    CheckReportFiles(folder, FromUtf8(options.File));
-    return folder;
+    return FromUtf8(*options.OutFolder);
 }
 
 void RunReport(const TReportOptions& options) {
     const TStationColumns columns = options.Columns ? ReadColumns(*options.Columns) : TStationColumns();
     const TSite site = ReadSite(options);
     const std::optional<String> folder = ReadOutFolder(options);
-    TCsvInput file(FromUtf8(options.File), options.Input.GetEncoding());
+    const String path = FromUtf8(options.File), printed = u"-";
+    CheckOutputs({&path, 1}, {&printed, 1});
+    if (folder) CheckReportFiles(*folder, path);
+    TCsvInput file(path, options.Input.GetEncoding());
     const TStation station = ReadStation(file, columns, options.Input.GetMissingValues());
-    WarnOfFindings(station);
     const TStationSummary summary = Summarise(station, site);
-    PrintReport(ExtractFileName(file.GetName()), summary);
-    FlushOutput();
     if (folder) WriteReportFiles(*folder, summary);
+    PrintReport(ExtractFileName(file.GetName()), summary);
+    FlushOutput();  // before the warnings
+    file.ReportShortRows();
+    WarnOfFindings(station);
 }
 
 }  // namespace
@@ -128,20 +131,29 @@ void AddReportCommand(CLI::App& app) {
     const auto options = std::make_shared<TReportOptions>();
     CLI::App* report = app.add_subcommand("report", "Summarise the climate of a station");
     report->add_option("file", options->File, "CSV file with a row for each day; - is standard input")
-        ->required();
+        ->required()
+        ->type_name("");
     report->add_option("--latitude", options->Latitude, "For example '47 DEG 36 MIN N', 33.5S or 47.6")
-        ->required();
-    report->add_option("--columns", options->Columns,
-                       "Names of the columns; the default is "
-                       "date=date,tmax=temp_max,tmin=temp_min,precipitation=precipitation");
-    CLI::Option* sunshine = report->add_option("--sunshine", options->Sunshine,
-                                               "Hours of sunshine in each month, twelve numbers with commas");
+        ->required()
+        ->type_name("LATITUDE");
+    report
+        ->add_option("--columns", options->Columns,
+                     "Names of the columns; the default is "
+                     "date=date,tmax=temp_max,tmin=temp_min,precipitation=precipitation")
+        ->type_name("ROLE=COLUMN,...");
+    CLI::Option* sunshine = report
+                                ->add_option("--sunshine", options->Sunshine,
+                                             "Hours of sunshine in each month, twelve numbers with commas")
+                                ->type_name("HOURS");
     report
         ->add_option("--angstrom", options->Angstrom,
                      "Constants of the Angstrom formula for radiation; the default is 0.25,0.5")
+        ->type_name("A,B")
         ->needs(sunshine);
-    report->add_option("--out", options->OutFolder,
-                       "Folder for monthly.csv, yearly.csv and summary.csv, which are replaced together");
+    report
+        ->add_option("--out", options->OutFolder,
+                     "Folder for monthly.csv, yearly.csv and summary.csv, which are replaced together")
+        ->type_name("FOLDER");
     AddInputOptions(*report, options->Input);
     report->callback([options] { RunReport(*options); });
 }

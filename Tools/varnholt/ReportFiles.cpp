@@ -96,7 +96,9 @@ void CheckReportFiles(StringView folder, StringView stationPath) {
                                       : StringView();
         if (!reason.empty()) throw Exception(Format(u"Cannot write file \"%s\": %s", {path, reason}));
     }
-    CheckOutputs({}, paths);
+    std::vector<String> outputs(paths.begin(), paths.end());
+    outputs.emplace_back(u"-");
+    CheckOutputs({}, outputs);
 }
 
 void WriteReportFiles(StringView folder, const TStationSummary& summary) {

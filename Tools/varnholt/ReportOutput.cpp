@@ -21,19 +21,19 @@ void PrintStation(StringView title, const TStationSummary& summary) {
     PrintLine(Format(u"Report on %s", {title}));
     PrintLine({});
     PrintLine(Format(
-        u"Period    %s to %s, %d rows, %d days without a row",
+        u"Period       %s to %s, %d rows, %d days without a row",
         {DateText(summary.FirstDate), DateText(summary.LastDate), summary.Rows, summary.DaysWithoutRow}));
-    PrintLine(Format(u"Latitude  %.4f", {summary.Latitude}));
-    PrintLine(Format(u"Missing   %d maxima, %d minima, %d precipitation values",
+    PrintLine(Format(u"Latitude     %.4f", {summary.Latitude}));
+    PrintLine(Format(u"Missing      %d maxima, %d minima, %d precipitation values",
                      {summary.MissingTMax, summary.MissingTMin, summary.MissingPrecipitation}));
     PrintLine(
-        Format(u"Doubtful  %d temperatures, %d maxima below minima, %d precipitation values",
+        Format(u"Implausible  %d temperatures, %d maxima below minima, %d precipitation values",
                {summary.Count(TImplausible::Temperature), summary.Count(TImplausible::MaximumBelowMinimum),
                 summary.Count(TImplausible::NegativePrecipitation) +
                     summary.Count(TImplausible::ExcessivePrecipitation)}));
     if (std::ranges::count(summary.Implausible, 0) == std::ssize(summary.Implausible)) return;
     PrintLine(
-        u"Doubtful are temperatures outside -95 to 65 degrees, maxima below the minimum of the day, and");
+        u"Implausible are temperatures outside -95 to 65 degrees, maxima below the minimum of the day, and");
     PrintLine(u"precipitation below 0 or above 2,000 mm a day. All figures include these values.");
 }
 

@@ -123,6 +123,7 @@ void TStationReader::CheckWeather(const TStationDay& day) {
 
 TStation TStationReader::Read() {
     while (FFile.ReadRow(FRow)) {
+        FFile.CheckWidth(FRow);
         TStationDay day;
         day.Date = DateCell();
         day.TMax = NumberCell(FTMax);
@@ -154,7 +155,8 @@ void WarnOfFindings(const TStation& station) {
     }
     String codes;
     for (const String& code : station.PossibleCodes) codes += (codes.empty() ? u"" : u",") + code;
-    if (!codes.empty()) Warn(Format(u"If %s stands for a missing value, use --missing=%s", {codes, codes}));
+    if (!codes.empty())
+        Warn(Format(u"If any of %s stands for a missing value, use --missing=%s", {codes, codes}));
 }
 
 String DateText(std::chrono::year_month_day date) {

@@ -32,6 +32,8 @@ std::size_t ReadLimit(const std::string& text) {
     std::size_t limit = 0;
     const char* const textEnd = text.data() + text.size();
     const auto [end, error] = std::from_chars(text.data(), textEnd, limit);
+    if (error == std::errc::result_out_of_range && end == textEnd)
+        return std::numeric_limits<std::size_t>::max();
     if (error != std::errc() || end != textEnd) {
         throw CLI::ValidationError("--limit", "\"" + text + "\" is not a whole number of 0 or more");
     }
@@ -93,7 +95,7 @@ void AddTableCommand(CLI::App& app) {
         ->type_name("RANGES");
     table->add_option("--columns", options->Columns, "Columns to show, in this order")
         ->type_name("COLUMN,...");
-    table->add_option("--limit", options->Limit, "Show at most so many rows, after sorting")
+    table->add_option("--limit", options->Limit, "Show at most this many rows, after sorting")
         ->type_name("COUNT");
     table
         ->add_option("--out", options->OutFile,

@@ -7,6 +7,20 @@
 namespace Varnholt::Tool {
 namespace {
 
+/// The type that a cell calls for: text also where the statistics read no number, as in "$1F".
+TVarType TypeOfCell(StringView cell, const TMissingValues& missing) {
+    double value = 0;
+    switch (missing.Read(cell, value)) {
+        case ckMissing:
+            return varEmpty;
+        case ckText:
+            return varString;
+        case ckNumber:
+            break;
+    }
+    return TStringGridInfo::GetTypeOfValueString(cell);
+}
+
 bool IsMissingCell(StringView cell, const TMissingValues& missing) {
     double value = 0;
     return missing.Read(cell, value) == ckMissing;
@@ -47,10 +61,7 @@ TVarType TypeOfColumn(const TStringGrid& grid, std::span<const std::int32_t> row
                       const TMissingValues& missing) {
     TVarType type = varEmpty;
     for (const std::int32_t row : rows) {
-        const StringView cell = grid.GetCell(column, row);
-        if (!IsMissingCell(cell, missing)) {
-            type = std::max(type, TStringGridInfo::GetTypeOfValueString(cell));
-        }
+        type = std::max(type, TypeOfCell(grid.GetCell(column, row), missing));
         if (type == varString) break;
     }
     return type == varEmpty ? varString : type;

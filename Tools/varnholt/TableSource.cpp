@@ -33,10 +33,7 @@ TTableFile ReadTable(StringView path, const TEncoding& encoding) {
     file.Grid->SetFixedRows(1);
     TRow row;
     while (input.ReadRow(row)) {
-        if (row.size() != width) {
-            input.Fail(Format(u"Row %d has %d cells, the header has %d",
-                              {file.Grid->GetRowCount(), row.size(), width}));
-        }
+        if (row.size() != width) input.FailWidth(row);
         AddGridRow(*file.Grid, row);
     }
     return file;

@@ -15,8 +15,8 @@
 ///         case ckText: Report(cell); break;            // neither: "3,5" or "trace"
 ///     }
 ///
-/// Numbers compare after rounding to 32 bits, because the statistics work on 32-bit floats: what is missing
-/// here is missing there. So -998.99999999 is missing.
+/// The usual range compares after rounding to 32 bits, because the statistics work on 32-bit floats: what is
+/// missing here is missing there. So -998.99999999 is missing.
 ///
 /// Uses Platform/Runtime/Numbers.h. Threads: an object that does not change may be used on any number of
 /// threads at once.
@@ -41,8 +41,8 @@ class VARNHOLT_EXPORT TMissingValues {
 public:
     /// The usual missing values only: a blank cell, "NA", "NaN", and the numbers for which IsMissing is true.
     TMissingValues() = default;
-    /// Also these codes, with commas between: numbers, which match every spelling of the same number, and
-    /// texts. Blanks around a code and empty codes are ignored.
+    /// Also these codes, with commas between: numbers, in any spelling, and texts. A whole number up
+    /// to 2^53 matches itself only; any other number matches those with the same rounding to 32 bits. Blanks around a code and empty codes are ignored.
     explicit TMissingValues(StringView codes);
 
     /// What the cell holds, and the value if it is a number; otherwise the value is left alone. A number is
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] TCellKind Read(StringView cell, double& value) const;
 
 private:
-    std::vector<float> FNumbers;
+    std::vector<double> FNumbers;
     std::vector<String> FTexts;
 };
 
