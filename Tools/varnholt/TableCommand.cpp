@@ -46,6 +46,15 @@ std::vector<std::int32_t> AllRows(const TTableFile& file) {
     return rows;
 }
 
+std::vector<std::int32_t> PickRows(const TTableOptions& options, const TTableFile& file) {
+    if (!options.Rows) return AllRows(file);
+    try {
+        return ReadRowNumbers(FromUtf8(*options.Rows), file);
+    } catch (const EArgumentException& failure) {
+        throw CLI::ValidationError("--rows", failure.what());
+    }
+}
+
 void RunTable(const TTableOptions& options) {
     const auto limit = options.Limit ? ReadLimit(*options.Limit) : std::numeric_limits<std::size_t>::max();
     const TMissingValues missing = options.Input.GetMissingValues();
@@ -56,7 +65,7 @@ void RunTable(const TTableOptions& options) {
     const TTableFile file = ReadTable(input, encoding);
     const TColumnNames names(file);
     const TSortOperation keys = options.Sort ? names.ReadSortKeys(FromUtf8(*options.Sort)) : TSortOperation();
-    TTableView view{file, options.Rows ? ReadRowNumbers(FromUtf8(*options.Rows), file) : AllRows(file),
+    TTableView view{file, PickRows(options, file),
                     options.Columns ? names.ReadColumns(FromUtf8(*options.Columns)) : names.AllColumns()};
     std::vector<TVarType> types;
     if (!options.OutFile) {

@@ -22,6 +22,15 @@ void AddGridRow(TStringGrid& grid, const TRow& cells) {
     for (const String& cell : cells) grid.SetCell(col++, row, cell);
 }
 
+TRangeParser ParseRanges(StringView text) {
+    try {
+        return TRangeParser(text);
+    } catch (const Exception&) {
+        throw EArgumentException(
+            Format(u"\"%s\" is not a list of ranges such as 1 - 5, 8 without a row that repeats", {text}));
+    }
+}
+
 }  // namespace
 
 TTableFile ReadTable(StringView path, const TEncoding& encoding) {
@@ -40,7 +49,7 @@ TTableFile ReadTable(StringView path, const TEncoding& encoding) {
 }
 
 std::vector<std::int32_t> ReadRowNumbers(StringView text, const TTableFile& file) {
-    const TRangeParser ranges(text);
+    const TRangeParser ranges = ParseRanges(text);
     if (ranges.GetCount() == 0) throw EArgumentException(u"No rows are given");
     const std::int32_t last = file.Grid->GetRowCount() - 1;
     for (const TRange& range : ranges.ToArray()) {

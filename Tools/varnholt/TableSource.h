@@ -22,9 +22,8 @@ struct TTableFile {
 /// number of cells than the header.
 [[nodiscard]] TTableFile ReadTable(StringView path, const TEncoding& encoding);
 
-/// The row numbers of ranges such as "1 - 5, 8", in the order of the text. Raises what TRangeParser raises,
-/// EArgumentException "No rows are given" for an empty text, and ERangeError for a row that the file does not
-/// have.
+/// The row numbers of ranges such as "1 - 5, 8", in the order of the text. Raises EArgumentException for
+/// any other text, "No rows are given" for an empty one, and ERangeError for a row that the file does not have.
 [[nodiscard]] std::vector<std::int32_t> ReadRowNumbers(StringView text, const TTableFile& file);
 
 /// The names of a table's columns, and lists of them as the command line gives them. Names compare exactly,
