@@ -211,6 +211,7 @@ TEST_P(DraftFileTest, LeavesTheFormerFileWithoutACommit) {
 /// What a process does to end in the middle of writing two files. With SIGXFSZ ignored (for signal 0) the
 /// system takes the part that still fits, refuses the rest, and the process ends by itself.
 [[noreturn]] void EndWhileWriting(int signal, bool hasHandler) {
+    std::signal(signal, SIG_DFL);  // whatever the process that started the test ignores
     if (hasHandler)
         std::signal(signal, [](int) {
             RemoveDraftFiles();
