@@ -56,7 +56,10 @@ public:
             const std::size_t equals = std::min(value.find('='), value.size());
             const String name = FromUtf8(value.substr(0, equals));
             const bool isValid = equals < value.size() && take(name, FromUtf8(value.substr(equals + 1)));
-            if (!isValid) throw CLI::ValidationError(option, "\"" + value + "\" is not " + form);
+            if (!isValid) {
+                const String message = Format(u"\"%s\" is not %s", {FromUtf8(value), FromUtf8(form)});
+                throw CLI::ValidationError(option, ToUtf8(message));
+            }
             if (!IsKeywordName(name)) {
                 throw CLI::ValidationError(option, "An expression cannot hold the name of \"" + value + "\"");
             }
