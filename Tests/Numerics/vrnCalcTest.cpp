@@ -83,7 +83,8 @@ TEST(Calc, Failures) {
     }
     for (const auto& [expression, number] : noNumbers) {
         const String message = u"'" + String(number) + u"' is not a valid floating point value";
-        EXPECT_EQ(Raised<EConvertError>([&] { TCalc calc(expression); }), message) << ToUtf8(expression);
+        EXPECT_EQ(Raised<EConvertError>([&, &expression = expression] { TCalc calc(expression); }), message)
+            << ToUtf8(expression);
     }
     for (const auto& [expression, message] : calculationFailures) {
         TCalc calc(expression);
