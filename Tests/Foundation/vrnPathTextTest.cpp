@@ -26,7 +26,7 @@ TEST(vrnPathText, TakesPathsApartAndPutsThemRight) {
         // clang-format off
         {AddTrailingSlashIfRequired, {{u"C:\\a", u"C:\\a\\"}, {u"C:\\a\\", u"C:\\a\\"}, {u"", u"\\"}}},
         {StripFileName, {{u"C:\\a.b\\c.tar.gz", u"c.tar"}, {u"C:\\a.b\\c", u"c"}, {u".x", u""},
-                         {u"C:\\a\\", u""}}},
+                         {u"C:\\a\\", u""}, {u"C:x.txt", u"x"}}},
         {ExtractFinalPathElement, {{u"C:\\a\\bc\\", u"bc"}, {u"C:\\a\\bc", u"bc"}, {u"C:\\a\\b", u"b"},
                                    {u"a\\\\", u""}, {u"\\", u""}, {u"", u""}, {u"x", u"x"}}},
         {TStringTools::GetDirectoryElement, {{u"\\", u""}, {u"C:\\Data\\", u"Data"}}},

@@ -67,7 +67,7 @@ TEST(vrnString, GivesTexts) {
         {TrimString(u"a=b=c", u'='), u"b=c"}, {TrimString(u"abc", u'='), u"abc"},
         {TrimString(u"abc=", u'='), u""}, {StripChars(u"1.234,50", u",."), u"123450"},
         {StripChars(u"a\U0001F327b\U0001F328", u"\U0001F327"), u"ab\U0001F328"},  // pairs share a half
-        {EnsureStringLeading(u"http:", u"HTTP:a", true), u"HTTP:a"},
+        {EnsureStringLeading(u"hTTp:", u"HttP:a", true), u"HttP:a"},
         {EnsureStringLeading(u"", u"x", false), u"x"},
         {EnsureStringLeading(u"\u00E4", u"\u00C4x", true), u"\u00E4\u00C4x"},  // only ASCII letters fold
         {EnsureStringLeading(u"http:", u"HTTP:a", false), u"http:HTTP:a"},

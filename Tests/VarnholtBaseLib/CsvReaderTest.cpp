@@ -53,7 +53,7 @@ TEST(CsvReaderTest, ReadsRowsInChunksOfAnySize) {
         {u"\"a\r\nb\nc\rd\r\",1\r\n\"\n\"\nz", u"1[a\r\nb\nc\rd\r|1]6[\n]8[z]"},
         {u"\"a\" b\"c\",d\"e\"\n \"f\",\"g\"h", u"1[a b\"c\"|d\"e\"]2[ \"f\"|gh]"},
         {u"a,b,", u"1[a|b|]"}, {u"\"a\",\"\"", u"1[a|]"},
-        {u"a,\"1\n2\"\n\"", u"1[a|1\n2]" + open}, {u"a\r\n\r\nc,\"d\n\ne,f\n", u"1[a]" + open},
+        {u"a,\"1\n2\"\n\"", u"1[a|1\n2]" + open}, {u"1\n\"a\nb\",\"c\n", u"1[1]" + open}, {u"a\r\n\r\nc,\"d\n\ne,f\n", u"1[a]" + open},
         // A field counts 16 and its characters, quotes and line ends in quotes included.
         {u"a,123456789012345678901234567\r\n\r\n" + String(45, u'x'),
          u"1[a|123456789012345678901234567]" + tooLong},
