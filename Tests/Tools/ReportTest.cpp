@@ -123,10 +123,17 @@ TEST_F(ReportTest, SampleStationAgreesWithAnotherReckoning) {
         EXPECT_NEAR(std::stod(rows[name]), value, 1e-5 * std::fabs(value)) << name;
     }
     std::istringstream july(Written(u"monthly.csv")["7"]);
-    for (const double value : {20.097984, 12.05, 1.75, 15.429222, 41.5146, 23.811685, 192.79586}) {
+    const std::pair<const char*, double> columns[] = {{"mean_temperature", 20.097984},
+                                                      {"precipitation", 12.05},
+                                                      {"wet_days", 1.75},
+                                                      {"day_length", 15.429222},
+                                                      {"radiation, top", 41.5146},
+                                                      {"radiation, surface", 23.811685},
+                                                      {"pet", 192.79586}};
+    for (const auto& [name, value] : columns) {
         std::string cell;
         std::getline(july, cell, ',');
-        EXPECT_NEAR(std::stod(cell), value, 1e-6 * value);
+        EXPECT_NEAR(std::stod(cell), value, 1e-6 * value) << name;
     }
 }
 
@@ -148,7 +155,7 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
         "missing; rows: 1\nvarnholt: station.csv, line 36: \"wet\" in column temp_max is not a number and "
         "counts as missing; "
         "cells: 2\n");
-    EXPECT_THAT(Printed(), HasSubstr("1095 rows, 1 days without a row\nLatitude     -33.5000\n"
+    EXPECT_THAT(Printed(), HasSubstr("1095 rows, 1 day without a row\nLatitude     -33.5000\n"
                                      "Missing      3 maxima, 2 minima, 3 precipitation values\n"));
     EXPECT_THAT(Printed(), HasSubstr("shape of a gamma distribution fitted to 32 monthly totals"));
     EXPECT_THAT(Printed(), ContainsRegex("yearly_tmean_slope +-999  not calculated: it needs the mean"));
@@ -192,8 +199,7 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
         "is; cells: 2\n"
         "varnholt: station.csv, line 4: \"2000.1\" in column precipitation is above 2,000 mm and is used "
         "as it is; cells: 1\n"
-        "varnholt: If any of -9999,-9999.0,-99.9 stands for a missing value, use "
-        "--missing=-9999,-9999.0,-99.9\n");
+        "varnholt: If any of -9999,-99.9 stands for a missing value, use --missing=-9999,-99.9\n");
     EXPECT_THAT(Content(u"summary.csv"),
                 HasSubstr("\nimplausible_temperature,4\nmaximum_below_minimum,1\nnegative_precipitation,2\n"
                           "precipitation_above_2000_mm,1\n"));
@@ -201,7 +207,7 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
     EXPECT_THAT(Printed(), StartsWith("Report on standard input\n"));
     EXPECT_THAT(
         Printed(),
-        HasSubstr("Missing      1 maxima, 1 minima, 1 precipitation values\nImplausible  2 temperatures"));
+        HasSubstr("Missing      1 maximum, 1 minimum, 1 precipitation value\nImplausible  2 temperatures"));
     EXPECT_THAT(Told(), Not(HasSubstr("--missing")));
 }
 
@@ -217,6 +223,9 @@ TEST_F(ReportTest, FilesAreReplacedTogether) {
     EXPECT_EQ(Run("--help; mkdir hard; ln former.csv hard/yearly.csv; " + report + "--out hard"), 1);
     EXPECT_THAT(Told(), HasSubstr("It cannot be replaced together with the other files"));
     EXPECT_EQ(Content(u"former.csv"), "former");
+    EXPECT_EQ(Run("--help; mkdir d; ln -s yearly.csv d/monthly.csv; " + report + "--out d"), 1);
+    EXPECT_FALSE(FileExists(Folder.GetPath(u"d/yearly.csv")));
+    EXPECT_EQ(Run("--help; mkdir s; " + report + "--out s >s/summary.csv"), 1);
     Write(u"summary.csv", ThreeYears());
     EXPECT_EQ(Run("- --latitude 0 --out . <summary.csv"), 1);
     EXPECT_THAT(Told(), HasSubstr("summary.csv\": It is also the input"));
@@ -265,6 +274,8 @@ TEST_F(ReportTest, BadInputIsTold) {
         {day, north + ">>station.csv", "Cannot write standard output: It is also the input"},
         {header, "", "--latitude", 2},
         {header, north + "--columns tmean=x", "\"tmean=x\" is not date=, tmax=, tmin= or precip", 2},
+        {header, north + "--columns tmin=a,tmin=b", "--columns: \"tmin=b\" gives a column a second time", 2},
+        {"d,t\n", north + "--columns date=d,tmax=x,y=,tmin=t", "Column \"x,y=\" not found"},
         {header, north + "--out -", "--out: takes a folder", 2},
         {header, north + "--sunshine ''", "--sunshine: takes 12 numbers, not 0", 2},
         {header, north + kSunshine + " --angstrom 0.2,x", "\"x\" is not a number of 0 or more", 2},

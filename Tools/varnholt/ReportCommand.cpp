@@ -37,26 +37,43 @@ struct TReportOptions {
     throw CLI::ValidationError(option, ToUtf8(message));
 }
 
+/// Reads ROLE=COLUMN,... A name may hold commas: it ends only at one that is followed by a role and "=".
 TStationColumns ReadColumns(const std::string& text) {
+    struct TRole {
+        StringView Prefix;
+        String* Name;
+        bool IsGiven = false;
+    };
     TStationColumns columns;
-    std::vector<String> parts = SplitString(FromUtf8(text), u',', false);
-    if (parts.empty()) parts.emplace_back();
-    for (const String& part : parts) {
-        const std::size_t equals = std::min(part.find(u'='), part.size());
-        const StringView role = StringView(part).substr(0, equals);
-        String* name = role == u"date"            ? &columns.Date
-                       : role == u"tmax"          ? &columns.TMax
-                       : role == u"tmin"          ? &columns.TMin
-                       : role == u"precipitation" ? &columns.Precipitation
-                                                  : nullptr;
-        if (name == nullptr || equals + 1 >= part.size()) {
+    TRole roles[] = {{u"date=", &columns.Date},
+                     {u"tmax=", &columns.TMax},
+                     {u"tmin=", &columns.TMin},
+                     {u"precipitation=", &columns.Precipitation}};
+    const auto roleAt = [&](StringView part) {
+        return std::ranges::find_if(roles, [&](const TRole& role) { return part.starts_with(role.Prefix); });
+    };
+    const String whole = FromUtf8(text);
+    StringView rest = whole;
+    do {
+        std::size_t end = rest.find(u',');
+        while (end < rest.size() && roleAt(rest.substr(end + 1)) == std::end(roles)) {
+            end = rest.find(u',', end + 1);
+        }
+        const StringView part = rest.substr(0, end);
+        TRole* const role = roleAt(part);
+        if (role == std::end(roles) || part == role->Prefix) {
             RaiseWrongUsage("--columns",
                             Format(u"\"%s\" is not date=, tmax=, tmin= or precipitation= with the "
                                    u"name of a column",
                                    {part}));
         }
-        *name = part.substr(equals + 1);
-    }
+        if (role->IsGiven) {
+            RaiseWrongUsage("--columns", Format(u"\"%s\" gives a column a second time", {part}));
+        }
+        role->IsGiven = true;
+        *role->Name = part.substr(role->Prefix.size());
+        rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    } while (!rest.empty());
     return columns;
 }
 

@@ -20,17 +20,23 @@ String Cell(std::optional<double> value, int width, int decimals) {
 void PrintStation(StringView title, const TStationSummary& summary) {
     PrintLine(Format(u"Report on %s", {title}));
     PrintLine({});
-    PrintLine(Format(
-        u"Period       %s to %s, %d rows, %d days without a row",
-        {DateText(summary.FirstDate), DateText(summary.LastDate), summary.Rows, summary.DaysWithoutRow}));
-    PrintLine(Format(u"Latitude     %.4f", {summary.Latitude}));
-    PrintLine(Format(u"Missing      %d maxima, %d minima, %d precipitation values",
-                     {summary.MissingTMax, summary.MissingTMin, summary.MissingPrecipitation}));
     PrintLine(
-        Format(u"Implausible  %d temperatures, %d maxima below minima, %d precipitation values",
-               {summary.Count(TImplausible::Temperature), summary.Count(TImplausible::MaximumBelowMinimum),
-                summary.Count(TImplausible::NegativePrecipitation) +
-                    summary.Count(TImplausible::ExcessivePrecipitation)}));
+        Format(u"Period       %s to %s, %s, %s without a row",
+               {DateText(summary.FirstDate), DateText(summary.LastDate),
+                Counted(summary.Rows, u"row", u"rows"), Counted(summary.DaysWithoutRow, u"day", u"days")}));
+    PrintLine(Format(u"Latitude     %.4f", {summary.Latitude}));
+    const auto rainValues = [](std::int64_t count) {
+        return Counted(count, u"precipitation value", u"precipitation values");
+    };
+    PrintLine(Format(u"Missing      %s, %s, %s", {Counted(summary.MissingTMax, u"maximum", u"maxima"),
+                                                  Counted(summary.MissingTMin, u"minimum", u"minima"),
+                                                  rainValues(summary.MissingPrecipitation)}));
+    PrintLine(Format(u"Implausible  %s, %s, %s",
+                     {Counted(summary.Count(TImplausible::Temperature), u"temperature", u"temperatures"),
+                      Counted(summary.Count(TImplausible::MaximumBelowMinimum), u"maximum below the minimum",
+                              u"maxima below minima"),
+                      rainValues(summary.Count(TImplausible::NegativePrecipitation) +
+                                 summary.Count(TImplausible::ExcessivePrecipitation))}));
     if (std::ranges::count(summary.Implausible, 0) == std::ssize(summary.Implausible)) return;
     PrintLine(
         u"Implausible are temperatures outside -95 to 65 degrees, maxima below the minimum of the day, and");

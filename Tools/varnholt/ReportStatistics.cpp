@@ -90,7 +90,7 @@ void AddGammaFit(TQuantityList& list, const TStationSummary& summary) {
     String which = IntToStr(summary.FullMonths) + u" monthly totals", dry;
     if (summary.DryMonths > 0) {
         which = Format(u"the %d of %s that are above 0 mm", {summary.FullMonths - summary.DryMonths, which});
-        dry = Format(u", the other %d months counting as 0 mm", {summary.DryMonths});
+        dry = Format(u", the other %s counting as 0 mm", {Counted(summary.DryMonths, u"month", u"months")});
     }
     list.Add(u"monthly_precipitation_gamma_alpha", summary.GammaAlpha,
              u"shape of a gamma distribution fitted to " + which);
@@ -157,6 +157,10 @@ std::vector<TQuantity> Statistics(const TStationSummary& summary) {
     AddGammaFit(list, summary);
     AddTrends(list, summary);
     return list.Take();
+}
+
+String Counted(std::int64_t count, StringView singular, StringView plural) {
+    return Format(u"%d %s", {count, count == 1 ? singular : plural});
 }
 
 String NumberText(std::optional<double> value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -14,11 +15,14 @@ struct TQuantity {
     String Meaning;  // one line for people, or why the value is missing; empty for a fact of the station
 };
 
-/// The station's rows, missing and doubtful values, dates and latitude.
+/// The station's rows, missing and implausible values, dates and latitude.
 [[nodiscard]] std::vector<TQuantity> StationFacts(const TStationSummary& summary);
 
 /// The statistics. Their number and order is always the same.
 [[nodiscard]] std::vector<TQuantity> Statistics(const TStationSummary& summary);
+
+/// The count with its unit, such as "1 row" and "2 rows".
+[[nodiscard]] String Counted(std::int64_t count, StringView singular, StringView plural);
 
 /// The number with 7 significant digits; -999 for none.
 [[nodiscard]] String NumberText(std::optional<double> value);

@@ -56,13 +56,14 @@ private:
     [[nodiscard]] std::chrono::year_month_day DateCell() const;
     float NumberCell(std::size_t index);
     void CheckWeather(const TStationDay& day);
-    void AddImplausible(TImplausible kind, std::size_t index);
+    void AddImplausible(TImplausible kind, std::size_t index, float value);
 
     TCsvInput& FFile;
     const TMissingValues& FMissing;
     TRow FRow;
     std::size_t FDate, FTMax, FTMin, FPrecipitation;  // places in a row
     TStation FStation;
+    std::vector<float> FPossibleCodes;  // the numbers of FStation.PossibleCodes
 };
 
 TStationReader::TStationReader(TCsvInput& file, const TStationColumns& columns, const TMissingValues& missing)
@@ -94,16 +95,16 @@ float TStationReader::NumberCell(std::size_t index) {
     return kMissing;
 }
 
-void TStationReader::AddImplausible(TImplausible kind, std::size_t index) {
+void TStationReader::AddImplausible(TImplausible kind, std::size_t index, float value) {
     constexpr std::size_t kMostCodes = 4;
     TFinding& finding = FStation.Implausible[static_cast<std::size_t>(kind)];
     if (finding.Count++ == 0) {
         finding.First = FFile.AtRow(Format(u"\"%s\" in column %s", {FRow[index], FFile.GetHeader()[index]}));
     }
-    std::vector<String>& codes = FStation.PossibleCodes;
-    if (codes.size() == kMostCodes || !IsMadeOfNines(FRow[index])) return;
-    const StringView code = TrimView(FRow[index]);
-    if (std::ranges::find(codes, code) == codes.end()) codes.emplace_back(code);
+    if (FPossibleCodes.size() == kMostCodes || !IsMadeOfNines(FRow[index])) return;
+    if (std::ranges::find(FPossibleCodes, value) != FPossibleCodes.end()) return;
+    FPossibleCodes.push_back(value);
+    FStation.PossibleCodes.emplace_back(TrimView(FRow[index]));
 }
 
 void TStationReader::CheckWeather(const TStationDay& day) {
@@ -111,14 +112,18 @@ void TStationReader::CheckWeather(const TStationDay& day) {
     const auto isPossible = [](float temperature) {
         return temperature >= kColdest && temperature <= kHottest;
     };
-    if (IsKnown(day.TMax) && !isPossible(day.TMax)) AddImplausible(TImplausible::Temperature, FTMax);
-    if (IsKnown(day.TMin) && !isPossible(day.TMin)) AddImplausible(TImplausible::Temperature, FTMin);
+    if (IsKnown(day.TMax) && !isPossible(day.TMax))
+        AddImplausible(TImplausible::Temperature, FTMax, day.TMax);
+    if (IsKnown(day.TMin) && !isPossible(day.TMin))
+        AddImplausible(TImplausible::Temperature, FTMin, day.TMin);
     if (isPossible(day.TMax) && isPossible(day.TMin) && day.TMax < day.TMin) {
-        AddImplausible(TImplausible::MaximumBelowMinimum, FTMax);
+        AddImplausible(TImplausible::MaximumBelowMinimum, FTMax, day.TMax);
     }
     if (!IsKnown(day.Precipitation)) return;
-    if (day.Precipitation < 0) AddImplausible(TImplausible::NegativePrecipitation, FPrecipitation);
-    if (day.Precipitation > kWettest) AddImplausible(TImplausible::ExcessivePrecipitation, FPrecipitation);
+    if (day.Precipitation < 0)
+        AddImplausible(TImplausible::NegativePrecipitation, FPrecipitation, day.Precipitation);
+    if (day.Precipitation > kWettest)
+        AddImplausible(TImplausible::ExcessivePrecipitation, FPrecipitation, day.Precipitation);
 }
 
 TStation TStationReader::Read() {
@@ -155,8 +160,9 @@ void WarnOfFindings(const TStation& station) {
     }
     String codes;
     for (const String& code : station.PossibleCodes) codes += (codes.empty() ? u"" : u",") + code;
-    if (!codes.empty())
-        Warn(Format(u"If any of %s stands for a missing value, use --missing=%s", {codes, codes}));
+    if (codes.empty()) return;
+    const StringView which = station.PossibleCodes.size() > 1 ? u"any of " : u"";
+    Warn(Format(u"If %s%s stands for a missing value, use --missing=%s", {which, codes, codes}));
 }
 
 String DateText(std::chrono::year_month_day date) {

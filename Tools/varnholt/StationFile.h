@@ -49,7 +49,8 @@ struct TStation {
     std::vector<TStationDay> Days;  // at least one, in the order of their dates, none twice
     TTextCells Texts;               // cells that are neither a number nor a missing value
     std::array<TFinding, kImplausibleKinds> Implausible;  // by TImplausible; the values are in Days
-    std::vector<String> PossibleCodes;  // implausible cells of nines such as -9999 and -99.9, each text once
+    // Implausible cells of nines, such as -9999 and -99.9: the first four that differ as numbers.
+    std::vector<String> PossibleCodes;
 };
 
 /// Reads the rows of the file. Dates are YYYY-MM-DD or YYYYMMDD in the Gregorian calendar, from the year 1
