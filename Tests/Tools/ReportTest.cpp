@@ -127,8 +127,8 @@ TEST_F(ReportTest, SampleStationAgreesWithAnotherReckoning) {
                                                       {"precipitation", 12.05},
                                                       {"wet_days", 1.75},
                                                       {"day_length", 15.429222},
-                                                      {"radiation, top", 41.5146},
-                                                      {"radiation, surface", 23.811685},
+                                                      {"extraterrestrial_radiation", 41.5146},
+                                                      {"surface_radiation", 23.811685},
                                                       {"pet", 192.79586}};
     for (const auto& [name, value] : columns) {
         std::string cell;
