@@ -47,6 +47,10 @@ void CheckOutput(StringView input, StringView output) {
 
 }  // namespace
 
+void FailColumn(StringView file, StringView column) {
+    throw EArgumentException(Format(u"%s: Column \"%s\" not found", {file, column}));
+}
+
 // --- TCsvInput ---
 
 TCsvInput::TCsvInput(StringView path, const TEncoding& encoding)
@@ -62,9 +66,7 @@ TCsvInput::TCsvInput(StringView path, const TEncoding& encoding)
 
 std::size_t TCsvInput::ColumnIndex(StringView name) const {
     const auto found = std::ranges::find(FHeader, name);
-    if (found == FHeader.end()) {
-        throw EArgumentException(Format(u"%s: Column \"%s\" not found", {FName, name}));
-    }
+    if (found == FHeader.end()) FailColumn(FName, name);
     return static_cast<std::size_t>(found - FHeader.begin());
 }
 

@@ -24,6 +24,9 @@ struct TCsvFormat {
     bool HasByteOrderMark = false;
 };
 
+/// Raises EArgumentException "FILE: Column "COLUMN" not found".
+[[noreturn]] void FailColumn(StringView file, StringView column);
+
 /// Reads a file row by row, and shows its progress.
 class TCsvInput {
 public:
@@ -35,7 +38,7 @@ public:
     [[nodiscard]] const String& GetName() const noexcept { return FName; }
     /// The first row of the file.
     [[nodiscard]] const TRow& GetHeader() const noexcept { return FHeader; }
-    /// The first column of that name, from 0. Raises EArgumentException "PATH: Column "NAME" not found".
+    /// The first column of that name, from 0. An unknown name raises what FailColumn does.
     [[nodiscard]] std::size_t ColumnIndex(StringView name) const;
     /// The line end of the header row, and whether the file begins with a byte-order mark.
     [[nodiscard]] const TCsvFormat& GetFormat() const noexcept { return FFormat; }

@@ -98,7 +98,7 @@ std::size_t TColumnNames::ReadLongestEntry(StringView list, TListKind kind, TEnt
     }
     const StringView text = list.substr(0, list.find(u','));
     if (TryReadEntry(text, kind, entry)) return text.size();
-    throw EArgumentException(Format(u"%s: Column \"%s\" not found", {FFile.Name, text}));
+    FailColumn(FFile.Name, text);
 }
 
 std::vector<TColumnNames::TEntry> TColumnNames::ReadList(StringView list, TListKind kind) const {

@@ -29,7 +29,7 @@ struct TTableFile {
 /// The names of a table's columns, and lists of them as the command line gives them. Names compare exactly,
 /// and of equal ones the first counts. In a list, names with commas between, the longest part that is a name
 /// is taken, so a name may hold commas itself. The time is linear in the length of the list. An unknown name
-/// raises EArgumentException "PATH: Column "NAME" not found".
+/// raises what FailColumn does.
 class TColumnNames {
 public:
     /// The file must outlive this object.
