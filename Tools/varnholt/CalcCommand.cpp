@@ -83,7 +83,7 @@ TOwnKeywords ReadOwnKeywords(const TCalcOptions& options) {
     TAssignmentReader reader;
     reader.Read(options.Settings, "--set", "NAME=NUMBER", [&](const String& name, const String& text) {
         Extended value = 0;
-        const bool isNumber = TryStrToFloat(text, value);
+        const bool isNumber = TryStrToFloat(text, value, TFormatSettings::Invariant());
         keywords.Settings.push_back({name, value});
         return isNumber;
     });
@@ -109,9 +109,9 @@ void PrintSummary(const TRowSummary& summary) {
     PrintLine(Format(u"rows: %d", {summary.Rows}));
     PrintLine(Format(u"calculated: %d", {summary.Calculated}));
     PrintLine(Format(u"missing: %d", {summary.Rows - summary.Calculated}));
-    PrintLine(u"mean: " + FloatToStr(summary.Mean()));
-    PrintLine(u"min: " + FloatToStr(summary.Min));
-    PrintLine(u"max: " + FloatToStr(summary.Max));
+    PrintLine(u"mean: " + ValueText(summary.Mean()));
+    PrintLine(u"min: " + ValueText(summary.Min));
+    PrintLine(u"max: " + ValueText(summary.Max));
 }
 
 std::unique_ptr<TRowSink> MakeSink(const TCalcOptions& options, const TCsvInput& file) {
@@ -179,7 +179,7 @@ void RunCalc(const TCalcOptions& options) {
         if (options.Keywords) {
             PrintKeywords(calc);
         } else {
-            PrintLine(FloatToStr(calc.Calculate()));
+            PrintLine(ValueText(calc.Calculate()));
         }
     }
     FlushOutput();

@@ -9,8 +9,13 @@
 #include "Tools/varnholt/Output.h"
 
 namespace Varnholt::Tool {
+
+String ValueText(Extended value) {
+    return FloatToStr(value, TFormatSettings::Invariant());
+}
+
 void TPrintedRowSink::TakeRow(const TRow&, Extended value) {
-    PrintLine(FloatToStr(value));
+    PrintLine(ValueText(value));
 }
 
 TCsvRowSink::TCsvRowSink(StringView path, const TCsvInput& input, StringView name)
@@ -19,7 +24,7 @@ TCsvRowSink::TCsvRowSink(StringView path, const TCsvInput& input, StringView nam
 }
 
 void TCsvRowSink::TakeRow(const TRow& row, Extended value) {
-    Write(row, FloatToStr(value, TFormatSettings::Invariant()));
+    Write(row, ValueText(value));
 }
 
 void TCsvRowSink::Write(const TRow& row, StringView last) {

@@ -10,6 +10,9 @@
 /// An expression over the rows of a CSV file: columns as keywords, missing values, and the output of the values.
 namespace Varnholt::Tool {
 
+/// The number as the command prints and writes it, whatever format settings the process has.
+[[nodiscard]] String ValueText(Extended value);
+
 /// Receives the rows with their values. This one ignores them.
 class TRowSink {
 public:
