@@ -1,19 +1,19 @@
 #pragma once
 
-/// What the program settles with the system before it does anything else. From its load on, std::terminate prints
-/// a line, and exits with status 1 if an allocation failed.
+/// How the program handles signals, closed standard streams and exhausted memory. From the time it is loaded,
+/// std::terminate removes drafts and prints a line; it exits with status 1 if an allocation failed and aborts
+/// otherwise.
 namespace Varnholt::Tool {
 
-/// Call it first in main:
-/// - Standard input, output and error are made to exist, so that no file of a command takes their place; what
-///   was closed fails when it is used.
-/// - SIGHUP, SIGINT and SIGTERM remove the drafts of unfinished files and then end the process as usual, unless
-///   they were ignored before (as under nohup).
-/// - A write to a closed pipe or beyond the file-size limit fails, as other writes do, instead of ending the
-///   process.
+/// Must be called first in main:
+/// - A closed standard input, output or error is replaced by a descriptor on which each read or write fails, so
+///   that no file of a command receives its number.
+/// - SIGHUP, SIGINT and SIGTERM remove the drafts of unfinished files and then end the process by default
+///   action, unless they were ignored before (as under nohup).
+/// - A write to a closed pipe or beyond the file-size limit returns an error instead of ending the process.
 void PrepareProcess();
 
-/// Ends the process by SIGPIPE, as a filter does whose reader has left. Returns if that signal was ignored
+/// Ends the process by SIGPIPE, as is usual for a filter whose output pipe is closed. Returns if that signal was ignored
 /// before PrepareProcess.
 void EndByBrokenPipe();
 
