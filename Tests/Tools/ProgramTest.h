@@ -4,7 +4,10 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <initializer_list>
+#include <numeric>
+#include <set>
 #include <span>
 #include <string>
 
@@ -18,7 +21,7 @@ struct TProgramCase {
     const char* Arguments;
     int Status;
     const char* Out;
-    const char* Told;
+    const char* Reported;
 };
 
 /// The program as its users run it: in a folder of its own, arguments in; exit status, output, messages and
@@ -27,22 +30,32 @@ class TProgramTest : public ::testing::Test {
 protected:
     explicit TProgramTest(const char* command) : FCommand(command) {}
 
-    /// Runs the command and returns its exit status. What it prints is the files "printed" and "told".
+    /// Runs the command and returns its exit status. What it prints is the files "printed" and "reported".
     int Run(const std::string& arguments) {
         const std::string line = "cd '" + Folder.GetNativePath() + "' && { '" VARNHOLT_PROGRAM "' " +
-                                 FCommand + " " + arguments + "; } >printed 2>told";
+                                 FCommand + " " + arguments + "; } >printed 2>reported";
         const int status = std::system(line.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
     void Write(StringView name, std::string_view content) { WriteFileInOneGo(Folder.GetPath(name), content); }
+    /// The names in the folder, each with a blank after it, without the two files of Run.
+    std::string Names() {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(Folder.GetNativePath())) {
+            names.insert(entry.path().filename().string() + " ");
+        }
+        names.erase("printed ");
+        names.erase("reported ");
+        return std::accumulate(names.begin(), names.end(), std::string());
+    }
     std::string Content(StringView name) { return ReadWholeFile(Folder.GetPath(name)); }
 
     void ExpectAll(std::span<const TProgramCase> cases, std::initializer_list<const char*> wrongUsages) {
-        for (const auto& [arguments, status, out, told] : cases) {
+        for (const auto& [arguments, status, out, reported] : cases) {
             EXPECT_EQ(Run(arguments), status) << arguments;
             EXPECT_EQ(Content(u"printed"), out) << arguments;
-            EXPECT_EQ(Content(u"told"), told) << arguments;
+            EXPECT_EQ(Content(u"reported"), reported) << arguments;
         }
         for (const char* wrong : wrongUsages) EXPECT_EQ(Run(wrong), 2) << wrong;
     }

@@ -42,7 +42,7 @@ protected:
     }
 
     std::string Printed() { return Content(u"printed"); }
-    std::string Told() { return Content(u"told"); }
+    std::string Reported() { return Content(u"reported"); }
 
     /// The rows of a written file, each cut at its first comma.
     std::map<std::string, std::string> Written(StringView name) {
@@ -85,7 +85,7 @@ std::string ThreeYears() {
 }
 
 TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
-    ASSERT_EQ(Report(ThreeYears(), kNorth + "--out new/out" + kSunshine), 0) << Told();
+    ASSERT_EQ(Report(ThreeYears(), kNorth + "--out new/out" + kSunshine), 0) << Reported();
     auto rows = Written(u"new/out/summary.csv");
     const std::pair<const char*, const char*> exact[] = {
         // clang-format off
@@ -102,11 +102,11 @@ TEST_F(ReportTest, SummaryHoldsTheFiguresInOrder) {
     EXPECT_EQ(Written(u"new/out/yearly.csv")["2024"], "366,16,802.8");
 }
 
-// Reckoned from the formulas with 30 digits by another program. 32-bit sums over 1461 days are off by up to
+// Computed from the formulas with 30 digits by another program. 32-bit sums over 1461 days are off by up to
 // 6e-6.
-TEST_F(ReportTest, SampleStationAgreesWithAnotherReckoning) {
+TEST_F(ReportTest, SampleStationAgreesWithAnotherComputation) {
     const std::string station = "'" VARNHOLT_SOURCE_DIR "/Examples/data/seattle-weather.csv' ";
-    ASSERT_EQ(Run(station + kNorth + "--out ." + kSunshine), 0) << Told();
+    ASSERT_EQ(Run(station + kNorth + "--out ." + kSunshine), 0) << Reported();
     const std::pair<const char*, double> cases[] = {// clang-format off
         {"rows", 1461}, {"tmax_mean", 16.439083}, {"tmax_sd", 7.3497581}, {"tmax_min", -1.6}, {"tmax_max", 35.6},
         {"tmin_mean", 8.2347707}, {"tmin_sd", 5.0230042}, {"precipitation_mean", 3.0294319},
@@ -148,9 +148,9 @@ TEST_F(ReportTest, GapsAndWordsAreMissing) {
     replace("20220205,20,10,0", "20220205,wet, 10 ,");  // February neither
     replace("20230301,20.5,10.5,30", "20230301,-1000.00001,NA,-1000");  // codes in 32 bits
     replace("20240401,21,11,40", "20240401,1e39");                      // beyond a float, and a short row
-    ASSERT_EQ(Report(text, "--latitude 33.5S --out ."), 0) << Told();
+    ASSERT_EQ(Report(text, "--latitude 33.5S --out ."), 0) << Reported();
     EXPECT_EQ(
-        Told(),
+        Reported(),
         "varnholt: station.csv, line 822: The row has fewer cells than the header, and the others count as "
         "missing; rows: 1\nvarnholt: station.csv, line 36: \"wet\" in column temp_max is not a number and "
         "counts as missing; "
@@ -172,7 +172,7 @@ TEST_F(ReportTest, DryMonthsAndUnequalHalves) {
         const unsigned month(date.month());
         return std::pair(maxima[month - 1], month <= 2 && date.day() == day(1) ? 10.0 * month : 0.0);
     });
-    ASSERT_EQ(Report(text, "--latitude 0 --out ."), 0) << Told();
+    ASSERT_EQ(Report(text, "--latitude 0 --out ."), 0) << Reported();
     auto rows = Written(u"summary.csv");
     EXPECT_EQ(rows["monthly_precipitation_p50"], "0");
     EXPECT_EQ(rows["monthly_precipitation_p90"].substr(0, 5), "18.05");  // the 75th percentile of the fit
@@ -181,7 +181,7 @@ TEST_F(ReportTest, DryMonthsAndUnequalHalves) {
     EXPECT_THAT(Printed(), HasSubstr("; the halves hold different calendar months)\n"));
 }
 
-TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
+TEST_F(ReportTest, ImplausibleValuesAreCountedAndReported) {
     const std::string text = std::string(kHeader) +
                              "2024-01-01,-9999,-9999.0,-99.9\n"  // missing, as nobody declared
                              "2024-01-02,65,-95,2000\n"          // just possible
@@ -190,7 +190,7 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
                              "2024-01-05,2.9,3,-0.1\n";
     EXPECT_EQ(Report(text, "--latitude 0 --out ."), 0);
     EXPECT_EQ(
-        Told(),
+        Reported(),
         "varnholt: station.csv, line 2: \"-9999\" in column temp_max is outside -95 to 65 degrees and is "
         "used as it is; cells: 4\n"
         "varnholt: station.csv, line 6: \"2.9\" in column temp_max is below the minimum of the day and is "
@@ -208,7 +208,7 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndTold) {
     EXPECT_THAT(
         Printed(),
         HasSubstr("Missing      1 maximum, 1 minimum, 1 precipitation value\nImplausible  2 temperatures"));
-    EXPECT_THAT(Told(), Not(HasSubstr("--missing")));
+    EXPECT_THAT(Reported(), Not(HasSubstr("--missing")));
 }
 
 TEST_F(ReportTest, FilesAreReplacedTogether) {
@@ -221,14 +221,14 @@ TEST_F(ReportTest, FilesAreReplacedTogether) {
     const std::string report = "'" VARNHOLT_PROGRAM "' report station.csv --latitude 0 ";
     Write(u"former.csv", "former");
     EXPECT_EQ(Run("--help; mkdir hard; ln former.csv hard/yearly.csv; " + report + "--out hard"), 1);
-    EXPECT_THAT(Told(), HasSubstr("It cannot be replaced together with the other files"));
+    EXPECT_THAT(Reported(), HasSubstr("It cannot be replaced together with the other files"));
     EXPECT_EQ(Content(u"former.csv"), "former");
     EXPECT_EQ(Run("--help; mkdir d; ln -s yearly.csv d/monthly.csv; " + report + "--out d"), 1);
     EXPECT_FALSE(FileExists(Folder.GetPath(u"d/yearly.csv")));
     EXPECT_EQ(Run("--help; mkdir s; " + report + "--out s >s/summary.csv"), 1);
     Write(u"summary.csv", ThreeYears());
     EXPECT_EQ(Run("- --latitude 0 --out . <summary.csv"), 1);
-    EXPECT_THAT(Told(), HasSubstr("summary.csv\": It is also the input"));
+    EXPECT_THAT(Reported(), HasSubstr("summary.csv\": It is also the input"));
     // A full disk: not a byte can be written.
     EXPECT_EQ(Run("--help; trap '' XFSZ; ulimit -f 0; " + report + "--out new/out >/dev/null"), 1);
     EXPECT_FALSE(DirectoryExists(Folder.GetPath(u"new")));
@@ -244,7 +244,7 @@ TEST_F(ReportTest, LittleDataGivesReasonsAndNoNaN) {
          "corr_tmax_tmin +-999  not calculated: it needs three days"},
     };
     for (const auto& [days, line] : cases) {
-        EXPECT_EQ(Report(kHeader + days, "--latitude 90 --out ." + std::string(kSunshine)), 0) << Told();
+        EXPECT_EQ(Report(kHeader + days, "--latitude 90 --out ." + std::string(kSunshine)), 0) << Reported();
         EXPECT_THAT(Printed(), ContainsRegex(line)) << days;
         EXPECT_EQ(Quantities(), kQuantities) << days;
         for (const StringView file : {u"printed", u"summary.csv", u"monthly.csv", u"yearly.csv"}) {
@@ -254,7 +254,7 @@ TEST_F(ReportTest, LittleDataGivesReasonsAndNoNaN) {
     }
 }
 
-TEST_F(ReportTest, BadInputIsTold) {
+TEST_F(ReportTest, BadInputIsReported) {
     struct TCase {
         std::string Content, Arguments, Message;
         int Status = 1;
@@ -287,7 +287,7 @@ TEST_F(ReportTest, BadInputIsTold) {
     };
     for (const TCase& tested : cases) {
         EXPECT_EQ(Report(tested.Content, tested.Arguments), tested.Status) << tested.Arguments;
-        EXPECT_THAT(Told(), HasSubstr(tested.Message));
+        EXPECT_THAT(Reported(), HasSubstr(tested.Message));
     }
 }
 
