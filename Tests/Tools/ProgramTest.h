@@ -4,10 +4,7 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <initializer_list>
-#include <numeric>
-#include <set>
 #include <span>
 #include <string>
 
@@ -39,15 +36,10 @@ protected:
     }
 
     void Write(StringView name, std::string_view content) { WriteFileInOneGo(Folder.GetPath(name), content); }
-    /// The names in the folder, each with a blank after it, without the two files of Run.
+    /// The names in the folder, one a line, with the two files of Run.
     std::string Names() {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(Folder.GetNativePath())) {
-            names.insert(entry.path().filename().string() + " ");
-        }
-        names.erase("printed ");
-        names.erase("reported ");
-        return std::accumulate(names.begin(), names.end(), std::string());
+        Run("--help >/dev/null; LC_ALL=C ls");
+        return Content(u"printed");
     }
     std::string Content(StringView name) { return ReadWholeFile(Folder.GetPath(name)); }
 

@@ -54,7 +54,6 @@ constexpr TProgramCase cases[] = {
     {"towns.csv --rows '0 - 2'", 1, "", "varnholt: towns.csv: Row 0 not found, the file has 3 rows\n"},
     {"ragged.csv", 1, "", "varnholt: ragged.csv, line 4: Row 2 has 1 cells, the header has 2\n"},
     {"open.csv", 1, "", "varnholt: open.csv: The quote opened in line 2 is never closed\n"},
-    {"towns.csv >/dev/full", 1, "", "varnholt: Cannot write standard output: No space left on device\n"},
     {"towns.csv --out ''", 1, "", "varnholt: Cannot create file \"\": No such file or directory\n"},
     {"towns.csv --columns mm --limit 1 --out pipe & timeout 60 cat pipe", 0, "mm\n12.80\n", ""},
 };
@@ -91,8 +90,9 @@ TEST_F(TableTest, WritesWhatCanBeReadAgain) {
     EXPECT_EQ(Content(u"printed"), "mm,days\ntext\nx\n\n");
     EXPECT_EQ(Run("ragged.csv --out towns.csv"), 1);
     EXPECT_EQ(Content(u"towns.csv"), sorted) << "the former file is lost";
-    EXPECT_EQ(Run("towns.csv --out none/out.csv"), 1);
-    EXPECT_EQ(Names(), "cells.csv head.csv one.csv open.csv pipe ragged.csv towns.csv ") << "a draft remains";
+    EXPECT_EQ(Names(),
+              "cells.csv\nhead.csv\none.csv\nopen.csv\npipe\nprinted\nragged.csv\nreported\ntowns.csv\n")
+        << "a draft remains";
 }
 
 }  // namespace
