@@ -1,4 +1,3 @@
-#include <sys/stat.h>
 
 #include "Tests/Tools/ProgramTest.h"
 
@@ -57,7 +56,7 @@ protected:
         Write(u"short.csv", "d,x\n1,0.5\n2\n");
         Write(u"long.csv", "a\n1\n2,3\n");
         Write(u"empty.csv", "");
-        mkfifo(Folder.GetNativePath("pipe").c_str(), 0600);
+        Run("--help; mkfifo pipe");
     }
 };
 

@@ -1,4 +1,3 @@
-#include <sys/stat.h>
 #include "Tests/Tools/ProgramTest.h"
 
 namespace Varnholt::Test {
@@ -67,7 +66,7 @@ protected:
         Write(u"head.csv", "a,b\r\n\r\n");
         Write(u"ragged.csv", "a,b\n\"1\n\",2\n3\n");
         Write(u"open.csv", "a,b\n\"1,2\n");
-        mkfifo(Folder.GetNativePath("pipe").c_str(), 0600);
+        Run("--help; mkfifo pipe");
     }
 };
 
