@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Random.h"
+#include "VarnholtBaseLib/Extremes.h"
 #include "VarnholtLib/Numerics/vrnMissingValues.h"
 #include "VarnholtLib/Numerics/vrnRoundingPrivate.h"
 
@@ -33,13 +33,11 @@ std::int32_t ForEachKnown(const TFloatArray& array, TVisit visit) {
     return count;
 }
 
-/// The known value that is better than all others, of equal ones the first; a NaN only if all are NaNs.
-template <typename TBetter>
-float Extreme(const TFloatArray& array, TBetter isBetter) {
+/// The known value that `take`, TakeMin or TakeMax, leaves; a NaN only if all are NaNs, kMissing without any.
+template <typename TTake>
+float Extreme(const TFloatArray& array, TTake take) {
     float best = std::numeric_limits<float>::quiet_NaN();
-    const std::int32_t count = ForEachKnown(array, [&](float value) {
-        if (isBetter(value, best) || std::isnan(best)) best = value;
-    });
+    const std::int32_t count = ForEachKnown(array, [&](float value) { take(best, value); });
     return count == 0 ? kMissing : best;
 }
 
@@ -124,11 +122,11 @@ float Mean2(const TFloatArray& array) {
 }
 
 float Min2(const TFloatArray& array) {
-    return Extreme(array, std::less<>());
+    return Extreme(array, TakeMin<float>);
 }
 
 float Max2(const TFloatArray& array) {
-    return Extreme(array, std::greater<>());
+    return Extreme(array, TakeMax<float>);
 }
 
 float StDev2(const TFloatArray& array) {
