@@ -21,7 +21,7 @@ namespace Varnholt {
 VARNHOLT_EXPORT void SortFloats(std::span<float> values);
 
 /// Takes each value in turn and moves the greater ones before it up by one. Stable; the time is quadratic in
-/// the number of values (about 1 s for 100,000).
+/// the number of values.
 VARNHOLT_EXPORT void InsertionSortFloats(std::span<float> values);
 
 /// Heap sort (Williams 1964, the heap built as by Floyd 1964). Not stable; about 2 n log2(n) comparisons at
