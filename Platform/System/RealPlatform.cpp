@@ -1,0 +1,9 @@
+#include "Platform/System/RealPlatformPrivate.h"
+
+namespace Varnholt {
+
+TPlatform RealPlatform() {
+    return {};
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,6 @@
+#pragma once
+
+/// The machine and the process in one header: known folders, clock, process, debug output.
+///
+/// For applications. Code of the library includes the headers that it uses.
+#include "Platform/System/Platform.h"

@@ -1,0 +1,1 @@
+#include "Platform/Xml/XmlDocument.h"

@@ -1,0 +1,5 @@
+#pragma once
+
+/// The application services in one header: XML, configuration, log, folders, versions, dates.
+///
+/// For applications. Code of the library includes the headers that it uses.
