@@ -5,8 +5,10 @@
 /// For applications. Code of the library includes the headers that it uses.
 #include "Platform/Controls/Controls.h"
 #include "Platform/Runtime/Runtime.h"
+#include "Platform/System/System.h"
 #include "VarnholtBaseLib/VarnholtBaseLib.h"
 #include "VarnholtLib/Data/Data.h"
 #include "VarnholtLib/Foundation/Foundation.h"
 #include "VarnholtLib/Numerics/Numerics.h"
+#include "VarnholtLib/Services/Services.h"
 #include "VarnholtLib/vrnPackage.h"

@@ -26,6 +26,7 @@ is_present() {
         libgtest-dev) has_header gtest/gtest.h ;;
         libicu-dev) has_header unicode/uchar.h ;;
         libmuparser-dev) has_header muParser.h ;;
+        libspdlog-dev) has_header spdlog/spdlog.h ;;
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
         ninja-build) command -v ninja ;;

@@ -6,7 +6,8 @@
 
 #include "Platform/Runtime/DateTime.h"
 
-/// The facts of the machine and of the process that tests replace: folders, clock, process, debug output.
+/// The facts of the machine and of the process that tests replace: folders, clock, process, debug output,
+/// active form.
 ///
 ///     const String file = Platform().Process->GetExecutablePath();
 ///
@@ -17,7 +18,26 @@
 /// reads them.
 namespace Varnholt {
 
-/// The folders that the operating system names.
+/// The folders that the operating system names. On Linux, with HOME for $HOME, or for the folder that the password
+/// database names if $HOME is not an absolute path:
+///
+/// | folder            | is                                                        | if it is missing  |
+/// |-------------------|-----------------------------------------------------------|-------------------|
+/// | kfAppData         | $XDG_CONFIG_HOME, else HOME/.config                       | created, mode 0700 |
+/// | kfLocalAppData    | $XDG_DATA_HOME, else HOME/.local/share                    | created, mode 0700 |
+/// | kfCommonAppData   | $VARNHOLT_COMMON_DATA, else /var/lib/varnholt             | created, mode 0755 |
+/// | kfPersonal        | XDG_DOCUMENTS_DIR of user-dirs.dirs, else HOME/Documents  | created, mode 0700 |
+/// | kfMyPictures      | XDG_PICTURES_DIR of user-dirs.dirs, else HOME/Pictures    | created, mode 0700 |
+/// | kfCommonDocuments | the folder "documents" in that of kfCommonAppData         | created, mode 0755 |
+/// | kfProgramFiles    | /opt                                                      | empty text        |
+/// | kfSystem          | /usr/bin                                                  | empty text        |
+/// | kfWindows         | none                                                      | empty text        |
+///
+/// Missing folders above a folder are created with it and with the same mode, except HOME: if HOME does not exist,
+/// nothing below it is created. A relative path in a variable counts as none, as the XDG Base Directory Specification
+/// says. user-dirs.dirs is read in the folder of kfAppData, as its own manual page says: NAME="VALUE" in lines of
+/// their own, the last of a name counts, VALUE begins with $HOME or a slash, and a backslash takes the next character
+/// literally. Other lines, and files that are not regular or larger than 1 MiB, are ignored.
 enum TKnownFolder {
     kfAppData,          ///< the user's application data
     kfLocalAppData,     ///< the user's application data that stays on this machine
@@ -33,22 +53,24 @@ enum TKnownFolder {
 class IKnownFolders {
 public:
     virtual ~IKnownFolders() = default;
-    /// The path in library form without a separator at its end; empty if this system has no such folder or it can
-    /// neither be found nor created.
+    /// The path in library form, without a separator at its end unless it is the root of a drive. Empty if this
+    /// system has no such folder, if it can neither be found nor created, or if its name is not valid UTF-8. The
+    /// environment is read at each call.
     [[nodiscard]] virtual String Find(TKnownFolder folder) = 0;
 };
 
 class IClock {
 public:
     virtual ~IClock() = default;
-    /// The current time in the user's time zone.
+    /// The current time in the user's time zone, to the microsecond. The real clock determines the zone's offset
+    /// once in each second.
     [[nodiscard]] virtual TDateTime Now() = 0;
 };
 
 class IProcess {
 public:
     virtual ~IProcess() = default;
-    /// The full path of the running program, in library form.
+    /// The full path of the running program, in library form; empty if the system does not know it.
     [[nodiscard]] virtual String GetExecutablePath() = 0;
     [[nodiscard]] virtual std::uint32_t GetProcessId() = 0;
     /// The operating system's identifier of the calling thread.
@@ -61,7 +83,17 @@ public:
 class IDebugOutput {
 public:
     virtual ~IDebugOutput() = default;
+    /// Writes the text for the developer of the program. The real one writes it with a line end to standard error,
+    /// in one system call, and ignores failures.
     virtual void Write(StringView text) = 0;
+};
+
+class IScreen {
+public:
+    virtual ~IScreen() = default;
+    /// The handle of the window of the screen's active form; 0 if there is none. The real one is always 0: it is
+    /// replaced by the back end that shows forms.
+    [[nodiscard]] virtual std::uintptr_t GetActiveFormHandle() = 0;
 };
 
 /// The facts in use. No member is ever null.
@@ -70,6 +102,7 @@ struct TPlatform {
     std::shared_ptr<IClock> Clock;
     std::shared_ptr<IProcess> Process;
     std::shared_ptr<IDebugOutput> DebugOutput;
+    std::shared_ptr<IScreen> Screen;
 };
 
 /// Those of this process, real by default. The members may be replaced.

@@ -1,9 +1,117 @@
+#include <pthread.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <filesystem>
+
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Paths.h"
+#include "Platform/System/LocalTimePrivate.h"
 #include "Platform/System/RealPlatformPrivate.h"
 
 namespace Varnholt {
+namespace {
+
+class TRealClock : public IClock {
+public:
+    TDateTime Now() override {
+        const auto now = std::chrono::system_clock::now();
+        return ToDateTime(now, Offset(std::chrono::floor<std::chrono::seconds>(now)));
+    }
+
+private:
+    /// The offset in the given second, which is looked up once: the system's look-up takes a lock.
+    std::chrono::seconds Offset(std::chrono::sys_seconds now) {
+        constexpr std::uint64_t kBias = kOffsetMask / 2 + 1;  // an offset may be negative
+        const auto second = static_cast<std::uint64_t>(now.time_since_epoch().count()) << kOffsetBits;
+        std::uint64_t known = FKnown.load(std::memory_order_relaxed);
+        if ((known & ~kOffsetMask) != second || known == 0) {
+            known = second | (static_cast<std::uint64_t>(ZoneOffset(now).count()) + kBias);
+            FKnown.store(known, std::memory_order_relaxed);
+        }
+        return std::chrono::seconds(static_cast<std::int64_t>(known & kOffsetMask) -
+                                    static_cast<std::int64_t>(kBias));
+    }
+
+    static constexpr int kOffsetBits = 20;  // an offset is less than two days
+    static constexpr std::uint64_t kOffsetMask = (1U << kOffsetBits) - 1;
+
+    std::atomic<std::uint64_t> FKnown{0};  // a second and, in its lowest bits, the offset
+};
+
+/// Asking the system takes longer than writing a line to a log.
+constinit thread_local std::uint32_t threadId = 0;
+
+class TRealProcess : public IProcess {
+public:
+    // The thread that runs in a forked process has an identifier of its own.
+    TRealProcess() {
+        pthread_atfork(nullptr, nullptr, [] { threadId = 0; });
+    }
+
+    String GetExecutablePath() override {
+        std::error_code failure;
+        std::string path = std::filesystem::read_symlink("/proc/self/exe", failure).native();
+        if (path.empty()) return {};
+        // The system marks a file that was deleted or replaced while it runs.
+        constexpr std::string_view kMark = " (deleted)";
+        if (path.ends_with(kMark) && !std::filesystem::exists(path, failure)) {
+            path.resize(path.size() - kMark.size());
+        }
+        return FromNativePath(path);
+    }
+
+    std::uint32_t GetProcessId() override { return static_cast<std::uint32_t>(getpid()); }
+
+    std::uint32_t GetThreadId() override {
+        if (threadId == 0) threadId = static_cast<std::uint32_t>(gettid());
+        return threadId;
+    }
+
+    String GetMachineName() override {
+        std::array<char, 256> name{};
+        if (gethostname(name.data(), name.size() - 1) != 0) return {};
+        return FromUtf8(name.data());
+    }
+
+    std::vector<String> GetCommandLine() override {
+        std::vector<String> arguments;
+        std::string bytes;
+        try {
+            bytes = ReadWholeFile(FromNativePath("/proc/self/cmdline"));
+        } catch (const Exception&) {
+            return arguments;
+        }
+        std::string_view rest = bytes;
+        while (!rest.empty()) {
+            const std::size_t length = std::min(rest.find('\0'), rest.size());
+            arguments.push_back(FromUtf8(rest.substr(0, length)));
+            rest.remove_prefix(std::min(length + 1, rest.size()));
+        }
+        return arguments;
+    }
+};
+
+class TStandardError : public IDebugOutput {
+public:
+    void Write(StringView text) override {
+        const std::string line = ToUtf8(text) + '\n';
+        static_cast<void>(!write(STDERR_FILENO, line.data(), line.size()));
+    }
+};
+
+class TNoScreen : public IScreen {
+public:
+    std::uintptr_t GetActiveFormHandle() override { return 0; }
+};
+
+}  // namespace
 
 TPlatform RealPlatform() {
-    return {};
+    return {RealKnownFolders(), std::make_shared<TRealClock>(), std::make_shared<TRealProcess>(),
+            std::make_shared<TStandardError>(), std::make_shared<TNoScreen>()};
 }
 
 }  // namespace Varnholt

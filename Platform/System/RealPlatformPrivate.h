@@ -7,4 +7,7 @@ namespace Varnholt {
 /// The facts of the real machine.
 [[nodiscard]] TPlatform RealPlatform();
 
+/// The folders of the real machine.
+[[nodiscard]] std::shared_ptr<IKnownFolders> RealKnownFolders();
+
 }  // namespace Varnholt

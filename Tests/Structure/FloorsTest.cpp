@@ -50,11 +50,11 @@ const std::vector<TThirdParty> kThirdParties = {
     {"cairo", {"Platform/Drawing/"}}, {"pango/", {"Platform/Drawing/"}}, {"zlib.h", {"VarnholtLib/Files/"}},
     {"boost/", {"VarnholtLib/Data/", "VarnholtLib/Numerics/", "Benchmarks/"}},
     {"CLI/", {"Tools/"}}, {"mpi.h", {"Tools/"}}, {"Q", {"Desktop/"}},
-    {"benchmark/", {"Benchmarks/"}}, {"gsl/", {"Benchmarks/"}}, {"muParser", {"Benchmarks/"}},
+    {"benchmark/", {"Benchmarks/"}}, {"spdlog/", {"Benchmarks/"}}, {"gsl/", {"Benchmarks/"}}, {"muParser", {"Benchmarks/"}},
     {"sys/", {"Platform/", "Tools/", "Benchmarks/"}}, {"linux/", {"Platform/"}},
     {"elf.h", {"Platform/System/"}}, {"link.h", {"Platform/System/"}}, {"dlfcn.h", {"Platform/System/"}},
     {"fcntl.h", {"Platform/", "Tools/"}}, {"locale.h", {"Platform/Runtime/"}}, {"malloc.h", {"Benchmarks/"}},
-    {"pwd.h", {"Platform/System/"}}, {"signal.h", {"Platform/", "Tools/"}},
+    {"pthread.h", {"Platform/System/"}}, {"pwd.h", {"Platform/System/"}}, {"signal.h", {"Platform/", "Tools/"}},
     {"spawn.h", {"Platform/System/"}}, {"unistd.h", {"Platform/", "Tools/", "Benchmarks/"}}};
 // clang-format on
 

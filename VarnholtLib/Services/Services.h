@@ -3,3 +3,5 @@
 /// The application services in one header: XML, configuration, log, folders, versions, dates.
 ///
 /// For applications. Code of the library includes the headers that it uses.
+#include "VarnholtLib/Services/vrnSpecialFolders.h"
+#include "VarnholtLib/Services/vrnWindowUtils.h"
