@@ -2,6 +2,7 @@
 
 #include "VarnholtLib/LoadTablePrivate.h"
 #include "VarnholtLib/Numerics/vrnCurveFitLoadPrivate.h"
+#include "VarnholtLib/Services/vrnLogLoadPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -66,7 +67,7 @@ constexpr std::array kModules = {
     TModule{u"vrnWindows", {}},
     TModule{u"vrnClipboardEnvelope", {}},
     TModule{u"vrnEscape", {}},
-    TModule{u"vrnLog", {}},
+    TModule{u"vrnLog", {.Initialize = &CreateNullLog, .Finalize = &ReleaseNullLog}},
     TModule{u"vrnLogCleaner", {}},
     TModule{u"vrnMessageBox", {}},
     TModule{u"vrnAppExceptionHandler", {}},

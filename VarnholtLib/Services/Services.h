@@ -3,5 +3,7 @@
 /// The application services in one header: XML, configuration, log, folders, versions, dates.
 ///
 /// For applications. Code of the library includes the headers that it uses.
+#include "VarnholtLib/Services/vrnLog.h"
+#include "VarnholtLib/Services/vrnLogCleaner.h"
 #include "VarnholtLib/Services/vrnSpecialFolders.h"
 #include "VarnholtLib/Services/vrnWindowUtils.h"
