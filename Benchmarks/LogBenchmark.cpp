@@ -21,8 +21,12 @@ constexpr int kLines = 1'000'000;
 /// The folder of the logs; it is deleted at the end.
 class TFolder : public IKnownFolders {
 public:
-    TFolder() { std::filesystem::create_directories(Path); }
+    TFolder() { Clear(); }
     ~TFolder() override { std::filesystem::remove_all(Path); }
+    void Clear() {
+        std::filesystem::remove_all(Path);
+        std::filesystem::create_directories(Path);
+    }
     String Find(TKnownFolder) override { return FromNativePath(Path.native()); }
 
     const std::filesystem::path Path = std::filesystem::temp_directory_path() /
@@ -67,12 +71,14 @@ struct TSpdlog {
     spdlog::logger Log;
 };
 
-/// From the opening of the file to its closing. The argument is the number of threads.
+/// From the creation of the file to its closing. The argument is the number of threads.
 template <typename TLog>
 void Measure(benchmark::State& state, void (TLog::*write)(int)) {
-    Folder();
     const auto threads = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {
+        state.PauseTiming();
+        Folder().Clear();
+        state.ResumeTiming();
         TLog log;
         std::vector<std::thread> writers;
         for (std::size_t i = 0; i < threads; ++i) {

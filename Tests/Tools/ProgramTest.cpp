@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <regex>
 
 namespace Varnholt::Test {
@@ -15,7 +16,7 @@ constexpr const char* kRows = "a,b\n1,2\n3,4\n";
 // What all commands have in common. Links lead to file.csv; other.csv is a hard link of hard.csv.
 // clang-format off
 constexpr TProgramCase cases[] = {
-    {"", 2, "", "varnholt: A command is required: calc, report or table\nTry 'varnholt --help'.\n"},
+    {"", 2, "", "varnholt: A command is required: calc, folders, report or table\nTry 'varnholt --help'.\n"},
     {"tabel x.csv", 2, "", "varnholt: \"tabel\" is not a command; the nearest is table\nTry 'varnholt --help'.\n"},
     {"table file.csv --colums a", 2, "",
      "varnholt: The following arguments were not expected: a --colums; the nearest is --columns\nTry 'varnholt table --help'.\n"},
@@ -36,6 +37,8 @@ constexpr TProgramCase cases[] = {
 class ProgramTest : public TProgramTest {
 protected:
     ProgramTest() : TProgramTest("") {
+        setenv("HOME", Folder.GetNativePath().c_str(), 1);
+        for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) unsetenv(name);
         Write(u"file.csv", kRows);
         Write(u"hard.csv", kRows);
         Write(u"latin.csv", "a\n1\n\xE9\n");
@@ -76,12 +79,54 @@ TEST_F(ProgramTest, SignalsAndExhaustedMemoryLeaveNoFile) {
     EXPECT_EQ(Names(), names);
 }
 
+TEST_F(ProgramTest, ALogHoldsArgumentsMessagesAndStatus) {
+    const std::tuple<const char*, int, const char*> logs[] = {
+        {"--log=n calc '1 + 1'", 0,
+         "[METHOD]: varnholt(--log=n, calc, 1 + 1)\r\n[LOGGING]: on\r\nExit status: 0\r\n"},
+        {"--log n table 50%.csv", 1,
+         "[METHOD]: varnholt(--log, n, table, 50%.csv)\r\n[LOGGING]: on\r\n"
+         "[ERROR]: Cannot open file \"50%.csv\": No such file or directory\r\nExit status: 1\r\n"},
+        {"--log n calc '$a' --csv text.csv", 0,
+         "[METHOD]: varnholt(--log, n, calc, $a, --csv, text.csv)\r\n[LOGGING]: on\r\n"
+         "[WARNING]: text.csv, line 2: \"x\" in column a is not a number and counts as missing; cells: "
+         "1\r\nExit status: 0\r\n"},
+        {"--log n tabel", 2,
+         "[METHOD]: varnholt(--log, n, tabel)\r\n[LOGGING]: on\r\n"
+         "[ERROR]: \"tabel\" is not a command; the nearest is table\r\nExit status: 2\r\n"},
+    };
+    Write(u"text.csv", "a\nx\n");
+    static const std::regex header("^(.*\r\n){3}"), prefix("\\[[0-9]+, [^\\]]+\\]: (?=.*\r\n)");
+    for (const auto& [arguments, status, expected] : logs) {
+        EXPECT_EQ(Run(arguments), status) << arguments;
+        const std::string log = Content(u"Documents\\Varnholt\\Logs\\n (varnholt).log");
+        const std::string lines =
+            std::regex_replace(log, header, "", std::regex_constants::format_first_only);
+        EXPECT_EQ(std::regex_replace(lines, prefix, ""), expected) << arguments;
+    }
+    ExpectAll({}, {"--log '' calc 1", "--log a/b calc 1", "--log 'a\\b' calc 1", "--log", "calc 1 --log n"});
+    EXPECT_EQ(Run("--version; HOME=/none '" VARNHOLT_PROGRAM "' --log n calc 1"), 0);
+    EXPECT_EQ(Content(u"reported"), "varnholt: Cannot create the log \"Varnholt\\Logs\\n (varnholt).log\"\n");
+}
+
+TEST_F(ProgramTest, FoldersAreThoseOfTheUser) {
+    const std::string home = Folder.GetNativePath();
+    ASSERT_EQ(
+        Run("--version; VARNHOLT_COMMON_DATA=\"$PWD/all\" '" VARNHOLT_PROGRAM "' folders | grep -v ' /opt'"),
+        0);
+    EXPECT_EQ(Content(u"printed").substr(Content(u"printed").find('\n') + 1),
+              "AppData          26  " + home + "/.config/\n" + "CommonAppData    35  " + home + "/all/\n" +
+                  "CommonDocuments  46  " + home + "/all/documents/\n" + "LocalAppData     28  " + home +
+                  "/.local/share/\n" + "MyPictures       39  " + home + "/Pictures/\n" +
+                  "Personal          5  " + home + "/Documents/\n" +
+                  "System           37  /usr/bin/\nWindows          36\n");
+}
+
 TEST_F(ProgramTest, ManPageAndCompletionKnowAllOptions) {
     const std::string sources = VARNHOLT_SOURCE_DIR "/Tools/varnholt/";
     std::string page = ReadWholeFile(FromNativePath(sources + "varnholt.1.in"));
     std::erase(page, '\\');
     static const std::regex option("--[a-z]+");
-    for (const std::string command : {"", "calc", "report", "table"}) {
+    for (const std::string command : {"", "calc", "folders", "report", "table", "--log x calc"}) {
         Write(u"complete.bash", ". '" + sources + "varnholt.bash'\nCOMP_WORDS=('" VARNHOLT_PROGRAM "' " +
                                     command +
                                     " --)\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_varnholt\n"

@@ -9,8 +9,10 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
 #include "Tools/varnholt/CalcCommand.h"
+#include "Tools/varnholt/FoldersCommand.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/Process.h"
+#include "Tools/varnholt/ProgramLog.h"
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
 
@@ -61,16 +63,33 @@ void CheckEncoding(int argc, const char* const* argv) {
     }
 }
 
-/// A first argument that is neither an option nor a command raises CLI::ValidationError.
-void CheckCommand(const CLI::App& app, int argc, const char* const* argv) {
-    if (argc < 2 || argv[1][0] == '-') return;
-    const std::string given = argv[1];
+std::vector<std::string> CommandNames(const CLI::App& app) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         names.push_back(command->get_name());
     }
+    return names;
+}
+
+/// The argument after the log, if it is neither an option nor a command, raises CLI::ValidationError.
+void CheckCommand(const CLI::App& app, int argc, const char* const* argv) {
+    const int at = ReadLogArgument(argc, argv).Next;
+    if (argc <= at || argv[at][0] == '-') return;
+    const std::string given = argv[at];
+    const std::vector<std::string> names = CommandNames(app);
     if (std::ranges::find(names, given) != names.end()) return;
     throw CLI::ValidationError("\"" + given + "\" is not a command" + NearestHint(given, names));
+}
+
+/// Raises CLI::ValidationError if the arguments held no command.
+void RequireCommand(const CLI::App& app) {
+    if (!app.get_subcommands().empty()) return;
+    std::string list;
+    const std::vector<std::string> names = CommandNames(app);
+    for (const std::string& name : names) {
+        list += (list.empty() ? "" : name == names.back() ? " or " : ", ") + name;
+    }
+    throw CLI::ValidationError("A command is required: " + list);
 }
 
 /// A hint at the option that was meant by an unknown one.
@@ -84,29 +103,38 @@ std::string OptionHint(const CLI::App& command) {
     return NearestHint(*given, names);
 }
 
+void Fail(StringView message) {
+    LogError(message);
+    PrintMessage(message);
+}
+
 int ReportUsage(const CLI::App& app, const CLI::ParseError& usage) {
     const std::vector<CLI::App*> commands = app.get_subcommands();
     const CLI::App& command = commands.empty() ? app : *commands.front();
-    Warn(FromUtf8(usage.what() + OptionHint(command)));
+    Fail(FromUtf8(usage.what() + OptionHint(command)));
     const std::string name = commands.empty() ? "" : " " + command.get_name();
     std::fprintf(stderr, "Try 'varnholt%s --help'.\n", name.c_str());
     return kWrongUsage;
 }
 
-int RunCommand(int argc, char** argv) {
+/// The log is opened as soon as the arguments can be read.
+int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     CLI::App app("Climate-data analysis with VarnholtLib", "varnholt");
     app.require_subcommand(0, 1);
     app.set_version_flag("--version", "varnholt " VARNHOLT_VERSION, "Print the version and exit");
+    app.add_option("--log", "Keep a log of this name; must be the first argument")
+        ->type_name("NAME")
+        ->expected(1);
     AddCalcCommand(app);
+    AddFoldersCommand(app);
     AddReportCommand(app);
     AddTableCommand(app);
     try {
         CheckEncoding(argc, argv);
+        log = OpenProgramLog(argc, argv);
         CheckCommand(app, argc, argv);
         app.parse(argc, argv);
-        if (app.get_subcommands().empty()) {
-            throw CLI::ValidationError("A command is required: calc, report or table");
-        }
+        RequireCommand(app);
     } catch (const CLI::CallForHelp&) {
         Print(FromUtf8(app.help()));
     } catch (const CLI::CallForVersion& version) {
@@ -119,22 +147,31 @@ int RunCommand(int argc, char** argv) {
 }
 
 /// Raises only when memory is exhausted.
-int RunAndReport(int argc, char** argv) {
+int RunAndReport(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     try {
-        return RunCommand(argc, argv);
+        return RunCommand(argc, argv, log);
     } catch (const EOutputClosed& failure) {
+        LogError(failure.GetMessage());
         EndByBrokenPipe();
-        Warn(failure.GetMessage());
+        PrintMessage(failure.GetMessage());
     } catch (const Exception& failure) {
         std::fflush(stdout);
-        Warn(failure.GetMessage());
+        Fail(failure.GetMessage());
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {
         std::fflush(stdout);
-        Warn(FromUtf8(failure.what()));
+        Fail(FromUtf8(failure.what()));
     }
     return kFailed;
+}
+
+/// The same, with the exit status in the log.
+int RunWithLog(int argc, char** argv) {
+    std::shared_ptr<TProgramLog> log;
+    const int status = RunAndReport(argc, argv, log);
+    if (log) log->Log(u"Exit status: %d", {status});
+    return status;
 }
 
 }  // namespace
@@ -143,7 +180,7 @@ int RunAndReport(int argc, char** argv) {
 int main(int argc, char** argv) {
     Varnholt::Tool::PrepareProcess();
     try {
-        return Varnholt::Tool::RunAndReport(argc, argv);
+        return Varnholt::Tool::RunWithLog(argc, argv);
     } catch (...) {
         std::fflush(stdout);
         Varnholt::Tool::ReportOutOfMemory();

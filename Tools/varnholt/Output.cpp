@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "Platform/Runtime/Streams.h"
+#include "VarnholtLib/Services/vrnLog.h"
 
 namespace Varnholt::Tool {
 namespace {
@@ -42,8 +43,19 @@ String OnOneLine(StringView text) {
     return line;
 }
 
-void Warn(StringView message) {
+void PrintMessage(StringView message) {
     std::fprintf(stderr, "varnholt: %s\n", ToUtf8(OnOneLine(message)).c_str());
+}
+
+void Warn(StringView message) {
+    PrintMessage(message);
+    if (HasDefaultLog() && DefaultLog()->GetEnabled()) DefaultLog()->Warning(message);
+}
+
+void LogError(StringView message) {
+    if (!HasDefaultLog() || !DefaultLog()->GetEnabled()) return;
+    DefaultLog()->Error(u"%s", {message});
+    DefaultLog()->Flush();
 }
 
 TProgress::TProgress() : FVisible(isatty(STDERR_FILENO) == 1) {}

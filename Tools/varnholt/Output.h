@@ -26,7 +26,13 @@ void FlushOutput();
 [[nodiscard]] String OnOneLine(StringView text);
 
 /// Prints OnOneLine "varnholt: MESSAGE" on standard error.
+void PrintMessage(StringView message);
+
+/// PrintMessage, and a warning in the log, if there is one.
 void Warn(StringView message);
+
+/// An error in the log, if there is one. It is handed to the system.
+void LogError(StringView message);
 
 /// The progress of long work on a terminal's standard error. Silent anywhere else, and once something has been
 /// printed on a terminal.

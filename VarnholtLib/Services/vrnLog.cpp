@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <limits>
 
 #include "Platform/Runtime/DateTime.h"
 #include "Platform/Runtime/Files.h"
@@ -94,19 +92,40 @@ String WithVisibleControls(StringView message) {
     return visible;
 }
 
-/// Appends the message in UTF-8, with visible controls.
-void AppendMessage(StringView message, std::string& bytes) {
-    bool isPlain = true;
-    for (const Char c : message) isPlain &= c >= u' ' && c < 0x7F;
-    if (!isPlain) {
-        bytes += ToUtf8(WithVisibleControls(message));
-        return;
+/// A message in UTF-8 with visible controls. Short plain ones, which most are, take no allocation.
+class TMessageText {
+public:
+    explicit TMessageText(StringView message) {
+        bool isPlain = message.size() <= kMaxShort;
+        if (isPlain) {
+            // One loop without an exit, which compilers turn into vector instructions.
+            std::uint16_t odd = 0;
+            for (std::size_t i = 0; i < message.size(); ++i) {
+                const std::uint16_t c = message[i];
+                FShort[i] = static_cast<char>(c);
+                odd = static_cast<std::uint16_t>(odd | (c - u' ') | (u'~' - c));
+            }
+            isPlain = odd < 0x8000;
+        }
+        if (!isPlain) {
+            FLong = ToUtf8(WithVisibleControls(message));
+            FText = FLong;
+            return;
+        }
+        FText = std::string_view(FShort.data(), message.size());
     }
-    const std::size_t used = bytes.size();
-    bytes.resize(used + message.size());
-    std::ranges::transform(message, bytes.begin() + static_cast<std::ptrdiff_t>(used),
-                           [](Char c) { return static_cast<char>(c); });
-}
+    TMessageText(const TMessageText&) = delete;
+    TMessageText& operator=(const TMessageText&) = delete;
+
+    [[nodiscard]] std::string_view Get() const noexcept { return FText; }
+
+private:
+    static constexpr std::size_t kMaxShort = 512;
+
+    std::array<char, kMaxShort> FShort;
+    std::string FLong;
+    std::string_view FText;
+};
 
 }  // namespace
 
@@ -117,14 +136,13 @@ class TBaseLog::TWriter {
 public:
     explicit TWriter(StringView path) : FFile(path) { FBytes.reserve(2 * kBufferSize); }
 
-    void WriteLine(StringView message) {
-        const std::size_t start = FBytes.size();
-        try {
-            AppendLine(message);
-        } catch (...) {  // memory is exhausted
-            FBytes.resize(start);
-            throw;
-        }
+    void WriteLine(std::string_view message) {
+        UpdatePrefix();
+        // If allocation fails, the buffer still holds whole lines only.
+        FBytes.reserve(FBytes.size() + FPrefix.size() + message.size() + kLineEnd.size());
+        FBytes += FPrefix;
+        FBytes += message;
+        FBytes += kLineEnd;
         if (FBytes.size() >= kBufferSize) Flush();
     }
 
@@ -146,35 +164,38 @@ private:
     static constexpr std::size_t kMaxKeptCapacity = 1 << 16;
     static constexpr std::string_view kLineEnd = "\r\n";
 
-    void AppendLine(StringView message) {
+    /// The beginning of a line, made anew for another thread or second.
+    void UpdatePrefix() {
         const std::uint32_t thread = Platform().Process->GetThreadId();
-        ReadTime();
-        std::array<char, 10> digits{};
-        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), thread).ptr;
-        FBytes += '[';
-        FBytes.append(digits.data(), end);
-        FBytes += ", ";
-        FBytes += FTimeText;
-        FBytes += "]: ";
-        AppendMessage(message, FBytes);
-        FBytes += kLineEnd;
+        const TDateTime now = Platform().Clock->Now();
+        const bool isSameSecond = now >= FFirstTime && now < FEndTime;
+        if (isSameSecond && thread == FThread) return;
+        if (!isSameSecond) ReadTime(now);
+        FThread = 0;  // none, if allocation fails
+        FPrefix = "[" + std::to_string(thread) + ", " + FTimeText + "]: ";
+        FThread = thread;
     }
 
-    void ReadTime() {
-        constexpr double kMillisecondsPerDay = 86'400'000;
-        const TDateTime now = Platform().Clock->Now();
-        // DateTimeToStr rounds to milliseconds and then drops them.
-        const double second = std::trunc(std::round(now * kMillisecondsPerDay) / 1000);
-        if (second == FSecond) return;
+    void ReadTime(TDateTime now) {
+        constexpr double kSecondsPerDay = 86'400;
+        constexpr double kHalfMillisecond =
+            0.0005;             // DateTimeToStr rounds to milliseconds and then drops them
+        FEndTime = FFirstTime;  // none, if allocation fails
         FTimeText = ToUtf8(DateTimeToStr(now));
-        FSecond = second;
+        const double day = std::floor(now);
+        const double second = std::floor((now - day) * kSecondsPerDay + kHalfMillisecond);
+        FFirstTime = now;
+        FEndTime = day + (second + 1 - kHalfMillisecond) / kSecondsPerDay;
     }
 
     TPrivateFileStream FFile;
     std::string FBytes;
     bool FHasFailed = false;
-    double FSecond = std::numeric_limits<double>::quiet_NaN();
-    std::string FTimeText;  // of that second
+    std::string FPrefix;  // of this thread and FTimeText
+    std::uint32_t FThread = 0;
+    std::string FTimeText;  // of the times from the first to before the end
+    TDateTime FFirstTime = 0;
+    TDateTime FEndTime = 0;
 };
 
 // --- TBaseLog ---
@@ -246,8 +267,9 @@ bool TBaseLog::GetVerbose() const {
 
 void TBaseLog::Log(StringView message) {
     if (!GetIsOpen() || message.empty()) return;
+    const TMessageText text(message);
     const std::lock_guard guard(FLock);
-    FWriter->WriteLine(message);
+    FWriter->WriteLine(text.Get());
 }
 
 void TBaseLog::Log(StringView message, TValues args) {
