@@ -1,0 +1,3 @@
+#include "Platform/Xml/XmlDocument.h"
+
+#include <gtest/gtest.h>

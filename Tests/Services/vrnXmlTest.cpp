@@ -1,0 +1,3 @@
+#include "Platform/System/Platform.h"
+
+#include <gtest/gtest.h>
