@@ -8,3 +8,4 @@
 #include "VarnholtBaseLib/CsvReader.h"
 #include "VarnholtBaseLib/Extremes.h"
 #include "VarnholtBaseLib/Months.h"
+#include "VarnholtBaseLib/XmlUtils.h"

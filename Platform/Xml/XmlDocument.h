@@ -23,7 +23,7 @@
 ///
 /// Text. What XML cannot hold is refused when it is written, and nothing changes: EXMLDocError with the text
 /// `XML cannot hold character U+0001` (zero, most control characters, U+FFFE, U+FFFF, unpaired surrogates),
-/// `"%s" is not an XML name`, or the text of a limit below. Carriage return, line feed and tab survive a round trip.
+/// `"%s" is not an XML name`, `"%s" declares an XML namespace`, or the text of a limit below. Carriage return, line feed and tab survive a round trip.
 ///
 /// Files are treated as data of strangers. A document with a DOCTYPE is refused, no entity but the five of XML and
 /// character references is known, and nothing but the file itself is ever opened. Limits, for files and for

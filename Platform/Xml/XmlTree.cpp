@@ -422,13 +422,20 @@ TXmlNode& TXmlTree::NewAttribute(StringView name, StringView text) {
 
 const xmlChar* TXmlTree::Interned(StringView name) const {
     const std::string utf8 = ToUtf8(name);
-    return xmlDictExists(FDocument->dict, Bytes(utf8), static_cast<int>(utf8.size()));
+    if (utf8.size() > kMaxXmlName) return nullptr;
+    const auto size = static_cast<int>(utf8.size());
+    // A name with a prefix is put together, and so interned, only when it is first read.
+    if (utf8.find(':') != std::string::npos)
+        return Allocated(xmlDictLookup(FDocument->dict, Bytes(utf8), size));
+    return xmlDictExists(FDocument->dict, Bytes(utf8), size);
 }
 
 const xmlChar* TXmlTree::NameOf(const xmlNode* node) const {
     const xmlNs* const ns = node->ns;  // at the same offset in elements and attributes
     if (ns == nullptr || ns->prefix == nullptr) return node->name;
-    return Allocated(xmlDictQLookup(FDocument->dict, ns->prefix, node->name));
+    const auto text = [](const xmlChar* bytes) { return reinterpret_cast<const char*>(bytes); };
+    const std::string name = std::string(text(ns->prefix)) + ":" + text(node->name);
+    return Allocated(xmlDictLookup(FDocument->dict, Bytes(name), static_cast<int>(name.size())));
 }
 
 std::shared_ptr<IXMLNode> TXmlTree::Share(xmlNode* node) {
@@ -436,7 +443,7 @@ std::shared_ptr<IXMLNode> TXmlTree::Share(xmlNode* node) {
 }
 
 TXmlNode& TXmlTree::Own(const std::shared_ptr<IXMLNode>& node, bool isElement) {
-    if (!node) throw EArgumentNilException(u"The XML node to add is missing");
+    if (!node) throw EArgumentNilException(u"node");
     auto* const own = dynamic_cast<TXmlNode*>(node.get());
     if (own == nullptr || &own->Tree() != this)
         throw EXMLDocError(u"The node belongs to another XML document");

@@ -36,8 +36,8 @@ using TXmlNodes = std::vector<std::shared_ptr<IXMLNode>>;
 [[nodiscard]] VARNHOLT_EXPORT std::shared_ptr<IXMLDocument> XmlLoadDocument(StringView fileName);
 
 /// The document element. Raises `Root name mismatch` if its name differs or there is none.
-[[nodiscard]] VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlGetRoot(const std::shared_ptr<IXMLDocument>& document,
-                                                                   StringView name);
+[[nodiscard]] VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlGetRoot(
+    const std::shared_ptr<IXMLDocument>& document, StringView name);
 
 /// The children of that name in document order; "*" selects all. Raises `Node has not been initialized` for an
 /// empty node.
@@ -73,16 +73,19 @@ using TXmlNodes = std::vector<std::shared_ptr<IXMLNode>>;
                                                            StringView childName, StringView name);
 
 /// Sets an attribute, which is appended if it is absent. Raises `Node has not been initialized` for an empty node.
-VARNHOLT_EXPORT void XmlSetAttribute(const std::shared_ptr<IXMLNode>& node, StringView name, StringView value);
+VARNHOLT_EXPORT void XmlSetAttribute(const std::shared_ptr<IXMLNode>& node, StringView name,
+                                     StringView value);
 
 /// Appends a child, also if one of that name exists. Raises `Node has not been initialized` for an empty node.
 VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlNewChild(const std::shared_ptr<IXMLNode>& node, StringView name);
 
 /// The first child of that name, or else a new one. Raises as XmlNewChild.
-VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlCreateChild(const std::shared_ptr<IXMLNode>& node, StringView name);
+VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlCreateChild(const std::shared_ptr<IXMLNode>& node,
+                                                         StringView name);
 
 /// How many children have exactly that name. Raises `Node has not been initialized` for an empty node.
-[[nodiscard]] VARNHOLT_EXPORT std::int32_t XmlCountChildren(const std::shared_ptr<IXMLNode>& node, StringView name);
+[[nodiscard]] VARNHOLT_EXPORT std::int32_t XmlCountChildren(const std::shared_ptr<IXMLNode>& node,
+                                                            StringView name);
 
 /// Sets an attribute of a child, which is returned: with reuse that of XmlCreateChild, otherwise of XmlNewChild.
 VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlSetChildAttribute(const std::shared_ptr<IXMLNode>& node,
@@ -90,12 +93,17 @@ VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlSetChildAttribute(const std::shared
                                                                StringView value, bool reuse);
 
 /// Sets the text of a child, chosen as by XmlSetChildAttribute, and returns the child.
-VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlSetChildText(const std::shared_ptr<IXMLNode>& node, StringView name,
-                                                          StringView text, bool reuse);
+VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlSetChildText(const std::shared_ptr<IXMLNode>& node,
+                                                          StringView name, StringView text, bool reuse);
 
 // --- The wrapper ---
 
-enum TVarnXmlError { cxeAttributeDoesNotExist, cxeChildDoesNotExist, cxeInvalidCondition, cxeUnableToSaveXml };
+enum TVarnXmlError {
+    cxeAttributeDoesNotExist,
+    cxeChildDoesNotExist,
+    cxeInvalidCondition,
+    cxeUnableToSaveXml
+};
 /// Whether a wrapper raises EVarnXml for an error or continues with an empty result.
 enum TVarnXmlErrorLevel { cxelException, cxelContinue };
 enum TVarnXmlNodeType { cxAttribute, cxElement };
@@ -121,8 +129,7 @@ class TVarnXmlNodeList;
 /// otherwise returns the result that is named.
 class VARNHOLT_EXPORT IVarnXml {
 public:
-    static constexpr TGuid kGuid{
-        0xA3A0D553, 0xB9BE, 0x496E, {0xA5, 0x7F, 0x56, 0x4F, 0x14, 0x16, 0x94, 0xBA}};
+    static constexpr TGuid kGuid = TGuid::FromText(u"{A3A0D553-B9BE-496E-A57F-564F141694BA}");
 
     virtual ~IVarnXml() = default;
     [[nodiscard]] virtual String GetName() = 0;
@@ -194,8 +201,7 @@ private:
 /// A list of nodes for classes of applications; nothing in the library implements or takes it.
 class VARNHOLT_EXPORT IVarnXmlNodeList {
 public:
-    static constexpr TGuid kGuid{
-        0xCE651AA7, 0xA72C, 0x4D81, {0x85, 0x81, 0x47, 0x22, 0x81, 0x3A, 0x98, 0x2B}};
+    static constexpr TGuid kGuid = TGuid::FromText(u"{CE651AA7-A72C-4D81-8581-4722813A982B}");
 
     virtual ~IVarnXmlNodeList() = default;
     virtual void AddNode(std::shared_ptr<IVarnXml> node) = 0;
