@@ -48,7 +48,7 @@ public:
 };
 
 /// The kinds of node that a caller can create.
-enum TXMLNodeType { ntElement, ntAttribute };
+enum TXMLNodeType : std::uint8_t { ntElement, ntAttribute };
 
 /// The child elements or the attributes of a node, or the child elements of a document: a live view, in document
 /// order. Indexes count from 0.

@@ -98,15 +98,15 @@ VARNHOLT_EXPORT std::shared_ptr<IXMLNode> XmlSetChildText(const std::shared_ptr<
 
 // --- The wrapper ---
 
-enum TVarnXmlError {
+enum TVarnXmlError : std::uint8_t {
     cxeAttributeDoesNotExist,
     cxeChildDoesNotExist,
     cxeInvalidCondition,
     cxeUnableToSaveXml
 };
 /// Whether a wrapper raises EVarnXml for an error or continues with an empty result.
-enum TVarnXmlErrorLevel { cxelException, cxelContinue };
-enum TVarnXmlNodeType { cxAttribute, cxElement };
+enum TVarnXmlErrorLevel : std::uint8_t { cxelException, cxelContinue };
+enum TVarnXmlNodeType : std::uint8_t { cxAttribute, cxElement };
 
 /// An error of a wrapper at cxelException. The message is the text of its code.
 class VARNHOLT_EXPORT EVarnXml : public Exception {
