@@ -30,6 +30,7 @@ is_present() {
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
         ninja-build) command -v ninja ;;
+        qt6-base-dev) ls /usr/lib/*/cmake/Qt6Core ;;
         *) command -v "$1" ;;
     esac >/dev/null 2>&1
 }

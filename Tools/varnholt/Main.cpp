@@ -9,6 +9,7 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
 #include "Tools/varnholt/CalcCommand.h"
+#include "Tools/varnholt/ConfigCommand.h"
 #include "Tools/varnholt/FoldersCommand.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/Process.h"
@@ -126,6 +127,7 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
         ->type_name("NAME")
         ->expected(1);
     AddCalcCommand(app);
+    AddConfigCommand(app);
     AddFoldersCommand(app);
     AddReportCommand(app);
     AddTableCommand(app);
@@ -146,6 +148,16 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     return kDone;
 }
 
+/// The message, with that of the cause, if there is one, in brackets.
+String MessageOf(const Exception& failure) {
+    try {
+        std::rethrow_if_nested(failure);
+    } catch (const Exception& cause) {
+        return Format(u"%s (%s)", {failure.GetMessage(), MessageOf(cause)});
+    }
+    return failure.GetMessage();
+}
+
 /// Raises only when memory is exhausted.
 int RunAndReport(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     try {
@@ -156,7 +168,7 @@ int RunAndReport(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
         PrintMessage(failure.GetMessage());
     } catch (const Exception& failure) {
         std::fflush(stdout);
-        Fail(failure.GetMessage());
+        Fail(MessageOf(failure));
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {
