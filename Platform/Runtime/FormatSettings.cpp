@@ -1,14 +1,18 @@
 #include "Platform/Runtime/FormatSettings.h"
 
+#include <langinfo.h>
+
+#include <algorithm>
 #include <clocale>
 #include <cstring>
 #include <cwchar>
 #include <optional>
+#include <string_view>
+
+#include "Platform/Runtime/Immortal.h"
 
 namespace Varnholt {
 namespace {
-
-constinit TFormatSettings processSettings;
 
 std::optional<Char> DecodeSeparator(const char* bytes) {
     const std::size_t length = std::strlen(bytes);
@@ -19,23 +23,79 @@ std::optional<Char> DecodeSeparator(const char* bytes) {
     return static_cast<Char>(character);
 }
 
-[[maybe_unused]] const bool kTakenAtLoad = (RefreshFormatSettings(), true);
+/// The field of a date format for a letter of strftime; empty for others.
+StringView DateField(char letter) {
+    switch (letter) {
+        case 'd':
+            return u"DD";
+        case 'e':
+            return u"D";
+        case 'm':
+            return u"MM";
+        case 'y':
+        case 'Y':
+            return u"YYYY";
+        default:
+            return {};
+    }
+}
+
+/// Takes order and separator from a date format of strftime such as "%d.%m.%Y"; leaves the settings as they
+/// are unless it is of that form.
+void TakeDateFormat(std::string_view format, TFormatSettings& settings) {
+    String pattern;
+    Char separator = 0;
+    int fields = 0;
+    for (; !format.empty(); ++fields) {
+        if (fields > 0) {
+            const auto c = static_cast<unsigned char>(format.front());
+            if (c == '%' || c > 0x7E) return;
+            if (separator == 0) separator = static_cast<Char>(c);
+            format.remove_prefix(1);
+            pattern += u'/';
+            if (format.empty() || format == " ") break;  // a separator after the last field
+        }
+        if (format.size() < 2 || format[0] != '%') return;
+        const std::size_t flags = format[1] == '-' ? 1 : 0;
+        if (format.size() < 2 + flags) return;
+        const StringView field = DateField(format[1 + flags]);
+        if (field.empty() || pattern.find(field.front()) != String::npos) return;
+        pattern += field;
+        format.remove_prefix(2 + flags);
+    }
+    if (fields != 3) return;
+    settings.DateSeparator = separator;
+    settings.ShortDateFormat = settings.LongDateFormat = pattern;
+}
+
+TFormatSettings OfLocale() {
+    TFormatSettings settings;
+    const std::lconv& numbers = *std::localeconv();
+    settings.DecimalSeparator = DecodeSeparator(numbers.decimal_point).value_or(u'.');
+    settings.ThousandSeparator =
+        DecodeSeparator(numbers.thousands_sep).value_or(settings.DecimalSeparator == u',' ? u'.' : u',');
+    const char* const locale = std::setlocale(LC_TIME, nullptr);
+    const std::string_view name = locale != nullptr ? locale : "C";
+    if (name != "C" && name != "POSIX") TakeDateFormat(nl_langinfo(D_FMT), settings);
+    return settings;
+}
+
+[[maybe_unused]] const bool kTakenAtLoad = (static_cast<void>(FormatSettings()), true);
 
 }  // namespace
 
-TFormatSettings TFormatSettings::Invariant() {
-    return TFormatSettings{};
+const TFormatSettings& TFormatSettings::Invariant() {
+    static TImmortal<TFormatSettings> settings;
+    return *settings;
 }
 
 TFormatSettings& FormatSettings() {
-    return processSettings;
+    static TImmortal<TFormatSettings> settings(OfLocale());
+    return *settings;
 }
 
 void RefreshFormatSettings() {
-    const std::lconv& locale = *std::localeconv();
-    const Char decimal = DecodeSeparator(locale.decimal_point).value_or(u'.');
-    const Char thousand = DecodeSeparator(locale.thousands_sep).value_or(decimal == u',' ? u'.' : u',');
-    processSettings = {decimal, thousand};
+    FormatSettings() = OfLocale();
 }
 
 }  // namespace Varnholt

@@ -25,6 +25,12 @@ constexpr StringView kExtension = u".VrnConfig";
 constexpr StringView kTypeAttribute = u"DataType";
 constexpr std::array<StringView, 5> kTypeWords = {u"General", u"String", u"Integer", u"Float", u"Boolean"};
 
+/// The default log if it is enabled; otherwise null.
+std::shared_ptr<ILog> EnabledLog() {
+    const std::shared_ptr<ILog> log = HasDefaultLog() ? DefaultLog() : nullptr;
+    return log && log->GetEnabled() ? log : nullptr;
+}
+
 /// The cause, if there is one in flight, becomes the nested exception.
 [[noreturn]] void OpenError(StringView detail) {
     Exception error(Format(u"Unable to create or open configuration file - %s", {detail}));
@@ -96,7 +102,7 @@ EVarnConfig::EVarnConfig(TCfgError error, StringView data)
 // --- Files ---
 
 String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, StringView name) {
-    const std::shared_ptr<ILog> log = EnabledDefaultLog();
+    const std::shared_ptr<ILog> log = EnabledLog();
     if (log)
         log->Method(u"TVarnConfig.GenFileName",
                     {String(VisibilityText(visibility)), String(product), String(name)});
@@ -151,7 +157,7 @@ void TVarnConfig::CreateBasicFile() const {
 }
 
 void TVarnConfig::Save() {
-    if (const std::shared_ptr<ILog> log = EnabledDefaultLog()) {
+    if (const std::shared_ptr<ILog> log = EnabledLog()) {
         log->Method(u"TVarnConfig.Save");
         log->Log(u"Saving config file to: %s", {FFilename});
     }

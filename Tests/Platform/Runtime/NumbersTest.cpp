@@ -125,7 +125,7 @@ TEST(Numbers, FloatTextsAgreeWithPrintf) {
     const Extended kInfinity = HUGE_VALL;
     EXPECT_EQ(FloatToStr(kInfinity) + FloatToStr(-kInfinity) + FloatToStr(NAN) + FloatToStr(-NAN),
               u"INF-INFNANNAN");
-    constexpr TFormatSettings kComma{u',', u'.'};
+    const TFormatSettings kComma{u',', u'.'};
     EXPECT_EQ(FloatToStr(-0.5L, kComma) + FloatToStr(1.5e-7L, kComma), u"-0,51,5E-7");
     EXPECT_EQ(IntToStr(INT64_MIN), u"-9223372036854775808");
     // clang-format off
@@ -172,6 +172,8 @@ TEST(Numbers, ConversionsFollowTheSettingsAndNeverTheLocale) {
     check(FormatSettings(), u'.');  // still those taken at load
     RefreshFormatSettings();
     EXPECT_NE(FormatSettings().ThousandSeparator, u',');
+    EXPECT_EQ(FormatSettings().DateSeparator, u'.');
+    EXPECT_EQ(FormatSettings().ShortDateFormat, u"DD/MM/YYYY");
     check(FormatSettings(), u',');
     FormatSettings().DecimalSeparator = u'\u066B';
     check(FormatSettings(), u'\u066B');
