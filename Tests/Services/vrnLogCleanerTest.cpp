@@ -1,99 +1,74 @@
 #include "VarnholtLib/Services/vrnLogCleaner.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <filesystem>
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/System/LocalTime.h"
-#include "Tests/Services/LogTestSupport.h"
+#include "Tests/Services/ServiceTest.h"
 
 namespace Varnholt::Test {
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A folder of logs at noon, local time.
-class vrnLogCleaner : public ::testing::Test {
+class vrnLogCleaner : public TServiceTest {
 protected:
     vrnLogCleaner() {
-        Machine.Clock->Time = ToLocalDateTime(
-            std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::file_clock::to_sys(FNow)));
+        const auto now = std::chrono::file_clock::to_sys(FNow);
+        Time = ToLocalDateTime(std::chrono::time_point_cast<std::chrono::microseconds>(now));
+        for (const Char c : StringView(u"0123456789")) Write(String{c} + u".log", 120h);
     }
 
     void Write(const String& name, std::chrono::file_clock::duration age) {
-        WriteFileInOneGo(Folder + name, "");
-        std::filesystem::last_write_time(ToNativePath(Folder + name), FNow - age);
-    }
-    void WriteTenYoungerOldOnes() {
-        for (int i = 0; i < 10; ++i) Write(u"kept" + String(1, static_cast<Char>(u'0' + i)) + u".log", 120h);
+        WriteFileInOneGo(Logs + name, "");
+        std::filesystem::last_write_time(ToNativePath(Logs + name), FNow - age);
     }
     /// The names of the files to delete, each with a comma.
-    static String Names(ILogCleaner& cleaner) {
+    String Found() {
         String names;
-        for (const String& path : cleaner.GetFilesToDelete()) names += ExtractFileName(path) + u",";
+        for (const String& path : Cleaner->GetFilesToDelete()) names += ExtractFileName(path) + u",";
         return names;
     }
 
-    TLogMachine Machine;
-    const std::shared_ptr<TNamedLog> Log = TBaseLog::Create<TNamedLog>(u"own");
-    const String Folder = ExtractFilePath(Log->GetLogFileName());
-    const std::shared_ptr<ILogCleaner> Cleaner = TLogCleanerFactory::GetObject();
+    std::shared_ptr<TNamedLog> Log = TBaseLog::Create<TNamedLog>(u"own");
+    const String Logs = ExtractFilePath(Log->GetLogFileName());
+    std::shared_ptr<ILogCleaner> Cleaner = TLogCleanerFactory::GetObject();
 
 private:
     const std::chrono::file_clock::time_point FNow = std::chrono::file_clock::now();
 };
 
-TEST_F(vrnLogCleaner, OnlyOldLogFilesBeyondTenAreFound) {
-    WriteTenYoungerOldOnes();
-    EXPECT_EQ(Names(*Cleaner), u"");
-    const std::tuple<StringView, std::chrono::minutes, bool> cases[] = {
-        {u"a.log", 130h, true},      {u"a.log", 120h + 1min, true}, {u"a.log", 120h - 1min, false},
-        {u"a.log", -2400h, false},   {u".log", 130h, true},         {u"a.LOG", 130h, false},
-        {u"a.log.txt", 130h, false}, {u"alog", 130h, false},
-    };
-    for (const auto& [name, age, isFound] : cases) {
-        Write(String(name), age);
-        EXPECT_EQ(Names(*Cleaner), isFound ? String(name) + u"," : u"") << ToUtf8(name) << age.count();
-        DeleteFile(Folder + String(name));
-    }
-    ForceDirectories(Folder + u"folder.log\\a.log");
-    std::filesystem::last_write_time(ToNativePath(Folder + u"folder.log"), {});
-    std::filesystem::create_symlink("nowhere", ToNativePath(Folder + u"link.log"));
-    EXPECT_EQ(Names(*Cleaner), u"");
-}
-
-TEST_F(vrnLogCleaner, TheNewestComeFirstAlsoWithinADate) {
-    WriteTenYoungerOldOnes();
-    const std::pair<StringView, std::chrono::minutes> files[] = {{u"c.log", 144h + 2min},
-                                                                 {u"e.log", 400h},
-                                                                 {u"b.log", 144h + 1min},
-                                                                 {u"d.log", 145h},
-                                                                 {u"a.log", 145h}};
+TEST_F(vrnLogCleaner, OnlyOldLogsBeyondTenAreFoundTheNewestFirst) {
+    EXPECT_EQ(Found(), u"");
+    // clang-format off
+    const std::pair<StringView, std::chrono::minutes> files[] = {
+        {u"c.log", 144h + 2min}, {u"young.log", 120h - 1min},
+        {u"future.log", -2400h}, {u"b.log", 144h + 1min},
+        {u"upper.LOG", 130h},    {u"other.log.txt", 130h},
+        {u"d.log", 145h},        {u"e.log", 400h},
+        {u".log", 145h},         {u"a.log", 120h + 1min},
+        {u"nolog", 130h}};
+    // clang-format on
     for (const auto& [name, age] : files) Write(String(name), age);
-    EXPECT_EQ(Names(*Cleaner), u"b.log,c.log,a.log,d.log,e.log,");
+    ForceDirectories(Logs + u"folder.log\\x.log");
+    std::filesystem::last_write_time(ToNativePath(Logs + u"folder.log"), {});
+    EXPECT_EQ(Found(), u"a.log,b.log,c.log,.log,d.log,e.log,");
 }
 
 TEST_F(vrnLogCleaner, CleanLeavesTheNewestAndWhatCannotBeDeleted) {
-    WriteTenYoungerOldOnes();
+    Write(u"odd.log", 129h);
+    std::filesystem::rename(ToNativePath(Logs) + "odd.log", ToNativePath(Logs) + "\xFF.log");
     Write(u"old.log", 130h);
-    Write(String(u"\uFFFD.log"), 131h);
-    std::filesystem::rename(ToNativePath(Folder + u"\uFFFD.log"), ToNativePath(Folder) + "\xFF.log");
     Cleaner->Clean();
-    EXPECT_FALSE(FileExists(Folder + u"old.log"));
-    EXPECT_EQ(Names(*Cleaner), u"\uFFFD.log,") << "a name that has no text";
-    EXPECT_TRUE(FileExists(Folder + u"kept9.log") && FileExists(Log->GetLogFileName()));
-}
-
-TEST_F(vrnLogCleaner, WithoutALogOrFolderNothingIsFound) {
-    std::filesystem::remove_all(ToNativePath(Folder));
-    const std::shared_ptr<ILog> none;
-    for (const auto& cleaner : {Cleaner, TLogCleanerFactory::GetObject(none),
-                                TLogCleanerFactory::GetObject(std::make_shared<TNullLog>())}) {
-        EXPECT_TRUE(cleaner->GetFilesToDelete()->GetIsEmpty());
-        cleaner->Clean();
-    }
+    EXPECT_EQ(Found(), u"\uFFFD.log,");
+    EXPECT_TRUE(FileExists(Logs + u"9.log") && FileExists(Log->GetLogFileName()));
+    std::filesystem::remove_all(ToNativePath(Logs));
+    EXPECT_EQ(Found(), u"");
+    Log.reset();
+    Cleaner.reset();
+    Cleaner = TLogCleanerFactory::GetObject();
+    EXPECT_EQ(Found(), u"") << "no default log";
 }
 
 }  // namespace
