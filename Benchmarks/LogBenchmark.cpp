@@ -60,7 +60,7 @@ struct TSpdlog {
         const std::string path = Folder().Path / "spdlog.log";
         auto sink = std::make_shared<spdlog::sinks::basic_file_sink_mt>(path, true);
         sink->set_formatter(std::make_unique<spdlog::pattern_formatter>(
-            "[%t, %m/%d/%Y %H:%M:%S]: %v", spdlog::pattern_time_type::local, "\r\n"));
+            "[%t, %Y-%m-%d %H:%M:%S]: %v", spdlog::pattern_time_type::local, "\r\n"));
         return sink;
     }
     void Write(int) { Log.info("Station 11035 Wien Hohe Warte: 31 rows read from rain.csv"); }

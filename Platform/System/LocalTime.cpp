@@ -16,7 +16,9 @@ std::chrono::seconds ZoneOffset(std::chrono::sys_seconds time) {
 TDateTime ToDateTime(std::chrono::system_clock::time_point time, std::chrono::seconds offset) {
     constexpr TDateTime kEpoch = 25569;  // 1 January 1970
     using TDays = std::chrono::duration<double, std::chrono::days::period>;
-    return kEpoch + TDays(time.time_since_epoch() + offset).count();
+    const auto local = time + offset;
+    const auto day = std::chrono::floor<std::chrono::days>(local);
+    return JoinDateTime(kEpoch + TDays(day.time_since_epoch()).count(), TDays(local - day).count());
 }
 
 TDateTime ToLocalDateTime(std::chrono::system_clock::time_point time) {
