@@ -74,10 +74,8 @@ private:
         const Char c = FFormat[FAt];
         if (c == u'\'' || c == u'"') return WriteQuoted(c);
         const Char letter = LowerAscii(c);
-        const std::size_t end =
-            std::find_if(FFormat.begin() + static_cast<std::ptrdiff_t>(FAt), FFormat.end(),
-                         [&](Char next) { return LowerAscii(next) != letter; }) -
-            FFormat.begin();
+        std::size_t end = FAt;
+        while (end < FFormat.size() && LowerAscii(FFormat[end]) == letter) ++end;
         if (WriteField(letter, end - FAt)) {
             FAt = end;
             return;

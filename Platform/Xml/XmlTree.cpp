@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -423,19 +424,22 @@ TXmlNode& TXmlTree::NewAttribute(StringView name, StringView text) {
 const xmlChar* TXmlTree::Interned(StringView name) const {
     const std::string utf8 = ToUtf8(name);
     if (utf8.size() > kMaxXmlName) return nullptr;
-    const auto size = static_cast<int>(utf8.size());
-    // A name with a prefix is put together, and so interned, only when it is first read.
-    if (utf8.find(':') != std::string::npos)
-        return Allocated(xmlDictLookup(FDocument->dict, Bytes(utf8), size));
-    return xmlDictExists(FDocument->dict, Bytes(utf8), size);
+    if (utf8.find(':') != std::string::npos) return InternedWithPrefix(utf8);
+    return xmlDictExists(FDocument->dict, Bytes(utf8), static_cast<int>(utf8.size()));
+}
+
+const xmlChar* TXmlTree::InternedWithPrefix(const std::string& name) const {
+    return Allocated(xmlDictLookup(FDocument->dict, Bytes(name), static_cast<int>(name.size())));
 }
 
 const xmlChar* TXmlTree::NameOf(const xmlNode* node) const {
-    const xmlNs* const ns = node->ns;  // at the same offset in elements and attributes
-    if (ns == nullptr || ns->prefix == nullptr) return node->name;
     const auto text = [](const xmlChar* bytes) { return reinterpret_cast<const char*>(bytes); };
-    const std::string name = std::string(text(ns->prefix)) + ":" + text(node->name);
-    return Allocated(xmlDictLookup(FDocument->dict, Bytes(name), static_cast<int>(name.size())));
+    const xmlNs* const ns = node->ns;  // at the same offset in elements and attributes
+    if (ns != nullptr && ns->prefix != nullptr)
+        return InternedWithPrefix(std::string(text(ns->prefix)) + ":" + text(node->name));
+    // The parser interns a name with an undeclared prefix in another way.
+    const bool hasPrefix = std::strchr(text(node->name), ':') != nullptr;
+    return hasPrefix ? InternedWithPrefix(text(node->name)) : node->name;
 }
 
 std::shared_ptr<IXMLNode> TXmlTree::Share(xmlNode* node) {

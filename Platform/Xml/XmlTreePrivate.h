@@ -133,7 +133,7 @@ public:
     [[nodiscard]] TXmlNode& NodeOf(xmlNode* node);
     [[nodiscard]] TXmlNode& NewElement(StringView name);
     [[nodiscard]] TXmlNode& NewAttribute(StringView name, StringView text);
-    /// The interned form of a name; null if no node of the document has it.
+    /// The interned form of a name; null if no node of the document can have it.
     [[nodiscard]] const xmlChar* Interned(StringView name) const;
     /// The interned name of a node, prefix included.
     [[nodiscard]] const xmlChar* NameOf(const xmlNode* node) const;
@@ -145,6 +145,7 @@ public:
 
 private:
     TXmlNode& NewNode(xmlNode* node);
+    [[nodiscard]] const xmlChar* InternedWithPrefix(const std::string& name) const;
 
     TXmlDocPtr FDocument;
     std::deque<TXmlNode> FNodes;

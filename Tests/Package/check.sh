@@ -38,9 +38,15 @@ expect 'The moved program' "$("$work/moved/bin/varnholt" calc '@sum((1+2),3)')" 
 expect 'The SONAME' "$(readelf -d "$work/moved/lib/libVarnholtLib.so" | sed -n 's/.*soname: \[\(.*\)\]/\1/p')" libVarnholtLib.so.0.1
 expect 'The list of private headers' "$(find "$work/moved/include" -name '*Private.h')" ''
 consume_with_cmake installed -DCMAKE_PREFIX_PATH="$work/moved"
-quietly cmake -S Examples/evaluator -B "$work/example" -G Ninja -DCMAKE_PREFIX_PATH="$work/moved"
-quietly cmake --build "$work/example"
-expect 'The example' "$("$work/example/evaluator" 12.5)" '2 * ($rain + 1.5) = 28'
+for example in evaluator settings; do
+    quietly cmake -S "Examples/$example" -B "$work/$example" -G Ninja -DCMAKE_PREFIX_PATH="$work/moved"
+    quietly cmake --build "$work/$example"
+done
+expect 'The evaluator' "$("$work/evaluator/evaluator" 12.5)" '2 * ($rain + 1.5) = 28'
+export HOME=$work/home XDG_DATA_HOME=
+mkdir "$HOME"
+quietly "$work/settings/settings" 'Graz'
+expect 'The settings' "$("$work/settings/settings")" 'Start 2, station Graz'
 consume_with_pkg_config "$work/moved"
 
 echo 'The installation for the whole system'

@@ -45,11 +45,11 @@ const std::vector<TFolder> kFolders = {
 
 // Headers from outside the tree, and who may include them. A plain name in brackets is the standard library's.
 const std::vector<TThirdParty> kThirdParties = {
-    {"unicode/", {"Platform/Runtime/"}}, {"libxml/", {"Platform/Xml/"}}, {"curl/", {"Platform/Http/"}},
+    {"unicode/", {"Platform/Runtime/"}}, {"libxml/", {"Platform/Xml/", "Benchmarks/"}}, {"curl/", {"Platform/Http/"}},
     {"zip.h", {"Platform/Zip/"}}, {"sqlite3.h", {"Platform/Registry/"}},
     {"cairo", {"Platform/Drawing/"}}, {"pango/", {"Platform/Drawing/"}}, {"zlib.h", {"VarnholtLib/Files/"}},
     {"boost/", {"VarnholtLib/Data/", "VarnholtLib/Numerics/", "Benchmarks/"}},
-    {"CLI/", {"Tools/"}}, {"mpi.h", {"Tools/"}}, {"Q", {"Desktop/"}},
+    {"CLI/", {"Tools/"}}, {"mpi.h", {"Tools/"}}, {"Q", {"Desktop/", "Benchmarks/"}},
     {"benchmark/", {"Benchmarks/"}}, {"spdlog/", {"Benchmarks/"}}, {"gsl/", {"Benchmarks/"}}, {"muParser", {"Benchmarks/"}},
     {"sys/", {"Platform/", "Tools/", "Benchmarks/"}}, {"linux/", {"Platform/"}},
     {"elf.h", {"Platform/System/"}}, {"link.h", {"Platform/System/"}}, {"dlfcn.h", {"Platform/System/"}},

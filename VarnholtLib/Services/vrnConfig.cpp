@@ -10,10 +10,9 @@
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Text.h"
-#include "Platform/System/Platform.h"
-#include "VarnholtLib/Foundation/vrnPathText.h"
 #include "VarnholtLib/Foundation/vrnString.h"
 #include "VarnholtLib/Services/vrnLog.h"
+#include "VarnholtLib/Services/vrnSpecialFolders.h"
 
 namespace Varnholt {
 namespace {
@@ -106,9 +105,9 @@ String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, S
     if (log)
         log->Method(u"TVarnConfig.GenFileName",
                     {String(VisibilityText(visibility)), String(product), String(name)});
-    String folder = Platform().KnownFolders->Find(visibility == vPublic ? kfCommonAppData : kfLocalAppData);
+    const String folder =
+        visibility == vPublic ? TSpecialFolders::GetCommonAppData() : TSpecialFolders::GetLocalAppData();
     if (folder.empty()) OpenError(u"unable to get folder");
-    EnsurePathString(folder);
     const String path = Format(u"%sVarnholt\\%s\\%s%s", {folder, product, name, kExtension});
     if (log) log->Log(u"Config file: %s", {path});
     return path;

@@ -180,7 +180,7 @@ TEST_P(XmlContract, AnyReferenceKeepsTheDocument) {
 TEST_F(XmlDocument, WhatNoListShowsIsKept) {
     const std::string bytes =
         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<!--top-->\n<r xmlns:p=\"urn:x\" p:a=\"1\">\n"
-        "  <p:e><![CDATA[<\xE4>]]></p:e><!--in-->\n  <?pi x?>\n</r>\n";
+        "  <p:e q:b=\"2\"><![CDATA[<\xE4>]]></p:e><!--in-->\n  <?pi x?>\n</r>\n";
     const auto document = Load(bytes);
     const TNodePtr root = document->GetDocumentElement();
     EXPECT_EQ(root->GetText(), u"");
@@ -188,6 +188,7 @@ TEST_F(XmlDocument, WhatNoListShowsIsKept) {
     EXPECT_EQ(root->GetChildValue(u"p:e").ToText(), u"<\u00E4>");
     EXPECT_EQ(root->GetAttribute(u"p:a").ToText(), u"1");
     EXPECT_EQ(root->GetAttributeNodes()->GetCount(), 1);
+    EXPECT_TRUE(root->GetChildNodes()->First()->HasAttribute(u"q:b"));  // undeclared
     EXPECT_EQ(Saved(*document), bytes);
 }
 
