@@ -6,6 +6,7 @@
 #include "Platform/Controls/Controls.h"
 #include "Platform/Runtime/Runtime.h"
 #include "Platform/System/System.h"
+#include "Platform/Xml/Xml.h"
 #include "VarnholtBaseLib/VarnholtBaseLib.h"
 #include "VarnholtLib/Data/Data.h"
 #include "VarnholtLib/Foundation/Foundation.h"

@@ -80,13 +80,26 @@ TFormatSettings OfLocale() {
     return settings;
 }
 
-[[maybe_unused]] const bool kTakenAtLoad = (static_cast<void>(FormatSettings()), true);
+TFormatSettings& InvariantSettings() {
+    static TImmortal<TFormatSettings> settings;
+    return *settings;
+}
+
+// Both, because nothing may be created any more when FreeTexts runs.
+[[maybe_unused]] const bool kCreatedAtLoad = &InvariantSettings() != &FormatSettings();
+
+/// Frees the texts after all static destructors, also when the library is unloaded; the separators stay.
+[[gnu::destructor(101)]] void FreeTexts() noexcept {
+    for (TFormatSettings* const settings : {&InvariantSettings(), &FormatSettings()})
+        for (const auto text : {&TFormatSettings::ShortDateFormat, &TFormatSettings::LongDateFormat,
+                                &TFormatSettings::ShortTimeFormat, &TFormatSettings::LongTimeFormat})
+            String().swap(settings->*text);
+}
 
 }  // namespace
 
 const TFormatSettings& TFormatSettings::Invariant() {
-    static TImmortal<TFormatSettings> settings;
-    return *settings;
+    return InvariantSettings();
 }
 
 TFormatSettings& FormatSettings() {

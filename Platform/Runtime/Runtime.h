@@ -1,9 +1,11 @@
 #pragma once
 
-/// The runtime of the platform layer in one header: text, numbers, formatter, variants, streams, encodings, files.
+/// The runtime of the platform layer in one header: text, numbers, formatter, variants, dates, streams,
+/// encodings, files.
 ///
 /// For applications. Code of the library includes the headers that it uses.
 #include "Platform/Runtime/Characters.h"
+#include "Platform/Runtime/DateTime.h"
 #include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Exceptions.h"

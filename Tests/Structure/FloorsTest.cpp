@@ -53,9 +53,9 @@ const std::vector<TThirdParty> kThirdParties = {
     {"benchmark/", {"Benchmarks/"}}, {"spdlog/", {"Benchmarks/"}}, {"gsl/", {"Benchmarks/"}}, {"muParser", {"Benchmarks/"}},
     {"sys/", {"Platform/", "Tools/", "Benchmarks/"}}, {"linux/", {"Platform/"}},
     {"elf.h", {"Platform/System/"}}, {"link.h", {"Platform/System/"}}, {"dlfcn.h", {"Platform/System/"}},
-    {"fcntl.h", {"Platform/", "Tools/"}}, {"locale.h", {"Platform/Runtime/"}}, {"malloc.h", {"Benchmarks/"}},
+    {"fcntl.h", {"Platform/", "Tools/", "Benchmarks/"}}, {"langinfo.h", {"Platform/Runtime/"}}, {"locale.h", {"Platform/Runtime/"}}, {"malloc.h", {"Benchmarks/"}},
     {"pthread.h", {"Platform/System/"}}, {"pwd.h", {"Platform/System/"}}, {"signal.h", {"Platform/", "Tools/"}},
-    {"spawn.h", {"Platform/System/"}}, {"unistd.h", {"Platform/", "Tools/", "Benchmarks/"}}};
+    {"spawn.h", {"Platform/System/"}}, {"unistd.h", {"Platform/", "Tools/", "Benchmarks/", "Fuzz/"}}};
 // clang-format on
 
 bool StartsWithOneOf(const std::string& path, const std::vector<std::string>& prefixes) {

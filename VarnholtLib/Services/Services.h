@@ -3,7 +3,11 @@
 /// The application services in one header: XML, configuration, log, folders, versions, dates.
 ///
 /// For applications. Code of the library includes the headers that it uses.
+#include "VarnholtLib/Services/vrnConfig.h"
+#include "VarnholtLib/Services/vrnDateTime.h"
+#include "VarnholtLib/Services/vrnDateUtils.h"
 #include "VarnholtLib/Services/vrnLog.h"
 #include "VarnholtLib/Services/vrnLogCleaner.h"
 #include "VarnholtLib/Services/vrnSpecialFolders.h"
 #include "VarnholtLib/Services/vrnWindowUtils.h"
+#include "VarnholtLib/Services/vrnXml.h"
