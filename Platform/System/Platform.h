@@ -34,8 +34,8 @@ namespace Varnholt {
 /// | kfWindows         | none                                                      | empty text        |
 ///
 /// Missing folders above a folder are created with it and with the same mode, except HOME: if HOME does not exist,
-/// nothing below it is created. A relative path in a variable counts as none, as the XDG Base Directory Specification
-/// says. user-dirs.dirs is read in the folder of kfAppData, as its own manual page says: NAME="VALUE" in lines of
+/// nothing below it is created. A relative path in a variable counts as none, as for all XDG base
+/// directories. user-dirs.dirs is read in the folder of kfAppData, as its own manual page says: NAME="VALUE" in lines of
 /// their own, the last of a name counts, VALUE begins with $HOME or a slash, and a backslash takes the next character
 /// literally. Other lines, and files that are not regular or larger than 1 MiB, are ignored.
 enum TKnownFolder {
