@@ -77,7 +77,7 @@ public:
     TFormatter(StringView format, std::span<const TFormatArg> args) : FFormat(format), FArgs(args) {}
 
     String Run() {
-        constexpr std::size_t kUsualValues = 48;  // code units of all values, so that one allocation is enough
+        constexpr std::size_t kUsualValues = 48;  // code units, so that one allocation is enough
         FResult.reserve(FFormat.size() + kUsualValues);
         while (FAt < FFormat.size()) {
             const std::size_t percent = std::min(FFormat.find(u'%', FAt), FFormat.size());
