@@ -4,5 +4,6 @@
 ///
 /// For applications. Code of the library includes the headers that it uses.
 #include "Platform/System/LocalTime.h"
+#include "Platform/System/FileVersion.h"
 #include "Platform/System/Platform.h"
 #include "Platform/System/PrivateFile.h"
