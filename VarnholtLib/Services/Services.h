@@ -9,5 +9,6 @@
 #include "VarnholtLib/Services/vrnLog.h"
 #include "VarnholtLib/Services/vrnLogCleaner.h"
 #include "VarnholtLib/Services/vrnSpecialFolders.h"
+#include "VarnholtLib/Services/vrnVersionNumber.h"
 #include "VarnholtLib/Services/vrnWindowUtils.h"
 #include "VarnholtLib/Services/vrnXml.h"
