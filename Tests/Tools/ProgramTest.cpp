@@ -49,6 +49,7 @@ protected:
     ProgramTest() : TProgramTest("") {
         setenv("HOME", Folder.GetNativePath().c_str(), 1);
         unsetenv("XDG_CONFIG_HOME");
+        setenv("VARNHOLT_COMMON_DATA", Folder.GetNativePath("common").c_str(), 1);
         Write(u"file.csv", kRows);
         Write(u"hard.csv", kRows);
         Write(u"bad.csv", "a\nx\n");
