@@ -135,6 +135,9 @@ private:
 class TBaseLog::TWriter {
 public:
     explicit TWriter(StringView path) : FFile(path) { FBytes.reserve(2 * kBufferSize); }
+    ~TWriter() { Flush(); }
+    TWriter(const TWriter&) = delete;
+    TWriter& operator=(const TWriter&) = delete;
 
     void WriteLine(std::string_view message) {
         UpdatePrefix();
@@ -203,7 +206,7 @@ private:
 TBaseLog::TBaseLog() = default;
 
 TBaseLog::~TBaseLog() {
-    Flush();
+    FWriter.reset();
     ForgetExpiredDefaultLog();
 }
 
