@@ -21,6 +21,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/VarnholtLibConfigVersion
     COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/VarnholtLibConfig.cmake"
               "${PROJECT_BINARY_DIR}/VarnholtLibConfigVersion.cmake"
+              "${CMAKE_CURRENT_LIST_DIR}/VarnholtEmbedVersion.cmake"
         DESTINATION "${package_dir}")
 
 # The pkg-config file finds the package from its own place, so an installed tree can be moved.

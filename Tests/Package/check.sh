@@ -38,6 +38,8 @@ expect 'The moved program' "$("$work/moved/bin/varnholt" calc '@sum((1+2),3)')" 
 expect 'The SONAME' "$(readelf -d "$work/moved/lib/libVarnholtLib.so" | sed -n 's/.*soname: \[\(.*\)\]/\1/p')" libVarnholtLib.so.0.1
 expect 'The list of private headers' "$(find "$work/moved/include" -name '*Private.h')" ''
 consume_with_cmake installed -DCMAKE_PREFIX_PATH="$work/moved"
+strip "$work/installed/consumer"
+expect 'The version of the consumer' "$("$work/moved/bin/varnholt" version "$work/installed/consumer")" 1.2.65535.0
 for example in evaluator settings; do
     quietly cmake -S "Examples/$example" -B "$work/$example" -G Ninja -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"

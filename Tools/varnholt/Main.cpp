@@ -16,6 +16,7 @@
 #include "Tools/varnholt/ProgramLog.h"
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
+#include "Tools/varnholt/VersionCommand.h"
 
 /// The command line of VarnholtLib. Each subcommand reads its arguments and does its work in a source of its
 /// own. Exit status: 0 done, 1 the library's message on standard error, 2 wrong usage.
@@ -131,6 +132,7 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     AddFoldersCommand(app);
     AddReportCommand(app);
     AddTableCommand(app);
+    AddVersionCommand(app);
     try {
         CheckEncoding(argc, argv);
         log = OpenProgramLog(argc, argv);

@@ -17,40 +17,44 @@ auto PartsOf(const IVersionNumber& version) {
     return std::tuple(version.Get_Major(), version.Get_Minor(), version.Get_Release(), version.Get_Build());
 }
 
+class TVersionNumber final : public IVersionNumber {
+public:
+    using TParts = std::array<std::int32_t, 4>;
+
+    explicit TVersionNumber(const TParts& parts) : FParts(parts) {}
+    std::int32_t Get_Major() const override { return FParts[0]; }
+    std::int32_t Get_Minor() const override { return FParts[1]; }
+    std::int32_t Get_Release() const override { return FParts[2]; }
+    std::int32_t Get_Build() const override { return FParts[3]; }
+    std::int32_t CompareTo(const IVersionNumber& versionNumber) const override {
+        const auto order = PartsOf(*this) <=> PartsOf(versionNumber);
+        return order < 0 ? -1 : order > 0 ? 1 : 0;
+    }
+    String ToString() const override {
+        return Format(u"%d.%d.%d.%d", {FParts[0], FParts[1], FParts[2], FParts[3]});
+    }
+
+private:
+    const TParts FParts;
+};
+
 }  // namespace
 
 EInvalidVersionNumberString::EInvalidVersionNumberString(StringView verString)
     : Exception(Format(u"Invalid version string \"%s\"", {verString})), FVerString(verString) {}
 
-TVersionNumber::TVersionNumber(StringView verString) {
-    std::array<std::int32_t, 4> numbers = {};
-    const std::vector<String> parts = SplitString(verString, u'.', true);
-    bool valid = parts.size() == numbers.size();
-    for (std::size_t i = 0; valid && i < numbers.size(); ++i) valid = TryStrToInt(parts[i], numbers[i]);
-    if (!valid) throw EInvalidVersionNumberString(verString);
-    std::tie(FMajor, FMinor, FRelease, FBuild) = std::tuple_cat(numbers);
-}
-
-TVersionNumber::TVersionNumber(std::int32_t major, std::int32_t minor, std::int32_t release,
-                               std::int32_t build) noexcept
-    : FMajor(major), FMinor(minor), FRelease(release), FBuild(build) {}
-
-std::int32_t TVersionNumber::CompareTo(const IVersionNumber& versionNumber) const {
-    const auto order = PartsOf(*this) <=> PartsOf(versionNumber);
-    return order < 0 ? -1 : order > 0 ? 1 : 0;
-}
-
-String TVersionNumber::ToString() const {
-    return Format(u"%d.%d.%d.%d", {FMajor, FMinor, FRelease, FBuild});
-}
-
 std::shared_ptr<IVersionNumber> TVersionNumberFactory::GetInstance(StringView verString) {
-    return std::make_shared<TVersionNumber>(verString);
+    TVersionNumber::TParts numbers = {};
+    const std::vector<String> parts = SplitString(verString, u'.', true);
+    bool isValid = parts.size() == numbers.size();
+    for (std::size_t i = 0; isValid && i < numbers.size(); ++i) isValid = TryStrToInt(parts[i], numbers[i]);
+    if (!isValid) throw EInvalidVersionNumberString(verString);
+    return std::make_shared<TVersionNumber>(numbers);
 }
 
 std::shared_ptr<IVersionNumber> TVersionNumberFactory::GetInstance(std::int32_t major, std::int32_t minor,
                                                                    std::int32_t release, std::int32_t build) {
-    return std::make_shared<TVersionNumber>(major, minor, release, build);
+    return std::make_shared<TVersionNumber>(TVersionNumber::TParts{major, minor, release, build});
 }
 
 std::shared_ptr<IVersionNumber> TVersionNumberFactory::GetInstanceWithFileVersion(StringView fileName) {

@@ -18,8 +18,7 @@
 /// Threads: a version number never changes; the functions may be called on any thread.
 namespace Varnholt {
 
-/// A version number.
-class IVersionNumber {
+class VARNHOLT_EXPORT IVersionNumber {
 public:
     virtual ~IVersionNumber() = default;
     [[nodiscard]] virtual std::int32_t Get_Major() const = 0;
@@ -45,32 +44,13 @@ private:
     String FVerString;
 };
 
-class VARNHOLT_EXPORT TVersionNumber final : public IVersionNumber {
-public:
-    /// Reads four numbers with a full stop between them; blanks around a number are ignored. A number is what
-    /// StrToInt reads. Raises EInvalidVersionNumberString for any other text.
-    explicit TVersionNumber(StringView verString);
-    /// The parts are not checked.
-    TVersionNumber(std::int32_t major, std::int32_t minor, std::int32_t release, std::int32_t build) noexcept;
-
-    [[nodiscard]] std::int32_t Get_Major() const override { return FMajor; }
-    [[nodiscard]] std::int32_t Get_Minor() const override { return FMinor; }
-    [[nodiscard]] std::int32_t Get_Release() const override { return FRelease; }
-    [[nodiscard]] std::int32_t Get_Build() const override { return FBuild; }
-    [[nodiscard]] std::int32_t CompareTo(const IVersionNumber& versionNumber) const override;
-    [[nodiscard]] String ToString() const override;
-
-private:
-    std::int32_t FMajor = 0;
-    std::int32_t FMinor = 0;
-    std::int32_t FRelease = 0;
-    std::int32_t FBuild = 0;
-};
-
 class VARNHOLT_EXPORT TVersionNumberFactory {
 public:
-    /// Raises EInvalidVersionNumberString as the constructor of TVersionNumber does.
+    TVersionNumberFactory() = delete;
+    /// Reads four numbers with a full stop between them; blanks around a number are ignored. A number is what
+    /// StrToInt reads. Raises EInvalidVersionNumberString for any other text.
     [[nodiscard]] static std::shared_ptr<IVersionNumber> GetInstance(StringView verString);
+    /// The parts are not checked.
     [[nodiscard]] static std::shared_ptr<IVersionNumber> GetInstance(std::int32_t major, std::int32_t minor,
                                                                      std::int32_t release,
                                                                      std::int32_t build);
