@@ -9,6 +9,7 @@
 #include "Platform/Xml/Xml.h"
 #include "VarnholtBaseLib/VarnholtBaseLib.h"
 #include "VarnholtLib/Data/Data.h"
+#include "VarnholtLib/Files/Files.h"
 #include "VarnholtLib/Foundation/Foundation.h"
 #include "VarnholtLib/Numerics/Numerics.h"
 #include "VarnholtLib/Services/Services.h"

@@ -24,12 +24,6 @@ constexpr StringView kExtension = u".VrnConfig";
 constexpr StringView kTypeAttribute = u"DataType";
 constexpr std::array<StringView, 5> kTypeWords = {u"General", u"String", u"Integer", u"Float", u"Boolean"};
 
-/// The default log if it is enabled; otherwise null.
-std::shared_ptr<ILog> EnabledLog() {
-    const std::shared_ptr<ILog> log = HasDefaultLog() ? DefaultLog() : nullptr;
-    return log && log->GetEnabled() ? log : nullptr;
-}
-
 /// The cause, if there is one in flight, becomes the nested exception.
 [[noreturn]] void OpenError(StringView detail) {
     Exception error(Format(u"Unable to create or open configuration file - %s", {detail}));
@@ -101,7 +95,7 @@ EVarnConfig::EVarnConfig(TCfgError error, StringView data)
 // --- Files ---
 
 String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, StringView name) {
-    const std::shared_ptr<ILog> log = EnabledLog();
+    const std::shared_ptr<ILog> log = EnabledDefaultLog();
     if (log)
         log->Method(u"TVarnConfig.GenFileName",
                     {String(VisibilityText(visibility)), String(product), String(name)});
@@ -156,7 +150,7 @@ void TVarnConfig::CreateBasicFile() const {
 }
 
 void TVarnConfig::Save() {
-    if (const std::shared_ptr<ILog> log = EnabledLog()) {
+    if (const std::shared_ptr<ILog> log = EnabledDefaultLog()) {
         log->Method(u"TVarnConfig.Save");
         log->Log(u"Saving config file to: %s", {FFilename});
     }

@@ -363,4 +363,9 @@ void ReleaseNullLog() noexcept {
     nullLog.Destroy();
 }
 
+std::shared_ptr<ILog> EnabledDefaultLog() {
+    std::shared_ptr<ILog> log = HasDefaultLog() ? DefaultLog() : nullptr;
+    return log && log->GetEnabled() ? log : nullptr;
+}
+
 }  // namespace Varnholt

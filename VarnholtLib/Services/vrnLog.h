@@ -249,4 +249,7 @@ public:
 /// Whether there is a default log.
 [[nodiscard]] VARNHOLT_EXPORT bool HasDefaultLog();
 
+/// The default log if it is enabled; otherwise null. For library code that logs.
+[[nodiscard]] VARNHOLT_EXPORT std::shared_ptr<ILog> EnabledDefaultLog();
+
 }  // namespace Varnholt
