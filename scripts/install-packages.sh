@@ -31,6 +31,7 @@ is_present() {
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
         ninja-build) command -v ninja ;;
         qt6-base-dev) ls /usr/lib/*/cmake/Qt6Core ;;
+        zlib1g-dev) has_header zlib.h ;;
         *) command -v "$1" ;;
     esac >/dev/null 2>&1
 }

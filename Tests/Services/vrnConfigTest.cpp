@@ -201,9 +201,11 @@ TEST_F(Config, KilledSavesLeaveOneOfTheFilesWhole) {
     }
     for (int kills = 0; kills < 200; ++kills) {
         const pid_t child = fork();
-        for (int i = 0; child == 0; i = 1 - i) {
-            config.WriteString(u"a", String(20'000, i == 0 ? u'o' : u'n'));
-            config.Save();
+        if (child == 0) {
+            for (int i = 0;; i = 1 - i) {
+                config.WriteString(u"a", String(20'000, i == 0 ? u'o' : u'n'));
+                config.Save();
+            }
         }
         ASSERT_GT(child, 0);
         usleep(static_cast<useconds_t>(10 * kills));

@@ -3,6 +3,7 @@
 /// Files in one header: archives, text files, paths, file helpers, named points.
 ///
 /// For applications. Code of the library includes the headers that it uses.
+#include "VarnholtLib/Files/vrnCompress.h"
 #include "VarnholtLib/Files/vrnNamedPoint.h"
 #include "VarnholtLib/Files/vrnPathArray.h"
 #include "VarnholtLib/Files/vrnPathBreadcrumb.h"
