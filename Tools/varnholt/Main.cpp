@@ -12,10 +12,12 @@
 #include "Tools/varnholt/ConfigCommand.h"
 #include "Tools/varnholt/FoldersCommand.h"
 #include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/PackCommand.h"
 #include "Tools/varnholt/Process.h"
 #include "Tools/varnholt/ProgramLog.h"
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
+#include "Tools/varnholt/UnpackCommand.h"
 #include "Tools/varnholt/VersionCommand.h"
 
 /// The command line of VarnholtLib. Each subcommand reads its arguments and does its work in a source of its
@@ -130,8 +132,10 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     AddCalcCommand(app);
     AddConfigCommand(app);
     AddFoldersCommand(app);
+    AddPackCommand(app);
     AddReportCommand(app);
     AddTableCommand(app);
+    AddUnpackCommands(app);
     AddVersionCommand(app);
     try {
         CheckEncoding(argc, argv);
