@@ -5,8 +5,9 @@ file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
 list(FILTER headers EXCLUDE REGEX "Private\\.h$")
 
 # The floors are kept.
-varnholt_test(StructureTests Structure)
-target_compile_definitions(StructureTests PRIVATE VARNHOLT_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME Structure/Floors
+         COMMAND Python3::Interpreter "${CMAKE_CURRENT_SOURCE_DIR}/Structure/floors.py" "${PROJECT_SOURCE_DIR}")
 
 # The umbrella headers and the reference list all public headers.
 add_test(NAME Package/HeaderLists

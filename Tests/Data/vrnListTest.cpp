@@ -158,36 +158,6 @@ TEST(List, WalksReadTheListAtEachStep) {
     EXPECT_TRUE(enumerator->MoveNext());
 }
 
-TEST(List, AnyComparisonSortsToAPermutation) {
-    using TList = TInterfacedList<std::int32_t>;
-    std::mt19937 random(2);
-    for (const std::size_t count : {0U, 1U, 2U, 15U, 16U, 17U, 33U, 100U, 1000U}) {
-        SCOPED_TRACE(count);
-        std::vector<std::int32_t> items(count);
-        for (std::int32_t& item : items) item = static_cast<std::int32_t>(random() % 50);
-        std::vector<std::int32_t> sorted = items;
-        std::ranges::sort(sorted);
-        const auto list = TList::CreateFromArray(items);
-        EXPECT_EQ(list->OrderBy(std::minus<>())->ToArray(), sorted);
-        EXPECT_EQ(list->OrderBy(std::minus<>())->OrderBy(std::minus<>())->ToArray(), sorted);
-        const TListSortFunc<std::int32_t> contradictions[] = {
-            [](auto, auto) { return -1; }, [](auto, auto) { return 1; },
-            [&](auto, auto) { return static_cast<std::int32_t>(random() % 3) - 1; },
-            [&](auto a, auto b) { return list->Clear(), a - b; }};
-        for (const auto& sortFunc : contradictions) {
-            list->Sort(sortFunc);
-            EXPECT_THAT(list->ToArray(), testing::UnorderedElementsAreArray(items));
-        }
-        for (std::size_t calls = 1; calls < count; calls *= 3) {
-            const auto before = list->ToArray();
-            std::size_t left = calls;
-            EXPECT_THROW(list->Sort([&](auto a, auto b) { return --left == 0 ? throw left : b - a; }),
-                         std::size_t);
-            EXPECT_EQ(list->ToArray(), before) << calls;
-        }
-    }
-}
-
 TEST(List, EmptyCallbacksAreRefusedByName) {
     TInterfacedList<String> list;
     ExpectRaised<EArgumentNilException>({{[&] { static_cast<void>(list.Count(nullptr)); }, u"func"},
@@ -202,13 +172,6 @@ concept CDereferences = requires(T list) {
     *std::forward<T>(list);
 };
 static_assert(CDereferences<TNewList<String>&> && !CDereferences<TNewList<String>&&>);
-
-TEST(List, ATemporaryListOutlivesItsLoop) {
-    const auto list = TInterfacedList<String>::CreateFromArray({u"a", u"b", u"c"});
-    String walked;
-    for (const String& item : list->Where([](const String& each) { return each != u"b"; })) walked += item;
-    EXPECT_EQ(walked, u"ac");
-}
 
 // As the library's own collections do: an interface that extends the list's, and a class that joins the two.
 class INamedTexts : public virtual IList<String> {};

@@ -56,26 +56,6 @@ TEST(EncodingTest, EveryByteAndLongTextsRoundTrip) {
     EXPECT_TRUE(TEncoding::Utf8().GetString(TEncoding::Utf8().GetBytes(text)) == text);
 }
 
-TEST(EncodingTest, PiecesOfAnySizeGiveTheWhole) {
-    const String text = u"A\U0001F30D\u00FC\u20AC\r\n\U00010000z\xD83C";
-    for (StringView name : {u"utf-8", u"utf-16be", u"ascii", u"cp1252", u"iso-8859-2"}) {
-        const TEncoding& encoding = TEncoding::ForName(name);
-        const std::string bytes = encoding.GetBytes(text);
-        for (std::size_t size = 1; size <= bytes.size(); ++size) {
-            TEncoder encoder(encoding);
-            TDecoder decoder(encoding);
-            std::string pieceBytes;
-            String pieceText;
-            for (std::size_t i = 0; i < text.size(); i += size)
-                encoder.Encode(StringView(text).substr(i, size), i + size >= text.size(), pieceBytes);
-            for (std::size_t i = 0; i < bytes.size(); i += size)
-                decoder.Decode(std::string_view(bytes).substr(i, size), i + size >= bytes.size(), pieceText);
-            EXPECT_TRUE(pieceBytes == bytes && pieceText == encoding.GetString(bytes))
-                << ToUtf8(name) << " in pieces of " << size;
-        }
-    }
-}
-
 // Valid text before the invalid bytes is kept, and the decoder can be used again.
 TEST(EncodingTest, StrictDecoderNamesTheInvalidBytes) {
     // clang-format off
