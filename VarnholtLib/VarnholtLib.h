@@ -7,6 +7,7 @@
 #include "Platform/Runtime/Runtime.h"
 #include "Platform/System/System.h"
 #include "Platform/Xml/Xml.h"
+#include "Platform/Zip/Zip.h"
 #include "VarnholtBaseLib/VarnholtBaseLib.h"
 #include "VarnholtLib/Data/Data.h"
 #include "VarnholtLib/Files/Files.h"

@@ -28,6 +28,7 @@ is_present() {
         libmuparser-dev) has_header muParser.h ;;
         libspdlog-dev) has_header spdlog/spdlog.h ;;
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
+        libzip-dev) has_header zip.h ;;
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
         ninja-build) command -v ninja ;;
         qt6-base-dev) ls /usr/lib/*/cmake/Qt6Core ;;

@@ -7,3 +7,4 @@
 #include "Platform/System/LocalTime.h"
 #include "Platform/System/Platform.h"
 #include "Platform/System/PrivateFile.h"
+#include "Platform/System/Shell.h"

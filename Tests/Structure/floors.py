@@ -44,7 +44,7 @@ THIRD_PARTIES = {
     "sqlite3.h": ["Platform/Registry/"],
     "cairo": ["Platform/Drawing/"],
     "pango/": ["Platform/Drawing/"],
-    "zlib.h": ["VarnholtLib/Files/"],
+    "zlib.h": ["VarnholtLib/Files/", "Benchmarks/"],
     "boost/": ["VarnholtLib/Data/", "VarnholtLib/Numerics/", "Benchmarks/"],
     "CLI/": ["Tools/"],
     "mpi.h": ["Tools/"],
