@@ -4,8 +4,11 @@
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
+
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
 namespace {
@@ -37,6 +40,10 @@ String MapCase(StringView text, TCaseMapping mapping) {
         throw Exception(Format(u"Case mapping failed: %s", {FromUtf8(u_errorName(status))}));
     result.resize(static_cast<std::size_t>(needed));
     return result;
+}
+
+bool IsAscii(StringView text) {
+    return std::ranges::all_of(text, [](Char c) { return c < 0x80; });
 }
 
 }  // namespace
@@ -82,11 +89,11 @@ bool IsUnicodeLower(Char unit) {
 }
 
 String ToUpper(StringView text) {
-    return MapCase(text, u_strToUpper);
+    return IsAscii(text) ? UpperCase(text) : MapCase(text, u_strToUpper);
 }
 
 String ToLower(StringView text) {
-    return MapCase(text, u_strToLower);
+    return IsAscii(text) ? LowerCase(text) : MapCase(text, u_strToLower);
 }
 
 char32_t CharacterAt(StringView text, std::size_t position) {

@@ -1,6 +1,7 @@
 #include <zlib.h>
 
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "Platform/Runtime/Format.h"
@@ -9,7 +10,7 @@
 namespace Varnholt {
 namespace {
 
-constexpr std::size_t kBlockSize = std::size_t{1} << 20;
+constexpr std::size_t kBlockSize = std::size_t{1} << 18;
 constexpr std::int64_t kMaxFileSize = std::numeric_limits<std::int32_t>::max();
 constexpr int kZlibLevels[] = {Z_NO_COMPRESSION, Z_BEST_SPEED, Z_DEFAULT_COMPRESSION, Z_BEST_COMPRESSION};
 
@@ -39,14 +40,22 @@ struct TZlib : z_stream {
     throw Exception(Format(u"%s: The file has more than %d bytes", {source.GetFileName(), kMaxFileSize}));
 }
 
+/// A buffer whose bytes are not set first.
+class TBlock {
+public:
+    [[nodiscard]] std::span<std::byte> GetBytes() const { return {FBytes.get(), kBlockSize}; }
+
+private:
+    std::unique_ptr<std::byte[]> FBytes = std::make_unique_for_overwrite<std::byte[]>(kBlockSize);
+};
+
 /// Takes all input, with the end of the stream after the last.
-void Append(TZlib<deflateEnd>& zlib, int flush, std::vector<std::byte>& bytes) {
+void Append(TZlib<deflateEnd>& zlib, int flush, std::span<std::byte> block, std::vector<std::byte>& bytes) {
     do {
-        const std::size_t used = bytes.size();
-        bytes.resize(used + kBlockSize);
-        zlib.SetOutput(std::span(bytes).subspan(used));
+        zlib.SetOutput(block);
         deflate(&zlib, flush);  // fails only for a wrong call
-        bytes.resize(bytes.size() - zlib.avail_out);
+        const auto written = block.first(block.size() - zlib.avail_out);
+        bytes.insert(bytes.end(), written.begin(), written.end());
     } while (zlib.avail_out == 0);
 }
 
@@ -62,14 +71,14 @@ TCompressed Compress(TFileStream& source, std::uint8_t level) {
     TZlib<deflateEnd> zlib;
     if (deflateInit(&zlib, kZlibLevels[level]) != Z_OK) throw std::bad_alloc();
     TCompressed compressed;
-    std::vector<std::byte> block(kBlockSize);
+    const TBlock input, output;
     std::int64_t size = 0;
     for (bool isLast = false; !isLast;) {
-        const std::size_t count = source.Read(block);
+        const std::size_t count = source.Read(input.GetBytes());
         isLast = count == 0;
         size += static_cast<std::int64_t>(count);
-        zlib.SetInput(std::span(block).first(count));
-        Append(zlib, isLast ? Z_FINISH : Z_NO_FLUSH, compressed.Bytes);
+        zlib.SetInput(input.GetBytes().first(count));
+        Append(zlib, isLast ? Z_FINISH : Z_NO_FLUSH, output.GetBytes(), compressed.Bytes);
         if (size > kMaxFileSize || std::ssize(compressed.Bytes) > kMaxFileSize) RaiseTooLarge(source);
     }
     compressed.OriginalSize = static_cast<std::int32_t>(size);
@@ -80,16 +89,16 @@ void Decompress(std::span<const std::byte> compressed, TStream& dest, std::int64
     TZlib<inflateEnd> zlib;
     if (inflateInit(&zlib) != Z_OK) throw std::bad_alloc();
     zlib.SetInput(compressed);
-    std::vector<std::byte> block(kBlockSize);
+    const TBlock block;
     std::int64_t size = 0;
     for (int state = Z_OK; state != Z_STREAM_END;) {
-        zlib.SetOutput(block);
+        zlib.SetOutput(block.GetBytes());
         state = inflate(&zlib, Z_NO_FLUSH);
-        const std::size_t count = block.size() - zlib.avail_out;
+        const std::size_t count = kBlockSize - zlib.avail_out;
         size += static_cast<std::int64_t>(count);
         if (size > maxSize)
             throw EZDecompressionError(u"The compressed data contain more than the size of the file");
-        dest.WriteBuffer(std::span(block).first(count));
+        dest.WriteBuffer(block.GetBytes().first(count));
         if (state == Z_MEM_ERROR) throw std::bad_alloc();
         if (state != Z_OK && state != Z_STREAM_END)
             throw EZDecompressionError(state == Z_BUF_ERROR ? u"The compressed data end early"

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <limits>
+#include <numeric>
 #include <type_traits>
 
 #include "Platform/Runtime/Encoding.h"
@@ -75,7 +75,19 @@ std::array<std::byte, kArchiveEntrySize> EncodeEntry(const TFileEntry& entry) {
     return bytes;
 }
 
-std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySize> bytes) {
+TNameDecoder::TNameDecoder() {
+    std::string ascii(0x80, '\0');
+    std::iota(ascii.begin(), ascii.end(), '\0');
+    FExtendsAscii = TEncoding::Default().GetString(ascii) == String(ascii.begin(), ascii.end());
+}
+
+String TNameDecoder::operator()(std::string_view name) const {
+    const bool isAscii = FExtendsAscii && std::ranges::all_of(name, [](unsigned char c) { return c < 0x80; });
+    return isAscii ? String(name.begin(), name.end()) : TEncoding::Default().GetString(name);
+}
+
+std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySize> bytes,
+                                      const TNameDecoder& decodeName) {
     const std::size_t length = std::to_integer<std::size_t>(bytes[kNameAt]);
     TFileEntry entry;
     entry.CompressedSize = Take<std::int32_t>(bytes, 205);
@@ -86,7 +98,7 @@ std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySi
     if (!hasMarkers || length > kArchiveNameSize || entry.CompressedSize < 0 || entry.OriginalSize < 0)
         return std::nullopt;
     const auto* const name = reinterpret_cast<const char*>(bytes.data() + kNameAt + 1);
-    entry.FileName = TEncoding::Default().GetString({name, length});
+    entry.FileName = decodeName({name, length});
     return entry;
 }
 

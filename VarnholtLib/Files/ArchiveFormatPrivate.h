@@ -27,8 +27,19 @@ struct TArchiveHeader {
 
 /// Cuts the name to kArchiveNameSize characters. Raises Exception if the code page cannot hold it.
 [[nodiscard]] std::array<std::byte, kArchiveEntrySize> EncodeEntry(const TFileEntry& entry);
+/// The text of a stored name. ASCII names are read directly if the code page extends ASCII.
+class TNameDecoder {
+public:
+    TNameDecoder();
+    [[nodiscard]] String operator()(std::string_view name) const;
+
+private:
+    bool FExtendsAscii;
+};
+
 /// Nothing if the markers or sizes are not those of an entry.
-[[nodiscard]] std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySize> bytes);
+[[nodiscard]] std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySize> bytes,
+                                                    const TNameDecoder& decodeName);
 
 /// The zlib stream of all that is left in the source, and how many bytes that was. Raises Exception with the file's name if
 /// either has more than 2,147,483,647 bytes.

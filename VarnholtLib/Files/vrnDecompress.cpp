@@ -74,6 +74,36 @@ String LastPart(const String& name) {
     return name.substr(name.rfind(u'\\') + 1);
 }
 
+/// Reads the heads of entries, those of small files several at a time.
+class THeads {
+public:
+    explicit THeads(TFileStream& file) : FFile(file) {}
+
+    [[nodiscard]] std::span<const std::byte, kArchiveEntrySize> Read(std::int64_t position) {
+        const std::int64_t end = FStart + static_cast<std::int64_t>(FCount);
+        if (position < FStart || position + static_cast<std::int64_t>(kArchiveEntrySize) > end) {
+            FFile.SetPosition(position);
+            FStart = position;
+            FCount = 0;
+            while (FCount < kArchiveEntrySize) {
+                const std::size_t count = FFile.Read(FBytes.subspan(FCount));
+                if (count == 0)
+                    throw EReadError(
+                        Format(u"Cannot read file \"%s\": It ends early", {FFile.GetFileName()}));
+                FCount += count;
+            }
+        }
+        return FBytes.subspan(static_cast<std::size_t>(position - FStart)).first<kArchiveEntrySize>();
+    }
+
+private:
+    TFileStream& FFile;
+    std::array<std::byte, 4096> FBuffer{};
+    const std::span<std::byte> FBytes = FBuffer;
+    std::int64_t FStart = 0;
+    std::size_t FCount = 0;
+};
+
 }  // namespace
 
 // --- Opening ---
@@ -96,12 +126,12 @@ void TVarnDecompressor::GatherInfo(std::int32_t count) {
     std::int64_t at = kArchiveHeaderSize;
     if (count < 0 || count > (size - at) / kEntry) DoError(ceInvalidArchive, true);
     FFileEntries.reserve(static_cast<std::size_t>(count));
+    FFileEntryIndex.reserve(static_cast<std::size_t>(count));
+    THeads heads(*FFileIn);
+    const TNameDecoder decodeName;
     for (std::int32_t i = 0; i < count; ++i) {
-        std::array<std::byte, kArchiveEntrySize> bytes{};
         if (size - at < kEntry) DoError(ceInvalidArchive, true);
-        FFileIn->SetPosition(at);
-        FFileIn->ReadBuffer(bytes);
-        auto entry = DecodeEntry(bytes);
+        auto entry = DecodeEntry(heads.Read(at), decodeName);
         if (!entry || entry->Position < 0 || entry->Position > size) DoError(ceInvalidArchive, true);
         if (!FFileEntryIndex.try_emplace(ToLower(entry->FileName), i).second)
             throw EListError(Format(u"The archive has two entries named \"%s\"", {entry->FileName}));

@@ -49,7 +49,7 @@ bool TTextFileParser::GetEndOfLine() const {
 
 String TTextFileParser::GetNextItem() {
     if (GetEndOfLine()) throw EParserError(u"Item does not contain expected number of entries");
-    return GetFields()[FEnumItem++];
+    return std::move(FFields[FEnumItem++]);
 }
 
 std::int32_t TTextFileParser::Next() {
@@ -67,6 +67,7 @@ void TTextFileParser::MoveToLine(std::int32_t line) {
     if (IsIndex(line, FLineEnds.size())) {
         FEnumLine = line;
         FEnumItem = 0;
+        FSplitLine = -1;  // fields that were returned are empty
     } else if (line != 0) {
         throw EParserError(u"An item doesn't exist at this position");
     }

@@ -96,16 +96,20 @@ std::vector<String> SplitStringEx(StringView text, Char separator, Char quote, b
     parts.emplace_back();
     bool isQuoted = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::size_t start = at;
+        while (at < text.size() && text[at] != quote && (isQuoted || text[at] != separator)) ++at;
+        parts.back() += text.substr(start, at - start);
+        if (at == text.size()) break;
         if (text[at] == quote) {
             isQuoted = !isQuoted;
-        } else if (isQuoted || text[at] != separator) {
-            parts.back() += text[at];
         } else if (separator != u' ' || !text.substr(at + 1).starts_with(u' ')) {
             parts.emplace_back();
         }
     }
-    if (trim) {
-        for (String& part : parts) part = String(TrimView(part));
+    if (!trim) return parts;
+    for (String& part : parts) {
+        const StringView trimmed = TrimView(part);
+        if (trimmed.size() != part.size()) part = String(trimmed);
     }
     return parts;
 }
