@@ -21,17 +21,20 @@
 /// Lifetime. Any node, attribute, list or owner document that a caller holds keeps the whole document alive,
 /// nodes that are not attached included. A node is freed with its document, not before.
 ///
-/// Text. What XML cannot hold is refused when it is written, and nothing changes: EXMLDocError with the text
-/// `XML cannot hold character U+0001` (zero, most control characters, U+FFFE, U+FFFF, unpaired surrogates),
-/// `"%s" is not an XML name`, `"%s" declares an XML namespace`, or the text of a limit below. Carriage return, line feed and tab survive a round trip.
+/// Text. What XML cannot hold is refused when it is written, and nothing changes. EXMLDocError says `XML cannot hold
+/// character U+0001` (zero, most control characters, U+FFFE, U+FFFF, unpaired surrogates), `"%s" is not an XML name`,
+/// `"%s" declares an XML namespace`, or for the limits below `An XML %s cannot have more than %d bytes` (text,
+/// attribute, name), `An element cannot have more than 256 attributes` or `The elements are nested more than 256 levels
+/// deep`. Carriage return, line feed and tab survive a round trip.
 ///
 /// Files are treated as data of strangers. A document with a DOCTYPE is refused, no entity but the five of XML and
 /// character references is known, and nothing but the file itself is ever opened. Limits, for files and for
-/// documents that are built: 64 MiB for a file, 256 levels of elements, 10,000,000 bytes (in UTF-8) for one text or
-/// attribute, 50,000 bytes for a name.
+/// documents that are built: 64 MiB for a file, 256 levels of elements, 256 attributes of an element (declarations of
+/// namespaces among them), in UTF-8 10,000,000 bytes for a text, 1,000,000 for an attribute and 50,000 for a name.
 ///
-/// A file keeps the encoding that it declares; a new document is written in UTF-8. No white space is added.
-/// The same document always gives the same bytes.
+/// A file may be in UTF-8, UTF-16, UTF-32 with a byte-order mark, US-ASCII, or one of ISO-8859 and windows-125x that it
+/// declares. It is saved in UTF-8, whatever it was. No white space is added. The same document always gives the
+/// same bytes.
 ///
 /// Uses DraftFile.h. Threads: a document with all its nodes serves one thread at a time; different documents are
 /// independent.
@@ -68,7 +71,7 @@ public:
     /// is moved. An attribute replaces the one of its name in place, which becomes detached. Raises EXMLDocError:
     /// `An XML document has only one root element`, `An element cannot be added to itself`,
     /// `The node belongs to another XML document`, `The list takes only elements`, `The list takes only
-    /// attributes`; EArgumentNilException for null.
+    /// attributes`, `An attribute has no child elements`; EArgumentNilException for null.
     virtual void Add(const std::shared_ptr<IXMLNode>& node) = 0;
 };
 
@@ -116,13 +119,15 @@ public:
     [[nodiscard]] virtual std::shared_ptr<IXMLNodeList> GetChildNodes() = 0;
     /// Creates the root element.
     virtual std::shared_ptr<IXMLNode> AddChild(StringView name) = 0;
-    /// A detached element. The namespace must be empty (EArgumentException): prefixes are part of the name.
+    /// A detached element. Raises EArgumentException (`XML namespaces are not supported`) unless the namespace is empty:
+    /// prefixes are part of the name.
     [[nodiscard]] virtual std::shared_ptr<IXMLNode> CreateElement(StringView name, StringView nameSpace) = 0;
-    /// A detached node of that kind with a text.
+    /// A detached node of that kind with a text. Raises EArgumentException (`The kind of XML node is unknown`).
     [[nodiscard]] virtual std::shared_ptr<IXMLNode> CreateNode(StringView name, TXMLNodeType kind,
                                                                StringView text) = 0;
     /// Writes the document, replacing the file as a whole or not at all (DraftFile.h). Raises EFCreateError,
-    /// EWriteError and EInOutError as TDraftFileStream does, and EXMLDocError beyond 64 MiB.
+    /// EWriteError and EInOutError as TDraftFileStream does, and EXMLDocError (`The XML document has more than %d
+    /// bytes`).
     virtual void SaveToFile(StringView fileName) = 0;
 };
 
@@ -131,7 +136,8 @@ public:
 
 /// Parses a file. Raises EFOpenError and EReadError as TFileStream does, and EXMLDocError: `%s: line %d: %s` with the
 /// path, the line and the parser's reason, or `%s: %s` with the reason. Reasons of this service: `A document type
-/// declaration (DOCTYPE) is not accepted`, `The file has more than 67108864 bytes`.
+/// declaration (DOCTYPE) is not accepted`, `The encoding is not supported`, `The file has more than 67108864 bytes`,
+/// and the texts of the other limits.
 [[nodiscard]] VARNHOLT_EXPORT std::shared_ptr<IXMLDocument> LoadXMLDocument(StringView fileName);
 
 }  // namespace Varnholt

@@ -47,6 +47,12 @@ std::string CheckedXmlText(StringView text) {
     return utf8;
 }
 
+std::string CheckedXmlAttribute(StringView text) {
+    std::string utf8 = CheckedXmlText(text);
+    CheckSize(utf8, kMaxXmlAttribute, u"attribute");
+    return utf8;
+}
+
 std::string CheckedXmlName(StringView name) {
     std::string utf8 = ToUtf8(name);
     CheckSize(utf8, kMaxXmlName, u"name");

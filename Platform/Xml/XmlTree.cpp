@@ -202,6 +202,8 @@ void TXmlAttributes::Add(const std::shared_ptr<IXMLNode>& node) {
     if (!FOwner.IsElement()) throw EXMLDocError(u"An attribute has no attributes");
     xmlAttr* former = Find(added.GetNodeName());
     if (former == added.RawAttribute()) return;
+    if (former == nullptr && GetCount() >= kMaxXmlAttributes)
+        throw EXMLDocError(Format(u"An element cannot have more than %d attributes", {kMaxXmlAttributes}));
     added.Detach();
     xmlAttr* const attribute = added.RawAttribute();
     attribute->parent = FOwner.Raw();
@@ -263,7 +265,7 @@ String TXmlNode::GetText() {
 }
 
 void TXmlNode::SetText(StringView text) {
-    const std::string utf8 = CheckedXmlText(text);
+    const std::string utf8 = IsElement() ? CheckedXmlText(text) : CheckedXmlAttribute(text);
     xmlNode* const added = utf8.empty() ? nullptr : Allocated(xmlNewDocText(FTree.Raw(), Bytes(utf8)));
     for (xmlNode *child = FNode->children, *next = nullptr; child != nullptr; child = next) {
         next = child->next;
@@ -381,15 +383,11 @@ std::shared_ptr<IXMLNode> TXmlTree::CreateNode(StringView name, TXMLNodeType kin
 }
 
 void TXmlTree::SaveToFile(StringView fileName) {
-    const char* encoding = reinterpret_cast<const char*>(FDocument->encoding);
-    if (encoding == nullptr) encoding = "UTF-8";
     xmlChar* bytes = nullptr;
     int size = 0;
-    xmlDocDumpMemoryEnc(FDocument.get(), &bytes, &size, encoding);
+    xmlDocDumpMemoryEnc(FDocument.get(), &bytes, &size, "UTF-8");
     const std::unique_ptr<xmlChar, void (*)(xmlChar*)> freed(bytes, [](xmlChar* block) { xmlFree(block); });
-    if (bytes == nullptr || size == 0)
-        throw EXMLDocError(
-            Format(u"The XML document cannot be written in encoding %s", {FromUtf8(encoding)}));
+    if (bytes == nullptr) throw std::bad_alloc();
     if (static_cast<std::size_t>(size) > kMaxXmlFile)
         throw EXMLDocError(Format(u"The XML document has more than %d bytes", {kMaxXmlFile}));
     WriteFileInOneGo(fileName, {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size)});
@@ -414,7 +412,7 @@ TXmlNode& TXmlTree::NewElement(StringView name) {
 }
 
 TXmlNode& TXmlTree::NewAttribute(StringView name, StringView text) {
-    static_cast<void>(CheckedXmlText(text));
+    static_cast<void>(CheckedXmlAttribute(text));
     const std::string utf8 = CheckedXmlName(name);
     TXmlNode& node = NewNode(reinterpret_cast<xmlNode*>(xmlNewDocProp(Raw(), Bytes(utf8), nullptr)));
     node.SetText(text);
@@ -423,7 +421,8 @@ TXmlNode& TXmlTree::NewAttribute(StringView name, StringView text) {
 
 const xmlChar* TXmlTree::Interned(StringView name) const {
     const std::string utf8 = ToUtf8(name);
-    if (utf8.size() > kMaxXmlName) return nullptr;
+    const bool isWhole = utf8.size() == name.size() || FromUtf8(utf8) == name;  // no unpaired surrogate
+    if (utf8.size() > kMaxXmlName || !isWhole) return nullptr;
     if (utf8.find(':') != std::string::npos) return InternedWithPrefix(utf8);
     return xmlDictExists(FDocument->dict, Bytes(utf8), static_cast<int>(utf8.size()));
 }

@@ -164,6 +164,11 @@ TEST_F(Config, WhatIsRefusedChangesNothing) {
         {[&] { config.WriteString(u"b.c", u"\x02"); }, u"XML cannot hold character U+0002"},
     });
     EXPECT_EQ(Saved(config), before);
+    TCfgValue value;
+    config.WriteString(u"pointer", u"c.value");
+    config.WriteString(u"c.value", u"x");
+    EXPECT_TRUE(config.Read(u"pointer", value, dtString) && config.Read(value.Data, value, dtString));
+    EXPECT_EQ(value.Data, u"x");
     EXPECT_FALSE(config.ValueExists(u"b.\u00E4"));
     config.WriteString(u"c", config.GetLastErrorData());  // a view of what the call resets
     EXPECT_EQ(config.ReadString(u"c"), u"b.\u00E4");
@@ -224,7 +229,11 @@ TEST_F(Config, FilesThatAreNotConfigurations) {
     EXPECT_NE(failure(FPath).find(start + u"unable to load configuration file"), String::npos);
     EXPECT_EQ(ReadWholeFile(FPath), "a,b\n");
     WriteFileInOneGo(FPath, "<vrnConfig/>");
-    EXPECT_EQ(failure(FPath), start + u"configuration file is not in the correct format");
+    try {
+        throw EConvertError(u"unrelated");  // not the cause
+    } catch (const EConvertError&) {
+        EXPECT_EQ(failure(FPath), start + u"configuration file is not in the correct format");
+    }
     EXPECT_NE(failure(u"T:\\none\\a").find(start + u"can not create base configuration file"), String::npos);
 }
 

@@ -71,7 +71,7 @@ void RunSet(const TConfigOptions& options) {
         config.Write(path, FromUtf8(options.Value), type);
         CheckValue(config, path, type);
         config.Save();
-    } catch (const Exception&) {
+    } catch (...) {
         if (config.GetIsNewDocument()) DeleteFile(file);
         throw;
     }

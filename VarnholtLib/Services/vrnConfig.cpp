@@ -24,11 +24,13 @@ constexpr StringView kExtension = u".VrnConfig";
 constexpr StringView kTypeAttribute = u"DataType";
 constexpr std::array<StringView, 5> kTypeWords = {u"General", u"String", u"Integer", u"Float", u"Boolean"};
 
-/// The cause, if there is one in flight, becomes the nested exception.
-[[noreturn]] void OpenError(StringView detail) {
-    Exception error(Format(u"Unable to create or open configuration file - %s", {detail}));
-    if (std::current_exception()) std::throw_with_nested(std::move(error));
-    throw error;
+Exception OpenFailure(StringView detail) {
+    return Exception(Format(u"Unable to create or open configuration file - %s", {detail}));
+}
+
+/// With the exception that is being handled as the nested one.
+[[noreturn]] void NestedOpenError(StringView detail) {
+    std::throw_with_nested(OpenFailure(detail));
 }
 
 StringView ErrorText(TCfgError error) {
@@ -101,7 +103,7 @@ String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, S
                     {String(VisibilityText(visibility)), String(product), String(name)});
     const String folder =
         visibility == vPublic ? TSpecialFolders::GetCommonAppData() : TSpecialFolders::GetLocalAppData();
-    if (folder.empty()) OpenError(u"unable to get folder");
+    if (folder.empty()) throw OpenFailure(u"unable to get folder");
     const String path = Format(u"%sVarnholt\\%s\\%s%s", {folder, product, name, kExtension});
     if (log) log->Log(u"Config file: %s", {path});
     return path;
@@ -118,7 +120,7 @@ String NameInNewFolder(TCfgVisibility visibility, StringView product, StringView
     try {
         ForceDirectories(ExcludeTrailingPathDelimiter(ExtractFilePath(path)));
     } catch (const Exception&) {
-        OpenError(u"unable to create configuration directory");
+        NestedOpenError(u"unable to create configuration directory");
     }
     return path;
 }
@@ -133,10 +135,11 @@ TVarnConfig::TVarnConfig(StringView filename) : FFilename(filename), FIsNewDocum
     try {
         FDocument = LoadXMLDocument(FFilename);
     } catch (const Exception&) {
-        OpenError(u"unable to load configuration file");
+        NestedOpenError(u"unable to load configuration file");
     }
     FCfgNode = FDocument->GetDocumentElement();
-    if (FCfgNode->GetNodeName() != kRootName) OpenError(u"configuration file is not in the correct format");
+    if (FCfgNode->GetNodeName() != kRootName)
+        throw OpenFailure(u"configuration file is not in the correct format");
 }
 
 void TVarnConfig::CreateBasicFile() const {
@@ -145,7 +148,7 @@ void TVarnConfig::CreateBasicFile() const {
         document->GetChildNodes()->Add(document->CreateElement(kRootName, u""));
         document->SaveToFile(FFilename);
     } catch (const Exception&) {
-        OpenError(u"can not create base configuration file");
+        NestedOpenError(u"can not create base configuration file");
     }
 }
 
@@ -233,19 +236,18 @@ const TCfgValue* TVarnConfig::Find(StringView path, TCfgValue& storage) {
 }
 
 const TCfgValue* TVarnConfig::Find(StringView path, TCfgDataType expectedType, TCfgValue& storage) {
+    String kept;
+    path = KeptOverReset(path, kept);
     const TCfgValue* const found = Find(path, storage);
     return found && IsOfType(*found, path, expectedType) ? found : nullptr;
 }
 
-/// Resets the error at the end, because the path may be the detail of the last one.
 bool TVarnConfig::IsOfType(const TCfgValue& value, StringView path, TCfgDataType expectedType) {
     if (value.DataType != expectedType && expectedType != dtGeneral) {
         PerformError(eTypeMismatch, path);
         return false;
     }
-    if (!TypeCheck(value.Data, expectedType)) return false;
-    ResetError();
-    return true;
+    return TypeCheck(value.Data, expectedType);
 }
 
 const TCfgValue* TVarnConfig::FindQuietly(StringView path, TCfgDataType expectedType, TCfgValue& storage) {
@@ -254,13 +256,12 @@ const TCfgValue* TVarnConfig::FindQuietly(StringView path, TCfgDataType expected
 }
 
 bool TVarnConfig::Read(StringView path, TCfgValue& data, TCfgDataType expectedType) {
-    const TCfgValue* const found = Find(path, data);
-    if (found == nullptr) {
-        data = {};
-        return false;
-    }
-    if (found != &data) data = *found;
-    return IsOfType(data, path, expectedType);
+    const String asked(path);  // it may be a text of data
+    ResetError();
+    TCfgValue storage;
+    const TCfgValue* const found = Find(asked, storage);
+    data = found ? *found : TCfgValue();
+    return found && IsOfType(data, asked, expectedType);
 }
 
 bool TVarnConfig::TypeCheck(const String& value, TCfgDataType dataType) {
@@ -362,9 +363,10 @@ bool TVarnConfig::VerifyValue(StringView path, TCfgDataType dataType) {
 // --- Writing ---
 
 bool TVarnConfig::Write(StringView path, StringView data, TCfgDataType dataType) {
-    const String full = FullPath(path);
+    const String full = FullPath(path), text(data);
+    ResetError();
     const TResolved resolved = Resolve(full, false);
-    resolved.Node->SetText(data);
+    resolved.Node->SetText(text);
     resolved.Node->SetAttribute(kTypeAttribute, DataTypeToString(dataType));
     resolved.Attach();
     // A first child changes the text of its parent if that is white space.
@@ -372,7 +374,6 @@ bool TVarnConfig::Write(StringView path, StringView data, TCfgDataType dataType)
         FKnown.clear();
     else
         FKnown.erase(KnownPath(full));
-    ResetError();  // at the end, because the path or the text may be the detail of the last error
     return true;
 }
 
@@ -395,6 +396,13 @@ void TVarnConfig::PerformError(TCfgError error, StringView data) {
     if (FErrorAction == eaEvent)
         if (const TCfgErrorEvent event = FErrorEvent) event(*this, detail, error, raiseError);
     if (raiseError) throw EVarnConfig(error, detail);
+}
+
+/// Resets the error. Returns the text, which is kept first if it could be the detail of the last error.
+StringView TVarnConfig::KeptOverReset(StringView text, String& kept) {
+    if (!FLastErrorData.empty()) text = kept = text;
+    ResetError();
+    return text;
 }
 
 void TVarnConfig::EnableErrorPass() noexcept {

@@ -188,6 +188,7 @@ private:
     bool IsOfType(const TCfgValue& value, StringView path, TCfgDataType expectedType);
     bool TypeCheck(const String& value, TCfgDataType dataType);
     void PerformError(TCfgError error, StringView data);
+    StringView KeptOverReset(StringView text, String& kept);
     void ShareNodes() noexcept;
     void CreateBasicFile() const;
 

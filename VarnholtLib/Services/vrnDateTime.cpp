@@ -19,7 +19,7 @@ bool TryYYYYMMDDToDate(StringView text, TDateTime& date) {
     try {
         date = YYYYMMDDToDate(text);
         return true;
-    } catch (const Exception&) {
+    } catch (const std::exception&) {
         return false;
     }
 }

@@ -10,7 +10,8 @@
 ///     DayToDate(60);                            // 1 March of the year 1
 ///     DaysBetween({28, 2, 2012}, {1, 3, 2012}); // 1
 ///
-/// A month outside 1 to 12 raises ERangeError "Month out of range (MONTH)".
+/// A month outside 1 to 12 raises ERangeError "Month out of range (MONTH)", unless DaysBetween needs no month length: for
+/// two dates of one month.
 ///
 /// Threads: the functions keep no state.
 namespace Varnholt {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Platform/Runtime/Encoding.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
@@ -127,7 +128,7 @@ TEST_P(XmlContract, RefusalsChangeNothing) {
     const TNodePtr first = children->First();
     const TNodePtr attribute = FRoot->GetAttributeNodes()->First();
     TNodePtr deep = FDocument->CreateElement(u"deep", u"");
-    const TNodePtr top = deep;
+    const TNodePtr top = deep, many = FDocument->CreateElement(u"many", u"");
     for (int level = 1; level < 255; ++level) deep = deep->AddChild(u"deep");
     ExpectRaised<EXMLDocError>({
         {[&] {
@@ -140,6 +141,12 @@ TEST_P(XmlContract, RefusalsChangeNothing) {
         {[&] { FRoot->SetAttribute(u"new", u"\uFFFE"); }, u"XML cannot hold character U+FFFE"},
         {[&] { first->SetText(String(10'000'001, u'x')); },
          u"An XML text cannot have more than 10000000 bytes"},
+        {[&] { FRoot->SetAttribute(u"id", String(1'000'001, u'x')); },
+         u"An XML attribute cannot have more than 1000000 bytes"},
+        {[&] {
+             for (int i = 0; i <= 256; ++i) many->SetAttribute(u"a" + IntToStr(i), i);
+         },
+         u"An element cannot have more than 256 attributes"},
         {[&] { FRoot->AddChild(u"1a"); }, u"\"1a\" is not an XML name"},
         {[&] { FRoot->AddChild(u""); }, u"\"\" is not an XML name"},
         {[&] {
@@ -178,10 +185,12 @@ TEST_P(XmlContract, AnyReferenceKeepsTheDocument) {
 }
 
 TEST_F(XmlDocument, WhatNoListShowsIsKept) {
-    const std::string bytes =
-        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<!--top-->\n<r xmlns:p=\"urn:x\" p:a=\"1\">\n"
-        "  <p:e q:b=\"2\"><![CDATA[<\xE4>]]></p:e><!--in-->\n  <?pi x?>\n</r>\n";
-    const auto document = Load(bytes);
+    const auto bytes = [](std::string_view encoding, std::string_view letter) {
+        return "<?xml version=\"1.0\" encoding=\"" + std::string(encoding) +
+               "\"?>\n<!--top <a ' -->\n<r xmlns:p=\"urn:x\" p:a=\"1\">\n  <p:e q:b=\"2\"><![CDATA[<" +
+               std::string(letter) + ">]]></p:e><!--in-->\n  <?pi x?>\n</r>\n";
+    };
+    const auto document = Load(bytes("ISO-8859-1", "\xE4"));
     const TNodePtr root = document->GetDocumentElement();
     EXPECT_EQ(root->GetText(), u"");
     EXPECT_EQ(root->GetChildNodes()->GetCount(), 1);
@@ -189,7 +198,12 @@ TEST_F(XmlDocument, WhatNoListShowsIsKept) {
     EXPECT_EQ(root->GetAttribute(u"p:a").ToText(), u"1");
     EXPECT_EQ(root->GetAttributeNodes()->GetCount(), 1);
     EXPECT_TRUE(root->GetChildNodes()->First()->HasAttribute(u"q:b"));  // undeclared
-    EXPECT_EQ(Saved(*document), bytes);
+    EXPECT_EQ(Saved(*document), bytes("UTF-8", "\xC3\xA4"));
+    const TEncoding& wide = TEncoding::Utf16LE();
+    for (const std::string& mark : {std::string(wide.GetPreamble()), std::string()}) {
+        const auto other = Load(mark + wide.GetBytes(FromUtf8(bytes("UTF-16", "\xC3\xA4"))));
+        EXPECT_EQ(Saved(*other), bytes("UTF-8", "\xC3\xA4"));
+    }
 }
 
 TEST_F(XmlDocument, HostileFilesAreRefused) {
@@ -199,13 +213,18 @@ TEST_F(XmlDocument, HostileFilesAreRefused) {
         for (int i = 0; i < levels; ++i) text += "<a>";
         return text;
     };
+    std::string attributes;
+    for (int i = 0; i < 300'000; ++i) attributes += " a" + std::to_string(i) + "='>'";
     const StringView docType = u"A document type declaration (DOCTYPE) is not accepted";
     const std::pair<std::string, StringView> files[] = {
         {"<!DOCTYPE a><a/>", docType},
         {"<!DOCTYPE a [<!ENTITY x SYSTEM \"file:///etc/passwd\">]><a>&x;</a>", docType},
         {"<!DOCTYPE a [<!ENTITY b \"bb\"><!ENTITY c \"&b;&b;\">]><a>&c;</a>", docType},
         {nested(1'000'000), u"The elements are nested more than 256 levels deep"},
-        {"<a b=\"" + std::string(10'000'001, 'x') + "\"/>", u"line 1: "},
+        {"<a b=\"" + std::string(1'000'001, 'x') + "\"/>",
+         u"An XML attribute cannot have more than 1000000 bytes"},
+        {"<!-- ' --><a" + attributes + "/>", u"An element cannot have more than 256 attributes"},
+        {"<?xml version='1.0' encoding='Shift_JIS'?><a/>", u"The encoding is not supported"},
         {"<a>" + std::string(std::size_t{64} << 20, 'x') + "</a>", u"The file has more than 67108864 bytes"},
         {"<a>\xFF\xFE</a>", u"line 1: Input is not proper UTF-8"},
         {"<a>&x;</a>", u"line 1: Entity 'x' not defined"},
