@@ -123,9 +123,7 @@ TEST_F(FileHelpers, ZipEntriesAreFoundWithEitherSeparator) {
         const std::string zeros(12, '\0');
         return (isCentral ? std::string("PK\1\2\12\0\12\0\0\0\0\0\0\0!\0", 16)
                           : std::string("PK\3\4\12\0\0\0\0\0\0\0!\0", 14)) +
-               zeros + size +
-               (isCentral ? zeros + offset + std::string(3, '\0')
-                          : std::string(2, '\0')) +
+               zeros + size + (isCentral ? zeros + offset + std::string(3, '\0') : std::string(2, '\0')) +
                std::string(name);
     };
     const std::string local = entry("a/b.txt", false, 0) + entry("c\\d", false, 0);

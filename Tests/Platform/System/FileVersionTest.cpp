@@ -105,8 +105,7 @@ TEST(FileVersion, IsReadFromWholeFilesOnly) {
 
 TEST(FileVersion, DirectoryThatRefersToItselfEnds) {
     std::string file = WindowsFile(true);
-    for (const std::size_t entry : {0x21CU, 0x234U, 0x24CU})
-        file.replace(entry, 4, "\0\0\0\x80", 4);
+    for (const std::size_t entry : {0x21CU, 0x234U, 0x24CU}) file.replace(entry, 4, "\0\0\0\x80", 4);
     EXPECT_EQ(VersionOf(file), u"");
 }
 
