@@ -12,10 +12,12 @@ TEST_F(ConfigCommand, GetsSetsAndLists) {
     Write(u"bad.csv", "a,b\n");
     Write(u"odd.VrnConfig", "<VrnConfig><a.b>x</a.b><a><b>1&#10;\\</b></a><a>y</a><c/></VrnConfig>");
     const TProgramCase cases[] = {
-        {"a.VrnConfig list", 1, "", "varnholt: Cannot open file \"a.VrnConfig\": No such file\n"},
+        {"a.VrnConfig list", 1, "",
+         "varnholt: Cannot open file \"a.VrnConfig\": No such file or directory\n"},
         {"a.VrnConfig set a.b x --type integer", 1, "",
          "varnholt: VARN configuration error: Value data is not the correct type - x\n"},
-        {"a.VrnConfig get a.b", 1, "", "varnholt: Cannot open file \"a.VrnConfig\": No such file\n"},
+        {"a.VrnConfig get a.b", 1, "",
+         "varnholt: Cannot open file \"a.VrnConfig\": No such file or directory\n"},
         {"a.VrnConfig set a.b -5 --type Integer", 0, "", ""},
         {"a.VrnConfig set a.b 7", 0, "", ""},  // keeps its type
         {"a.VrnConfig set c 'x y'", 0, "", ""},

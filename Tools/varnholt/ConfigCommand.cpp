@@ -6,6 +6,7 @@
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Streams.h"
 #include "Platform/Runtime/Text.h"
 #include "Tools/varnholt/Output.h"
 #include "VarnholtLib/Services/vrnConfig.h"
@@ -20,10 +21,10 @@ struct TConfigOptions {
     std::optional<std::string> Type;
 };
 
-/// A configuration that exists. The library would create it.
+/// A configuration that exists. The library would create it, and gives no reason.
 std::unique_ptr<TVarnConfig> OpenExisting(const std::string& file) {
     const String path = FromUtf8(file);
-    if (!FileExists(path)) throw Exception(Format(u"Cannot open file \"%s\": No such file", {path}));
+    const TFileStream existing(path, fmOpenRead);
     return std::make_unique<TVarnConfig>(path);
 }
 
