@@ -10,7 +10,7 @@
 #include "Platform/System/Platform.h"
 #include "VarnholtLib/Files/vrnCompress.h"
 
-/// An archive of a stranger: refused, or extracted below its folder alone, each entry whole or not at all.
+/// An archive of a stranger: refused, or extracted only below its folder, each entry whole or not at all.
 namespace Varnholt::Fuzz {
 namespace {
 

@@ -80,8 +80,8 @@ public:
     virtual ~IXMLNode() = default;
     /// The name, prefix included.
     [[nodiscard]] virtual String GetNodeName() = 0;
-    /// The text of the node itself, that of child elements excluded. If an element has child elements, white space
-    /// alone counts as no text, since it is formatting. Of an attribute, its value.
+    /// The text of the node itself, that of child elements excluded. If an element has child elements, only white
+    /// space counts as no text, since it is formatting. Of an attribute, its value.
     [[nodiscard]] virtual String GetText() = 0;
     /// Replaces the node's own text; child elements stay, in their order, after the text.
     virtual void SetText(StringView text) = 0;

@@ -145,7 +145,7 @@ public:
     [[nodiscard]] std::int32_t IndexOfJustFileName(StringView fileName) const;
 
     /// Writes the archive, which replaces an existing one as a whole or not at all. A file that does not exist any more is
-    /// skipped without a word; one that cannot be opened is skipped if OnError lets the process go on after
+    /// skipped silently; one that cannot be opened is skipped if OnError lets the process go on after
     /// ceCannotOpenInputFile. The archive has the entries that were written, and says so.
     ///
     /// Raises EVarnCompress ceUnableToCreateArchive, EArgumentException for a level above 3, Exception for a name that the code

@@ -16,7 +16,7 @@ class VARNHOLT_EXPORT TFileUtils {
 public:
     TFileUtils() = delete;
     /// Opens a document or address, or starts a program, and does not wait for it. Returns whether that succeeded.
-    /// Platform/System/Shell.h tells the operations and how parameters are split. The fourth text has no effect.
+    /// Platform/System/Shell.h lists the operations and says how parameters are split. The fourth text has no effect.
     static bool Execute(StringView operation, StringView fileName, StringView parameters, StringView unused);
     /// With the operation "open".
     static bool Execute(StringView fileName, StringView parameters, StringView unused);

@@ -2,7 +2,7 @@
 
 #include "Platform/Zip/ZipFile.h"
 
-/// Looking for entries of zip files, whichever separators they were stored with.
+/// Finding entries of zip files, with either separator between folders.
 ///
 /// Threads: as the zip file.
 namespace Varnholt {

@@ -30,7 +30,7 @@
 /// written has 15 significant digits.
 ///
 /// Errors. "Reports" means: the error and its detail become LastError and LastErrorData, and then, by
-/// ErrorAction: eaDefault does nothing more; eaEvent calls the event, which may ask for EVarnConfig; eaExcept, the
+/// ErrorAction: eaDefault does nothing more; eaEvent calls the event, which may request EVarnConfig; eaExcept, the
 /// action after construction, raises EVarnConfig.
 ///
 /// File. An XML document with the root element VrnConfig. Each step of a path is a child element; the element of a
