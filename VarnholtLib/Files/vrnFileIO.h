@@ -10,12 +10,13 @@
 /// Uses Random.h. Threads: the functions may be called on any thread. A name is not reserved: two callers can get the same.
 namespace Varnholt {
 
-/// Deletes the files whose names match the mask in the last part of a path: `*` stands for any characters, `?` for one, `*.*`
-/// for every name. Names compare exactly; folders match but stay. False if nothing matches; what cannot be deleted
-/// stays, silently. Raises EInOutError for a path without a native form.
-bool VARNHOLT_EXPORT DelFiles(StringView mask);
+/// Deletes the files whose names match the mask in the last part of a path. A star stands for any characters, a question
+/// mark for one; a star, a full stop and a star match every name, also one without a full stop. Names compare exactly;
+/// folders match but stay. False if nothing matches; what cannot be deleted stays, silently. Raises EInOutError for a
+/// path without a native form.
+VARNHOLT_EXPORT bool DelFiles(StringView mask);
 
-/// A name in the temporary folder or in a subfolder of it, which is created. Each `*` of the template becomes a random number
+/// A name in the temporary folder or in a subfolder of it, which is created. Each star of the template becomes a random number
 /// from 0 to 9998; the file does not exist and is not created. Without a template the result is the folder.
 /// Raises EInOutError if the folder cannot be created, and (`No free name for "%s"`) if the template has no star and
 /// the file exists, or no free name is found in 100,000 attempts.
