@@ -56,6 +56,8 @@ TEST_F(PathSearch, BreadcrumbFindsFilesAlongThePath) {
     EXPECT_EQ(found, u"T:\\a\\both");
     EXPECT_TRUE(path->FindFileFromStart(u"both", found));
     EXPECT_EQ(found, u"T:\\both");
+    EXPECT_TRUE(path->FindFileFromStart(u"T:\\a\\b\\x.txt", found));
+    EXPECT_EQ(found, u"T:\\a\\b\\x.txt");
 }
 
 TEST_F(PathSearch, ElementsFindFilesAlongThePath) {

@@ -44,7 +44,9 @@ public:
 
 private:
     bool HasFile(std::int32_t index, StringView fileName, String& foundFileName) const {
-        const String candidate = BuildPath(index).append(fileName);
+        const bool isRooted = fileName.starts_with(u'\\') || fileName.starts_with(u'/') ||
+                              (fileName.size() > 1 && fileName[1] == u':');
+        const String candidate = isRooted ? String(fileName) : BuildPath(index).append(fileName);
         if (!FileExists(candidate)) return false;
         foundFileName = candidate;
         return true;

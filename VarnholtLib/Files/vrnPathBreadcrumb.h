@@ -22,7 +22,8 @@ public:
 
     virtual ~IPathBreadcrumb() = default;
     /// Looks for a file in the folder of each element, from the last to the first, and not below these folders. True, with
-    /// the path of the file, at the first that has it; otherwise false, and the path is unchanged.
+    /// the path of the file, at the first that has it; a file name that begins with a root or drive is that path itself.
+    /// Otherwise false, and the path is unchanged.
     [[nodiscard]] virtual bool FindFileFromEnd(StringView fileName, String& foundFileName) const = 0;
     /// The same from the first to the last.
     [[nodiscard]] virtual bool FindFileFromStart(StringView fileName, String& foundFileName) const = 0;
