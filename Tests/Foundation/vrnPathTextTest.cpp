@@ -18,6 +18,16 @@ String WithoutInvalid(StringView path) {
     return RemoveInvalidPathChars(path) + u" or " + text;
 }
 
+TEST(vrnPathText, NamesBelowFolders) {
+    const std::tuple<StringView, StringView, StringView> cases[] = {{u"C:\\a", u"b\\c", u"C:\\a\\b\\c"},
+                                                                    {u"C:\\a\\", u"b", u"C:\\a\\b"},
+                                                                    {u"a/", u"b", u"a/b"},
+                                                                    {u"/a\\x", u"b\\c", u"/a\\x/b/c"},
+                                                                    {u"/", u"b", u"/b"},
+                                                                    {u"", u"b\\c", u"b\\c"}};
+    for (const auto& [folder, name, path] : cases) EXPECT_EQ(PathBelow(folder, name), path) << ToUtf8(path);
+}
+
 TEST(vrnPathText, TakesPathsApartAndPutsThemRight) {
     const struct {
         String (*Operation)(StringView);

@@ -62,13 +62,6 @@ StringView RefusalOf(StringView directory, StringView name) {
     return {};
 }
 
-/// The folder with a separator at its end.
-String WithSeparator(StringView directory) {
-    String folder(directory);
-    if (EnsurePathString(folder) || (!folder.empty() && IsSeparator(folder.back()))) return folder;
-    return folder.empty() ? folder : folder + (folder.starts_with(u'/') ? u'/' : u'\\');
-}
-
 /// What follows the last backslash of a name.
 String LastPart(const String& name) {
     return name.substr(name.rfind(u'\\') + 1);
@@ -210,9 +203,7 @@ bool TVarnDecompressor::ExtractString(StringView fileName, String& dest) {
 // --- To files ---
 
 String TVarnDecompressor::BuildFileName(StringView directory, const TFileEntry& entry) const {
-    String name = FKeeySubdirs ? entry.FileName : LastPart(entry.FileName);
-    if (directory.starts_with(u'/')) std::ranges::replace(name, u'\\', u'/');  // a native path
-    return WithSeparator(directory) + name;
+    return PathBelow(directory, FKeeySubdirs ? entry.FileName : LastPart(entry.FileName));
 }
 
 bool TVarnDecompressor::Fail(std::int32_t index, StringView fileName, StringView error) const {

@@ -52,6 +52,15 @@ bool EnsurePathString(String& text) {
     return true;
 }
 
+String PathBelow(StringView folder, StringView name) {
+    String path(folder), rest(name);
+    const bool isNative = path.starts_with(u'/');
+    const Char separator = isNative ? u'/' : u'\\';
+    if (!path.empty() && path.back() != u'\\' && path.back() != u'/') path += separator;
+    if (isNative) std::ranges::replace(rest, u'\\', u'/');
+    return path + rest;
+}
+
 void RemoveInvalidPathChars(String& path, bool includeSeparators) {
     const StringView invalid = includeSeparators ? u":*?\"<>|/" : u":*?\"<>|";
     for (std::size_t at = FileNameStart(path); at < path.size(); ++at) {

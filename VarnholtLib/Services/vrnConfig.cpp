@@ -10,6 +10,7 @@
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Text.h"
+#include "VarnholtLib/Foundation/vrnPathText.h"
 #include "VarnholtLib/Foundation/vrnString.h"
 #include "VarnholtLib/Services/vrnLog.h"
 #include "VarnholtLib/Services/vrnSpecialFolders.h"
@@ -104,7 +105,7 @@ String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, S
     const String folder =
         visibility == vPublic ? TSpecialFolders::GetCommonAppData() : TSpecialFolders::GetLocalAppData();
     if (folder.empty()) throw OpenFailure(u"unable to get folder");
-    const String path = Format(u"%sVarnholt\\%s\\%s%s", {folder, product, name, kExtension});
+    const String path = PathBelow(folder, Format(u"Varnholt\\%s\\%s%s", {product, name, kExtension}));
     if (log) log->Log(u"Config file: %s", {path});
     return path;
 }

@@ -1,6 +1,5 @@
 #include "VarnholtLib/Services/vrnLog.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -11,6 +10,7 @@
 #include "Platform/System/Platform.h"
 #include "Platform/System/PrivateFile.h"
 #include "VarnholtLib/Foundation/vrnModuleState.h"
+#include "VarnholtLib/Foundation/vrnPathText.h"
 #include "VarnholtLib/Services/vrnLogLoadPrivate.h"
 #include "VarnholtLib/Services/vrnSpecialFolders.h"
 
@@ -63,11 +63,8 @@ String Joined(ILog::TTexts texts) {
 
 String FileNameOf(StringView logName) {
     const String program = ExtractFileName(Platform().Process->GetExecutablePath());
-    const String folder = TSpecialFolders::GetPersonal();
-    String name = Format(u"Varnholt\\Logs\\%s (%s).log", {logName, program});
-    // A native path has slashes.
-    if (folder.starts_with(u'/')) std::ranges::replace(name, u'\\', u'/');
-    return folder + name;
+    return PathBelow(TSpecialFolders::GetPersonal(),
+                     Format(u"Varnholt\\Logs\\%s (%s).log", {logName, program}));
 }
 
 /// The message with its control characters as vrnLog.h says.
