@@ -27,6 +27,7 @@ is_present() {
         libicu-dev) has_header unicode/uchar.h ;;
         libmuparser-dev) has_header muParser.h ;;
         libspdlog-dev) has_header spdlog/spdlog.h ;;
+        libsqlite3-dev) has_header sqlite3.h ;;
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
         libzip-dev) has_header zip.h ;;
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
