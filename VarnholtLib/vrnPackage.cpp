@@ -3,6 +3,7 @@
 #include "VarnholtLib/LoadTablePrivate.h"
 #include "VarnholtLib/Numerics/vrnCurveFitLoadPrivate.h"
 #include "VarnholtLib/Services/vrnLogLoadPrivate.h"
+#include "VarnholtLib/Services/vrnSystemRandomBytesLoadPrivate.h"
 
 namespace Varnholt {
 namespace {
@@ -23,7 +24,8 @@ constexpr std::array kModules = {
     TModule{u"vrnHttpRequest", {}},
     TModule{u"vrnIndyHttpRequest", {}},
     TModule{u"vrnRandomBytesIntf", {}},
-    TModule{u"vrnSystemRandomBytes", {}},
+    TModule{u"vrnSystemRandomBytes",
+            {.ConstructClass = &CreateSystemRandomBytes, .DestructClass = &ReleaseSystemRandomBytes}},
     TModule{u"vrnRandomBytesFactory", {}},
     TModule{u"vrnRegistryUtils", {}},
     TModule{u"vrnFileTypeAssociation", {}},

@@ -1,11 +1,8 @@
 #include "Platform/Runtime/Guid.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-
+#include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/Streams.h"
+#include "Platform/Runtime/Random.h"
 
 namespace Varnholt {
 
@@ -15,9 +12,7 @@ void RaiseInvalidGuid(StringView text) {
 
 TGuid CreateGuid() {
     TGuid guid;
-    if (getentropy(guid.Bytes.data(), guid.Bytes.size()) != 0) {
-        throw Exception(Format(u"The system returns no random bytes: %s", {SystemReason(errno)}));
-    }
+    FillWithSystemRandom(guid.Bytes);
     guid.Bytes[6] = static_cast<std::uint8_t>((guid.Bytes[6] & 0x0F) | 0x40);  // version 4
     guid.Bytes[8] = static_cast<std::uint8_t>((guid.Bytes[8] & 0x3F) | 0x80);  // variant of RFC 4122
     return guid;

@@ -76,6 +76,10 @@ public:
     /// The operating system's identifier of the calling thread.
     [[nodiscard]] virtual std::uint32_t GetThreadId() = 0;
     [[nodiscard]] virtual String GetMachineName() = 0;
+    /// Whether the process has the rights of the superuser.
+    [[nodiscard]] virtual bool GetIsSuperUser() = 0;
+    /// The names of the groups of the process.
+    [[nodiscard]] virtual std::vector<String> GetGroups() = 0;
     /// The arguments of the command line; the first is the program as it was called.
     [[nodiscard]] virtual std::vector<String> GetCommandLine() = 0;
 };

@@ -1,6 +1,8 @@
+#include <grp.h>
 #include <pthread.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <filesystem>
@@ -74,6 +76,24 @@ public:
         std::array<char, 256> name{};
         if (gethostname(name.data(), name.size() - 1) != 0) return {};
         return FromUtf8(name.data());
+    }
+
+    bool GetIsSuperUser() override { return geteuid() == 0; }
+
+    std::vector<String> GetGroups() override {
+        std::vector<gid_t> ids(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
+        const int count = ids.empty() ? 0 : getgroups(static_cast<int>(ids.size()), ids.data());
+        ids.resize(static_cast<std::size_t>(std::max(count, 0)));
+        ids.push_back(getegid());
+        std::vector<String> names;
+        for (const gid_t id : ids) {
+            std::array<char, 16384> buffer;
+            group entry{};
+            group* found = nullptr;
+            if (getgrgid_r(id, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
+                names.push_back(FromUtf8(found->gr_name));
+        }
+        return names;
     }
 
     std::vector<String> GetCommandLine() override {

@@ -9,6 +9,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 #include "VarnholtLib/Files/vrnFileIO.h"
 #include "VarnholtLib/Files/vrnIO.h"
+#include "VarnholtLib/Files/vrnUACHelper.h"
 #include "VarnholtLib/Files/vrnZipUtils.h"
 
 namespace Varnholt::Test {
@@ -59,6 +60,9 @@ TEST_F(FileHelpers, ProgramsDocumentsAndAddressesAreStarted) {
     EXPECT_EQ(Called(), "tool\na\nb  cd\"e\n$HOME\\\n\n$(x);*\n");
     EXPECT_TRUE(TFileUtils::ExecuteAdmin(u"T:\\tool", u"-x", u""));
     EXPECT_EQ(Called(), "pkexec\n" + folder + "/tool\n-x\n");
+    const String parameters[] = {u"a", u"b c"};
+    EXPECT_TRUE(TUACHelper::LaunchAsAdmin(u"tool", parameters));
+    EXPECT_EQ(Called(), "pkexec\ntool\na\nb c\n-uacrelaunch\n");
     for (const StringView wrong : {u"'open", u"\"open", u"open\\"})
         EXPECT_FALSE(TFileUtils::Execute(u"tool", wrong, u"")) << ToUtf8(wrong);
     EXPECT_FALSE(TFileUtils::Execute(u"no-such-tool") || TFileUtils::Execute(u"T:\\none\\x") ||

@@ -63,6 +63,7 @@ THIRD_PARTIES = {
     "locale.h": ["Platform/Runtime/"],
     "malloc.h": ["Benchmarks/"],
     "pthread.h": ["Platform/System/"],
+    "grp.h": ["Platform/System/"],
     "pwd.h": ["Platform/System/"],
     "signal.h": ["Platform/", "Tools/"],
     "spawn.h": ["Platform/System/"],

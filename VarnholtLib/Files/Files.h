@@ -12,4 +12,5 @@
 #include "VarnholtLib/Files/vrnPathElements.h"
 #include "VarnholtLib/Files/vrnTextFile.h"
 #include "VarnholtLib/Files/vrnTextFileParser.h"
+#include "VarnholtLib/Files/vrnUACHelper.h"
 #include "VarnholtLib/Files/vrnZipUtils.h"

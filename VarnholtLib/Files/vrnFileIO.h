@@ -7,7 +7,8 @@
 ///     DelFiles(u"C:\\data\\*.tmp");
 ///     const String name = GetTempFileName(u"station", u"rain*.csv");   // "C:\tmp\station\rain4711.csv"
 ///
-/// Uses Random.h. Threads: the functions may be called on any thread. A name is not reserved: two callers can get the same.
+/// Uses Random.h. Threads: names from one thread at a time, because of its generator; the rest on any thread. A name is not
+/// reserved: two callers can get the same.
 namespace Varnholt {
 
 /// Deletes the files whose names match the mask in the last part of a path. A star stands for any characters, a question
