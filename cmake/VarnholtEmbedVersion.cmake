@@ -25,9 +25,9 @@ function(varnholt_embed_version target)
     string(REPLACE ";" ", " numbers "${numbers}")
 
     get_property(languages GLOBAL PROPERTY ENABLED_LANGUAGES)
-    set(extension c)
-    if(CXX IN_LIST languages)
-        set(extension cpp)
+    set(extension cpp)
+    if(C IN_LIST languages)
+        set(extension c)
     endif()
     set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}-version.${extension}")
     file(CONFIGURE OUTPUT "${source}" @ONLY CONTENT [[
@@ -36,7 +36,8 @@ __attribute__((used, aligned(4), section(".note.varnholt.version"))) static cons
     unsigned int OwnerSize, VersionSize, Type;
     char Owner[12];
     unsigned short Version[4];
-} note = {9, 8, 1, "Varnholt", {@numbers@}};
+} varnholt_version_note = {9, 8, 1, "Varnholt", {@numbers@}};
 ]])
+    set_source_files_properties("${source}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     target_sources(${target} PRIVATE "${source}")
 endfunction()

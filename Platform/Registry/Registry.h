@@ -28,6 +28,7 @@
 /// Threads: an object serves one thread at a time.
 namespace Varnholt {
 
+// NOLINTNEXTLINE(readability-identifier-naming): names that applications know
 enum TRootKey : std::uint8_t { HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE };
 
 class VARNHOLT_EXPORT ERegistryException : public Exception {

@@ -21,6 +21,10 @@ TDateTime ToDateTime(std::chrono::system_clock::time_point time, std::chrono::se
     return JoinDateTime(kEpoch + TDays(day.time_since_epoch()).count(), TDays(local - day).count());
 }
 
+TDateTime ToUtcDateTime(std::chrono::system_clock::time_point time) {
+    return ToDateTime(time, std::chrono::seconds(0));
+}
+
 TDateTime ToLocalDateTime(std::chrono::system_clock::time_point time) {
     return ToDateTime(time, ZoneOffset(std::chrono::floor<std::chrono::seconds>(time)));
 }

@@ -65,6 +65,8 @@ public:
     /// The current time in the user's time zone, to the microsecond. The real clock determines the zone's offset
     /// once in each second.
     [[nodiscard]] virtual TDateTime Now() = 0;
+    /// The same time in UTC, for ages.
+    [[nodiscard]] virtual TDateTime NowUtc() = 0;
 };
 
 class IProcess {

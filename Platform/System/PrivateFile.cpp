@@ -35,6 +35,7 @@ TPrivateFileStream::TPrivateFileStream(StringView path) : TFileStream(path) {
     struct stat facts {};
     if (fstat(handle, &facts) != 0) Fail(path, SystemReason(errno));
     if (!S_ISREG(facts.st_mode)) Fail(path, u"It is not a regular file");
+    if (facts.st_nlink > 1) Fail(path, u"It has another name");
     if (ftruncate(handle, 0) != 0) Fail(path, SystemReason(errno));
 }
 

@@ -16,7 +16,7 @@ namespace Varnholt {
 /// Every write appends: if a second process opens the same file, the content is lost once, and from then on the
 /// writes of both follow each other.
 ///
-/// A symbolic link in place of the file is not followed, and a pipe or device not used, so that whoever may
+/// A symbolic link in place of the file is not followed, and a pipe, a device or a file with a further hard link not used, so that whoever may
 /// create names in the folder can neither have another file of the user emptied nor make the program wait.
 class VARNHOLT_EXPORT TPrivateFileStream final : public TFileStream {
 public:

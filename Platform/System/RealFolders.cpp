@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -126,7 +127,7 @@ std::string UserDirectory(std::string_view name, const char* nameBelowHome) {
 
 // --- Creating and naming ---
 
-/// Whether the folder exists afterwards.
+/// Whether the folder exists afterwards. At most PATH_MAX levels deep.
 bool EnsureFolder(const std::string& folder, mode_t mode) {
     if (IsFolder(folder)) return true;
     const std::size_t slash = folder.find_last_of('/');
@@ -148,7 +149,8 @@ String Existing(const std::string& path) {
 
 String Created(const std::string& folder, mode_t mode) {
     const std::string path = WithoutSlashesAtEnd(folder);
-    return !path.empty() && EnsureFolder(path, mode) ? Existing(path) : String();
+    const bool isUsable = !path.empty() && path.size() < PATH_MAX;
+    return isUsable && EnsureFolder(path, mode) ? Existing(path) : String();
 }
 
 class TRealKnownFolders : public IKnownFolders {

@@ -23,6 +23,8 @@ public:
         return ToDateTime(now, Offset(std::chrono::floor<std::chrono::seconds>(now)));
     }
 
+    TDateTime NowUtc() override { return ToUtcDateTime(std::chrono::system_clock::now()); }
+
 private:
     /// The offset in the given second, which is looked up once: the system's look-up takes a lock.
     std::chrono::seconds Offset(std::chrono::sys_seconds now) {

@@ -363,7 +363,7 @@ std::shared_ptr<IXMLNodeList> TXmlTree::GetChildNodes() {
 }
 
 std::shared_ptr<IXMLNode> TXmlTree::AddChild(StringView name) {
-    const std::shared_ptr<IXMLNode> root = CreateElement(name, u"");
+    std::shared_ptr<IXMLNode> root = CreateElement(name, u"");
     FRoots.Add(root);
     return root;
 }
@@ -402,7 +402,7 @@ TXmlNode& TXmlTree::NewNode(xmlNode* node) {
     std::unique_ptr<xmlNode, void (*)(xmlNode*)> owner(Allocated(node),
                                                        [](xmlNode* lost) { xmlFreeNode(lost); });
     TXmlNode& created = NodeOf(node);
-    owner.release();
+    static_cast<void>(owner.release());
     return created;
 }
 

@@ -17,6 +17,7 @@ protected:
         Platform().Screen = {std::shared_ptr<void>(), this};
     }
     TDateTime Now() override { return Time; }
+    TDateTime NowUtc() override { return Time; }
     String Find(TKnownFolder folder) override { return folder == Known ? Folder : String(); }
     std::uintptr_t GetActiveFormHandle() override { return 7; }
 

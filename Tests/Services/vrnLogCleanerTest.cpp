@@ -16,7 +16,7 @@ class vrnLogCleaner : public TServiceTest {
 protected:
     vrnLogCleaner() {
         const auto now = std::chrono::file_clock::to_sys(FNow);
-        Time = ToLocalDateTime(std::chrono::time_point_cast<std::chrono::microseconds>(now));
+        Time = ToUtcDateTime(std::chrono::time_point_cast<std::chrono::microseconds>(now));
         for (const Char c : StringView(u"0123456789")) Write(String{c} + u".log", 120h);
     }
 
@@ -60,8 +60,14 @@ TEST_F(vrnLogCleaner, CleanLeavesTheNewestAndWhatCannotBeDeleted) {
     Write(u"odd.log", 129h);
     std::filesystem::rename(ToNativePath(Logs) + "odd.log", ToNativePath(Logs) + "\xFF.log");
     Write(u"old.log", 130h);
+    WriteFileInOneGo(u"D:\\precious.log", "");
+    std::filesystem::rename(ToNativePath(Logs) + "old.log", ToNativePath(Logs) + "..\\..\\precious.log");
+    Write(u"target", 500h);
+    std::filesystem::create_symlink("target", ToNativePath(Logs) + "link.log");
     Cleaner->Clean();
-    EXPECT_EQ(Found(), u"\uFFFD.log,");
+    EXPECT_EQ(Found(), u"");
+    EXPECT_TRUE(FileExists(u"D:\\precious.log") && FileExists(Logs + u"link.log"));
+    EXPECT_FALSE(std::filesystem::exists(ToNativePath(Logs) + "..\\..\\precious.log"));
     EXPECT_TRUE(FileExists(Logs + u"9.log") && FileExists(Log->GetLogFileName()));
     std::filesystem::remove_all(ToNativePath(Logs));
     EXPECT_EQ(Found(), u"");

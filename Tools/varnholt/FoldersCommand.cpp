@@ -26,7 +26,7 @@ void PrintFolders() {
     for (const TRow& row : kRows) {
         String path;
         const bool isFound = TSpecialFolders::GetSpecialFolderString(path, row.Number);
-        const String native = isFound ? u"  " + FromUtf8(ToNativePath(path)) : String();
+        const String native = isFound ? u"  " + OnOneLine(FromUtf8(ToNativePath(path))) : String();
         PrintLine(Format(u"%-15s  %2d%s", {row.Name, row.Number, native}));
     }
 }

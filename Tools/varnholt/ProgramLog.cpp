@@ -21,7 +21,7 @@ void CheckName(const String& name) {
 TLogArgument ReadLogArgument(int argc, const char* const* argv) {
     constexpr std::string_view kOption = "--log";
     const std::string_view first = argc > 1 ? argv[1] : "";
-    if (first == kOption && argc > 2) return {FromUtf8(argv[2]), 3};
+    if (first == kOption && argc > 2 && argv[2][0] != '-') return {FromUtf8(argv[2]), 3};
     if (first.starts_with(kOption) && first.substr(kOption.size()).starts_with('=')) {
         return {FromUtf8(first.substr(kOption.size() + 1)), 2};
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Format.h"
@@ -31,7 +32,8 @@ public:
         FReason = text.substr(at == StringView::npos ? 0 : at + kMark.size());
     }
     [[nodiscard]] String Take() {
-        return FReason.empty() ? u"The file is shorter than the archive says" : std::move(FReason);
+        if (FReason.empty()) return u"The file is shorter than the archive says";
+        return std::exchange(FReason, String());
     }
 
 private:

@@ -70,7 +70,7 @@ String FreeName(const String& folder, StringView nameTemplate, TIsTaken isTaken)
     const int attempts = nameTemplate.find(u'*') == StringView::npos ? 1 : kAttempts;
     Randomize();
     for (int i = 0; i < attempts; ++i) {
-        const String path = folder + FilledTemplate(nameTemplate);
+        String path = folder + FilledTemplate(nameTemplate);
         if (!isTaken(path)) return path;
     }
     RaiseNoName(nameTemplate);

@@ -105,7 +105,7 @@ String TVarnConfig::GenFileName(TCfgVisibility visibility, StringView product, S
     const String folder =
         visibility == vPublic ? TSpecialFolders::GetCommonAppData() : TSpecialFolders::GetLocalAppData();
     if (folder.empty()) throw OpenFailure(u"unable to get folder");
-    const String path = PathBelow(folder, Format(u"Varnholt\\%s\\%s%s", {product, name, kExtension}));
+    String path = PathBelow(folder, Format(u"Varnholt\\%s\\%s%s", {product, name, kExtension}));
     if (log) log->Log(u"Config file: %s", {path});
     return path;
 }
@@ -313,7 +313,8 @@ bool TVarnConfig::ReadBoolean(StringView path) {
 // The path and the default are copied, because they may be the detail of the last error, which the search changes.
 
 String TVarnConfig::ReadString(StringView path, StringView defaultVal) {
-    const String asked(path), instead(defaultVal);
+    const String asked(path);
+    String instead(defaultVal);
     TCfgValue storage;
     if (const TCfgValue* const found = FindQuietly(asked, dtString, storage)) return found->Data;
     WriteString(asked, instead);

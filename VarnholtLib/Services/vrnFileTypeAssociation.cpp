@@ -8,7 +8,7 @@ namespace {
 constexpr StringView kIconKey = u"DefaultIcon";
 constexpr StringView kShellKey = u"shell";
 constexpr StringView kCommandKey = u"Command";
-constexpr StringView kDefaultValue = u"";
+constexpr StringView kDefaultValue;
 
 }  // namespace
 

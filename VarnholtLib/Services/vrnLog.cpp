@@ -149,11 +149,12 @@ public:
     void Flush() noexcept {
         if (FBytes.empty()) return;
         try {
-            if (FHasFailed) FFile.WriteBuffer(BytesOf(kLineEnd));  // a line may have been cut
-            FHasFailed = true;
+            if (FIsCut) FBytes.insert(0, kLineEnd);
+            FSize = FFile.GetSize();
             FFile.WriteBuffer(BytesOf(FBytes));
-            FHasFailed = false;
-        } catch (const Exception&) {
+            FIsCut = false;
+        } catch (...) {  // the lines are lost
+            FIsCut = IsLongerThanBefore();
         }
         FBytes.clear();
         if (FBytes.capacity() > kMaxKeptCapacity) FBytes = std::string();
@@ -163,6 +164,15 @@ private:
     static constexpr std::size_t kBufferSize = 4096;
     static constexpr std::size_t kMaxKeptCapacity = 1 << 16;
     static constexpr std::string_view kLineEnd = "\r\n";
+
+    /// Whether a write that failed left a part of a line.
+    [[nodiscard]] bool IsLongerThanBefore() const noexcept {
+        try {
+            return FIsCut || FFile.GetSize() > FSize;
+        } catch (...) {
+            return true;
+        }
+    }
 
     /// The beginning of a line, made anew for another thread or second.
     void UpdatePrefix() {
@@ -190,8 +200,9 @@ private:
 
     TPrivateFileStream FFile;
     std::string FBytes;
-    bool FHasFailed = false;
-    std::string FPrefix;  // of this thread and FTimeText
+    bool FIsCut = false;     // whether the file ends with a part of a line
+    std::int64_t FSize = 0;  // before the last write
+    std::string FPrefix;     // of this thread and FTimeText
     std::uint32_t FThread = 0;
     std::string FTimeText;  // of the times from the first to before the end
     TDateTime FFirstTime = 0;

@@ -46,7 +46,7 @@
 /// surrogate becomes U+FFFD.
 ///
 /// Lines are collected in a buffer and handed to the system as soon as there are 4096 bytes of them, at Flush and by
-/// the destructor, so the file ends with a whole line at any time. Logging never fails because of the file: lines that
+/// the destructor. The file ends with a whole line, unless a write was cut by a full disk. Logging never fails because of the file: lines that
 /// cannot be written, as on a full disk, are lost silently, and later lines are tried again.
 ///
 /// Uses Platform.h, vrnSpecialFolders.h and Format.h. Threads: all operations may be called on any thread. A lock
@@ -69,7 +69,7 @@ public:
 
     /// Whether the log has a file.
     [[nodiscard]] virtual bool GetIsOpen() const = 0;
-    /// The full path of the file, also if it could not be created.
+    /// The full path of the file, also if it could not be created; relative if the user has no documents folder.
     [[nodiscard]] virtual String GetLogFileName() const = 0;
 
     /// A flag for the callers, who test it before they log. It affects none of the operations. Setting another value

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Files.h"
@@ -22,7 +23,7 @@ constexpr std::int32_t kKeptFiles = 10;  // of the old ones
 
 struct TFileItem {
     String FileName;
-    TDateTime Time;
+    TDateTime Time;  // in UTC
 
     bool operator==(const TFileItem&) const = default;
 };
@@ -38,13 +39,15 @@ double WholeDays(TDateTime time, TDateTime now) {
     return std::trunc(std::round((now - time) * kMillisecondsPerDay) / kMillisecondsPerDay);
 }
 
+/// The last write time in UTC; infinite for one that no clock can reach.
 TDateTime LastWriteTime(const fs::directory_entry& entry, StringView path) {
     using TClock = std::chrono::system_clock;
     std::error_code failure;
     const fs::file_time_type time = entry.last_write_time(failure);
+    if (failure == std::errc::value_too_large) return std::numeric_limits<TDateTime>::infinity();
     Check(failure, u"read time of file", path);
     const auto systemTime = std::chrono::file_clock::to_sys(time);
-    return ToLocalDateTime(std::chrono::time_point_cast<TClock::duration>(systemTime));
+    return ToUtcDateTime(std::chrono::time_point_cast<TClock::duration>(systemTime));
 }
 
 TNewList<TFileItem> ListLogFiles(const String& folder) {
@@ -53,13 +56,20 @@ TNewList<TFileItem> ListLogFiles(const String& folder) {
     fs::directory_iterator entry(ToNativePath(folder), failure);
     for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
         std::error_code unknown;
-        const std::string name = entry->path().filename().native();
-        if (!name.ends_with(".log") || !entry->is_regular_file(unknown)) continue;
-        const String path = folder + FromUtf8(name);
-        files->Add({path, LastWriteTime(*entry, path)});
+        const std::string& native = entry->path().native();
+        const bool isRegular = fs::is_regular_file(entry->symlink_status(unknown));
+        if (!native.ends_with(".log") || !isRegular) continue;
+        // A name that is not UTF-8 would stand for another file.
+        const String path = FromNativePath(native);
+        if (ToNativePath(path) == native) files->Add({path, LastWriteTime(*entry, path)});
     }
     Check(failure, u"list folder", folder);
     return TNewList<TFileItem>(files);
+}
+
+/// A path that depends on the working directory is that of a log without a folder.
+bool IsAbsolute(StringView path) {
+    return path.starts_with(u'/') || path.starts_with(u'\\') || path.substr(0, 2).ends_with(u':');
 }
 
 /// The newest first. The calendar dates are then in that order, too.
@@ -75,8 +85,8 @@ public:
     TNewList<String> GetFilesToDelete() const override {
         const auto paths = std::make_shared<TInterfacedList<String>>();
         const String folder = ExtractFilePath(FLog->GetLogFileName());
-        if (!DirectoryExists(folder)) return TNewList<String>(paths);
-        const TDateTime now = Platform().Clock->Now();
+        if (!IsAbsolute(folder) || !DirectoryExists(folder)) return TNewList<String>(paths);
+        const TDateTime now = Platform().Clock->NowUtc();
         const auto isOld = [now](const TFileItem& file) { return WholeDays(file.Time, now) > kMaxDays; };
         const auto old = ListLogFiles(folder)->Where(isOld)->OrderBy(CompareNewestFirst);
         for (const TFileItem& file : old->Skip(kKeptFiles)) paths->Add(file.FileName);

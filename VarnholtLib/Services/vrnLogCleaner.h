@@ -12,8 +12,8 @@
 ///
 /// A file is old from the age of five full days of 24 hours on, by its last write time and whatever its name says. The
 /// ten newest of the old files are kept, and younger files are neither deleted nor counted. Only regular files directly in
-/// the folder whose name ends with ".log", in this case of letters, are considered. Ages compare local times, so they
-/// are an hour off across a change to or from summer time; a file with a time in the future is not old.
+/// the folder whose name ends with ".log", in this case of letters, and is UTF-8, are considered; links are not. A file with a
+/// time in the future is not old.
 ///
 /// Uses vrnLog.h, vrnList.h and the clock of Platform.h. Threads: may be called on any thread.
 namespace Varnholt {
@@ -28,7 +28,7 @@ public:
 
     /// The full paths of the files to delete, the newest first. Files of one date are in the order of their times, too,
     /// and those of one time in that of their names: so a file is never deleted while an older one is kept.
-    /// Empty if the folder does not exist. Raises EInOutError (`Cannot list folder "%s": %s` or
+    /// Empty if the folder does not exist, and for a log without a folder, whose file name is relative. Raises EInOutError (`Cannot list folder "%s": %s` or
     /// `Cannot read time of file "%s": %s`).
     [[nodiscard]] virtual TNewList<String> GetFilesToDelete() const = 0;
     /// Deletes these files. One that cannot be deleted stays, silently. Raises as GetFilesToDelete.

@@ -67,11 +67,13 @@ TEST(PrivateFileTest, IsAnewAndOnlyTheOwners) {
     ASSERT_EQ(stat(drive.GetNativePath("a.log").c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0600U);
 
+    std::filesystem::create_hard_link(drive.GetNativePath("a.log"), drive.GetNativePath("twin"));
     std::filesystem::create_symlink("a.log", drive.GetNativePath("link"));
     ASSERT_EQ(mkfifo(drive.GetNativePath("pipe").c_str(), 0600), 0);
     const auto open = [](StringView path) { return [path] { TPrivateFileStream file(path); }; };
     ExpectRaised<EFCreateError>(
-        {{open(u"D:\\link"), u"Cannot create file \"D:\\link\": Too many levels of symbolic links"},
+        {{open(u"D:\\twin"), u"Cannot create file \"D:\\twin\": It has another name"},
+         {open(u"D:\\link"), u"Cannot create file \"D:\\link\": Too many levels of symbolic links"},
          {open(u"D:\\pipe"), u"Cannot create file \"D:\\pipe\": No such device or address"},
          {open(u"C:\\dev\\null"), u"Cannot create file \"C:\\dev\\null\": It is not a regular file"},
          {open(u"Q:\\x"), u"Cannot create file \"Q:\\x\": Drive Q: is not known"}});
