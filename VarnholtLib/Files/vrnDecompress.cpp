@@ -67,6 +67,10 @@ String LastPart(const String& name) {
     return name.substr(name.rfind(u'\\') + 1);
 }
 
+[[noreturn]] void RaiseEndsEarly(const TFileStream& file) {
+    throw EReadError(Format(u"Cannot read file \"%s\": Unexpected end of file", {file.GetFileName()}));
+}
+
 /// Reads the heads of entries, those of small files several at a time.
 class THeads {
 public:
@@ -80,9 +84,7 @@ public:
             FCount = 0;
             while (FCount < kArchiveEntrySize) {
                 const std::size_t count = FFile.Read(FBytes.subspan(FCount));
-                if (count == 0)
-                    throw EReadError(
-                        Format(u"Cannot read file \"%s\": It ends early", {FFile.GetFileName()}));
+                if (count == 0) RaiseEndsEarly(FFile);
                 FCount += count;
             }
         }
@@ -158,11 +160,13 @@ std::int32_t TVarnDecompressor::IndexOfFileName(StringView fileName) const {
 
 bool TVarnDecompressor::Extract(std::int32_t index, TStream& dest) {
     const TFileEntry& entry = EntryAt(index);
+    const auto size = static_cast<std::size_t>(entry.CompressedSize);
+    // No more memory than the file has bytes.
+    if (entry.CompressedSize > FFileIn->GetSize() - entry.Position) RaiseEndsEarly(*FFileIn);
+    const auto compressed = std::make_unique_for_overwrite<std::byte[]>(size);
     FFileIn->SetPosition(entry.Position);
-    // No more memory than there are bytes; a shorter file raises EReadError.
-    TMemoryStream compressed;
-    compressed.CopyFrom(*FFileIn, entry.CompressedSize);
-    Decompress(compressed.GetBytes(), dest, entry.OriginalSize);
+    FFileIn->ReadBuffer({compressed.get(), size});
+    Decompress({compressed.get(), size}, dest, entry.OriginalSize);
     return true;
 }
 
