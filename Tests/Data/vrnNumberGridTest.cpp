@@ -20,11 +20,10 @@ constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
 constexpr Extended kNaN = std::numeric_limits<Extended>::quiet_NaN();
 
 std::vector<TValues> ValuesOf(INumberGrid& grid) {
-    std::vector<TValues> rows(static_cast<std::size_t>(grid.GetCount()));
+    std::vector<TValues> rows;
     for (std::int32_t i = 0; i < grid.GetCount(); ++i) {
-        for (std::int32_t c = 0; c < grid.GetRow(i).GetCount(); ++c) {
-            rows[static_cast<std::size_t>(i)].push_back(grid.GetRow(i)[c]);
-        }
+        TValues& values = rows.emplace_back();
+        for (std::int32_t c = 0; c < grid.GetRow(i).GetCount(); ++c) values.push_back(grid.GetRow(i)[c]);
     }
     return rows;
 }
@@ -51,13 +50,12 @@ TEST(NumberGrid, BehavesAsVectorsOfRowsDo) {
     for (int i = 0; i < 5000; ++i) grid->AddRow();
     const std::vector<TValues> model = {{0, 0, 0, 7, 4},  {0, 0, 0, 7, 4}, {0, 1, 2, 7, 40},
                                         {3, 60, 5, 6, 4}, {5, 0, 0, 7, 4}, {6, 70, 8, 9, 4}};
-    const auto isModel = [](std::vector<TValues> rows, const std::vector<TValues>& expected) {
-        rows.resize(std::min(rows.size(), expected.size()));
-        return rows == expected;
+    const auto isModel = [&](INumberGrid& shown) {
+        const std::vector<TValues> rows = ValuesOf(shown);
+        return rows.size() == 5006 && std::ranges::equal(std::span(rows).first(model.size()), model);
     };
-    EXPECT_TRUE(&first == &grid->GetRow(0) && grid->GetCount() == 5006);
-    EXPECT_TRUE(isModel(ValuesOf(*grid), model));
-    EXPECT_TRUE(isModel(ValuesOf(*TNumberGridFactory::GetObject(grid, true)), model));
+    EXPECT_TRUE(isModel(*grid) && &first == &grid->GetRow(0));
+    EXPECT_TRUE(isModel(*TNumberGridFactory::GetObject(grid, true)));
     EXPECT_EQ(TNumberGridFactory::GetObject(grid, false)->GetCount(), 0);
     const auto where = grid->Where([&](const auto& source, const TRow& row, std::int32_t index) {
         EXPECT_TRUE(source == grid && &row == &grid->GetRow(index));
@@ -72,7 +70,7 @@ TEST(NumberGrid, BehavesAsVectorsOfRowsDo) {
     EXPECT_EQ(ValuesOf(*select), (std::vector<TValues>{{63, 60, 5, 6, 4}, {76, 70, 8, 9, 4}}));
     EXPECT_EQ(ValuesOf(*where->RemoveColumns(TStringArray{u"b", u"none", u"a"})),
               (std::vector<TValues>{{5, 6, 4}, {8, 9, 4}}));
-    EXPECT_TRUE(isModel(ValuesOf(*grid), model));
+    EXPECT_TRUE(isModel(*grid));
 }
 
 TEST(NumberGrid, ColumnsAreFoundByExactName) {
@@ -130,8 +128,7 @@ TEST(NumberGrid, RefusalsChangeNothing) {
     ExpectRaised<Exception>(
         {{[&] { row.SetValueByColName(u"A", 1); }, u"The column \"A\" is not present in the data set"},
          {[&] { row.SetValues(TValues(3)); }, u"Number of values does not match number of columns"},
-         {[&] { TRow(grid->GetColumns(), TValues(5)); },
-          u"Number of values does not match number of columns"}});
+         {[&] { grid->AddRow({1}); }, u"Number of values does not match number of columns"}});
     ExpectRaised<EListError>(
         {{[&] { grid->GetRow(-1); }, u"List index out of bounds (-1)"},
          {[&] { static_cast<void>(row.GetColumnType(4)); }, u"List index out of bounds (4)"}});
@@ -141,11 +138,9 @@ TEST(NumberGrid, RefusalsChangeNothing) {
          {[] { static_cast<void>(TNumberGridFactory::GetObject(nullptr, true)); }, u"source"}});
     EXPECT_EQ(Raised<EGridException>([&] { GridOf({})->GetColumnAsFloatArray(u"a")->Sort(); }),
               u"Can't create a float array with a dimension less than 1");
-    EXPECT_TRUE(grid->GetCount() == 2 && row[0] == 2.5L && std::isnan(row[1]) && row[2] == 3e9L &&
-                row[3] == 0);
+    EXPECT_TRUE(row[0] == 2.5L && std::isnan(row[1]) && row[2] == 3e9L && row[3] == 0);
     EXPECT_TRUE(row.GetValueAsInt(0) == 2 && grid->GetRow(1).GetValueAsInt(0) == 4);
-
-    EXPECT_THROW(grid->AddRow({1}), Exception);  // the row itself stays
+    EXPECT_EQ(grid->GetCount(), 3) << "the row of a refused AddRow stays, and no other";
     EXPECT_THAT(ValuesOf(*grid).back(), ElementsAre(0, 0, 0, 0));
 }
 
@@ -171,20 +166,15 @@ TEST(NumberGrid, SaveCsvWritesTheseBytes) {
     const auto grid = GridOf({{2.5L, 2.5L, -1e20L}, {-3.5L, 0.1L, 7}});
     grid->GetColumns().AddFloatColumns(TStringArray{u"\u00e4,\""});
     const String path = folder.GetPath(u"a.csv");
-    const auto saved = [&](INumberGrid& source) {
-        source.SaveCsv(path);
-        return ReadWholeFile(path);
-    };
-    EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2.5,-1E20,0,\r\n-4,0.1,7,0,\r\n");
+    grid->SaveCsv(path);
+    EXPECT_EQ(ReadWholeFile(path), "a,b,B,\xc3\xa4,\",\r\n2,2.5,-1E20,0,\r\n-4,0.1,7,0,\r\n");
     const TFormatSettingsScope comma(u',');
-    EXPECT_EQ(saved(*grid), "a,b,B,\xc3\xa4,\",\r\n2,2,5,-1E20,0,\r\n-4,0,1,7,0,\r\n");
+    grid->SaveCsv(path);
+    EXPECT_EQ(ReadWholeFile(path), "a,b,B,\xc3\xa4,\",\r\n2,2,5,-1E20,0,\r\n-4,0,1,7,0,\r\n");
     EXPECT_THROW(grid->SaveCsv(folder.GetPath(u"none\\a.csv")), EFCreateError);
     grid->GetRow(1).SetValue(0, kNaN);
     EXPECT_THROW(grid->SaveCsv(path), ERangeError);
     EXPECT_EQ(ReadWholeFile(path).size(), 42U);
-    const auto bare = TNumberGridFactory::GetObject();
-    bare->AddRow();
-    EXPECT_EQ(saved(*bare), "\r\n\r\n");
 }
 
 TEST(NumberGrid, RowsWithoutMemoryAreRefusedWhole) {
