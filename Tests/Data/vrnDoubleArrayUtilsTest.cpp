@@ -16,17 +16,12 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(DoubleArrayUtils, RangeOfValues) {
-    const struct {
-        TDoubleArray Values;
-        double NoData, Min, Max;
-        bool Found;
-    } cases[] = {
+    const std::tuple<TDoubleArray, double, double, double, bool> cases[] = {
         {{1, -9999, 3}, -9999, 1, 3, true},    {{1, -9999, 3}, 1, 3, 3, true},
         {{1, -9999, 3}, 3, kNaN, kNaN, false}, {{}, 0, kNaN, kNaN, false},
         {{2, -9999, 1}, kNaN, -9999, 2, true}, {{kNaN, 5, kNaN, 4}, kNaN, 4, 5, true},
-        {{kNaN, 5, kNaN}, 0, 5, 5, true},      {{kNaN}, kNaN, kNaN, kNaN, true},
-        {{kNaN}, 0, kNaN, kNaN, false},        {{-kInfinity, 1}, -kInfinity, 1, 1, true},
-    };
+        {{kNaN}, kNaN, kNaN, kNaN, true},      {{kNaN, 5, kNaN}, 0, 5, 5, true},
+        {{kNaN}, 0, kNaN, kNaN, false},        {{-kInfinity, 1}, -kInfinity, 1, 1, true}};
     const auto same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
     for (const auto& [values, noData, min, max, found] : cases) {
         SCOPED_TRACE(testing::PrintToString(values));

@@ -64,12 +64,10 @@ TEST(ArraysTest, ConvertsFromAndToTheStandardTypes) {
 }
 
 TEST(ArraysTest, RefusesPlacesAndLengthsOutOfRange) {
-    TDoubleArray empty;
     TDoubleArray two = {1.0, 2.0};
     const std::int64_t huge = std::int64_t{1} << 32;
     ExpectRaised<ERangeError>(
-        {{[&] { static_cast<void>(empty[0]); }, u"Array index out of bounds (0)"},
-         {[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
+        {{[&] { two[2] = 1; }, u"Array index out of bounds (2)"},
          {[&] { two[-1] = 1; }, u"Array index out of bounds (-1)"},
          {[&] { static_cast<void>(std::as_const(two)[huge]); }, u"Array index out of bounds (4294967296)"},
          {[&] { two.SetLength(-1); }, u"Array length out of range (-1)"},
