@@ -97,7 +97,6 @@ TEST(TableData, SortsBesideTheStoredOrderAndDumpsEither) {
     const String path = folder.GetPath(u"table.txt");
     TTableData table(TTypes{varInteger, varString});
     AddRows(table, {{2, u"b"}, {1, u"\u00E9"}, {2, u"a"}, {1, u"b"}});
-    EXPECT_EQ(table.GetSorted().GetCount(), 0);
     table.ExecuteSort(Keys({{0, true}, {1, false}}));
     table.AddRow();
     table.Dump(path, true);
@@ -212,7 +211,6 @@ TEST(TableData, SortsByAnyCallback) {
     const auto addRow = [&](const auto&, const auto&) { return table.AddRow().GetFieldCount(); };
     EXPECT_EQ(Raised<EInvalidOperation>([&] { table.Sort(addRow); }),
               u"The table changed while it was sorted");
-    EXPECT_GT(table.GetCount(), 500);
 }
 
 TEST(TableData, RowsSurviveTheirTable) {

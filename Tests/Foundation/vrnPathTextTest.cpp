@@ -29,10 +29,8 @@ TEST(vrnPathText, NamesBelowFolders) {
 }
 
 TEST(vrnPathText, TakesPathsApartAndPutsThemRight) {
-    const struct {
-        String (*Operation)(StringView);
-        std::vector<std::pair<StringView, StringView>> Results;
-    } cases[] = {
+    using TResults = std::vector<std::pair<StringView, StringView>>;
+    const std::pair<String (*)(StringView), TResults> cases[] = {
         // clang-format off
         {AddTrailingSlashIfRequired, {{u"C:\\a", u"C:\\a\\"}, {u"C:\\a\\", u"C:\\a\\"}, {u"", u"\\"}}},
         {StripFileName, {{u"C:\\a.b\\c.tar.gz", u"c.tar"}, {u"C:\\a.b\\c", u"c"}, {u".x", u""},

@@ -21,24 +21,20 @@ TEST(XmlUtils, RaisesForWhatIsMissing) {
     EXPECT_EQ(TXmlUtils::GetAttributeValue(root, u"id"), u"7");
     TXmlUtils::CheckAttributes(root, {u"id"});
     TXmlUtils::CheckChildNodes(root, {u"a", u"b"});
+    const std::initializer_list<StringView> twoChildren = {u"a", u"c"}, twoAttributes = {u"id", u"x"};
     ExpectRaised<EXMLDocError>({
         {[&] { static_cast<void>(TXmlUtils::GetRootNode(document, u"Root")); },
          u"The XML document has no root element \"Root\""},
         {[&] { static_cast<void>(TXmlUtils::GetRootNode(NewXMLDocument(), u"root")); },
          u"The XML document has no root element \"root\""},
-        {[&] {
-             TXmlUtils::CheckChildNodes(root, {u"a", u"c"});
-         },
+        {[&] { TXmlUtils::CheckChildNodes(root, twoChildren); },
          u"XML element \"root\" has no element \"c\""},
-        {[&] {
-             TXmlUtils::CheckAttributes(root, {u"id", u"x"});
-         },
+        {[&] { TXmlUtils::CheckAttributes(root, twoAttributes); },
          u"XML element \"root\" has no attribute \"x\""},
         {[&] { static_cast<void>(TXmlUtils::GetAttributeValue(root, u"x")); },
          u"XML element \"root\" has no attribute \"x\""},
     });
-    ExpectRaised<EArgumentNilException>(
-        {{[] { static_cast<void>(TXmlUtils::GetChildNodes(nullptr, u"a")); }, u"node"}});
+    EXPECT_EQ(Raised<EArgumentNilException>([] { return TXmlUtils::GetChildNodes(nullptr, u"a"); }), u"node");
 }
 
 }  // namespace
