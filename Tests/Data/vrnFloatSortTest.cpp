@@ -31,10 +31,10 @@ void TextbookHeapSort(std::vector<std::pair<float, float>>& a) {
     }
 }
 
-std::vector<std::uint32_t> Bits(const TFloats& values) {
-    std::vector<std::uint32_t> bits(values.size());
-    std::ranges::transform(values, bits.begin(), std::bit_cast<std::uint32_t, float>);
-    return bits;
+constexpr auto kBits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+
+bool AreSame(const TFloats& a, const TFloats& b) {
+    return std::ranges::equal(a, b, {}, kBits, kBits);
 }
 
 void CheckEverySort(const TFloats& values) {
@@ -47,20 +47,20 @@ void CheckEverySort(const TFloats& values) {
         places.push_back(place);
     }
     HeapSortFloats(sorted);
-    ASSERT_EQ(Bits(sorted), Bits(heaped));
+    ASSERT_TRUE(AreSame(sorted, heaped));
     IndexSortFloats(indexed, positions);
-    ASSERT_TRUE(Bits(indexed) == Bits(heaped) && positions == places);
+    ASSERT_TRUE(AreSame(indexed, heaped) && positions == places);
     if (values.size() <= 50) {
         InsertionSortFloats(small);
         TFloats stable = values;
         std::ranges::stable_sort(stable);
         const bool hasNan = std::ranges::any_of(values, [](float value) { return value != value; });
-        ASSERT_TRUE(hasNan ? std::ranges::is_permutation(Bits(small), Bits(values))
-                           : Bits(small) == Bits(stable));
+        ASSERT_TRUE(hasNan ? std::ranges::is_permutation(small, values, {}, kBits, kBits)
+                           : AreSame(small, stable));
     }
     sorted = values;
     SortFloats(sorted);
-    ASSERT_EQ(Bits(sorted), Bits(values.size() <= 50 ? small : heaped));
+    ASSERT_TRUE(AreSame(sorted, values.size() <= 50 ? small : heaped));
 }
 
 TEST(FloatSort, KeepsTheBitsOfTheTextbookSteps) {

@@ -75,9 +75,8 @@ TEST(NumberGrid, BehavesAsVectorsOfRowsDo) {
 
 TEST(NumberGrid, ColumnsAreFoundByExactName) {
     const auto grid = GridOf({{1, 2, 3}});
-    for (const TStringArray& names : {TStringArray(), TStringArray{u"A", u""}}) {
-        EXPECT_EQ(grid->RemoveColumns(names), grid);
-    }
+    EXPECT_EQ(grid->RemoveColumns({}), grid);
+    EXPECT_EQ(grid->RemoveColumns(TStringArray{u"A", u""}), grid);
     const auto none = grid->RemoveColumns(grid->GetColumns().ToColumnNameArray());
     EXPECT_TRUE(none != grid && none->GetCount() == 0 && none->GetColumns().GetCount() == 0);
     const auto copy = grid->Where([](const auto&, const TRow&, std::int32_t) { return false; });

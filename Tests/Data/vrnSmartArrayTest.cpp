@@ -198,20 +198,17 @@ TEST(SmartArray, FailingFilterLosesNothing) {
         return index == asked++ && index < 2 ? true : throw std::runtime_error("enough");
     };
     const auto keep = [](std::int32_t, const Variant&) { return true; };
-    const std::function<void(TSmartArray&)> filters[] = {
-        [&](TSmartArray& array) { array.Filter(raise, caRemove); },
-        [&](TSmartArray& array) { array.Filter(keep, caKeep); },
-        [&](TSmartArray& array) { array.Filter(1, 2); },
-        [&](TSmartArray& array) { array.Filter(u"x"); },
-    };
-    const TValues values = {3, u"none", 1, 2};
-    for (const auto& filter : filters) {
-        SCOPED_TRACE(&filter - filters);
-        TSmartArray array{TVariantArray(values)};
+    const auto check = [](const char* filter, const auto&... arguments) {
+        SCOPED_TRACE(filter);
+        TSmartArray array(TVariantArray{3, u"none", 1, 2});
         array.Sort();
-        EXPECT_ANY_THROW(filter(array));
-        TModel{values}.Check(array);
-    }
+        EXPECT_ANY_THROW(array.Filter(arguments...));
+        TModel{{3, u"none", 1, 2}}.Check(array);
+    };
+    check("callback raises", raise, caRemove);
+    check("text is kept", keep, caKeep);
+    check("text is compared", 1, 2);
+    check("text is a bound", u"x");
     EXPECT_EQ(asked, 3);
     // Narrowed, also by a callback that works on the array itself.
     TSmartArray array(TVariantArray{0.1, 1e300});

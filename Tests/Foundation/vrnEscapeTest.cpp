@@ -2,21 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "Tests/Support/Raised.h"
 
 namespace Varnholt::Test {
 
 TEST(vrnEscape, UnescapeIsTheInverse) {
-    EXPECT_EQ(CStyleEscape(u"a\\'\"\t\n\r?\b"), u"a\\\\\\'\\\"\\t\\n\\r\\?\b");
-    constexpr StringView alphabet = u"\\\\'\"\t\n\r?tnra\xD83C\xDF27";
-    std::mt19937 random(3);
-    for (int round = 0; round < 1000; ++round) {
-        String text(random() % 12, u' ');
-        for (Char& unit : text) unit = alphabet[random() % alphabet.size()];
-        EXPECT_EQ(CStyleUnescape(CStyleEscape(text)), text);
-    }
+    // In the last characters an escaped backslash precedes the letter of another escape.
+    const StringView plain = u"a\\'\"\t\n\r?\b\xD83C\xDF27\\n",
+                     escaped = u"a\\\\\\'\\\"\\t\\n\\r\\?\b\xD83C\xDF27\\\\n";
+    EXPECT_EQ(CStyleEscape(plain), escaped);
+    EXPECT_EQ(CStyleUnescape(escaped), plain);
     constexpr StringView end = u"Unexpected end of string", unknown = u"Unknown unescape char";
     const std::pair<StringView, StringView> refused[] = {
         {u"a\\", end}, {u"\\\\\\", end}, {u"\\a", unknown}, {u"\\\t", unknown}, {u"\\T", unknown}};
