@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "Platform/Runtime/Files.h"
 #include "Tests/Support/AllocationCount.h"

@@ -4,7 +4,6 @@
 
 #include <map>
 
-#include "Platform/Runtime/FormatSettings.h"
 #include "Tests/Support/FormatSettingsScope.h"
 #include "Tests/Support/Raised.h"
 
@@ -71,10 +70,8 @@ TEST(StringGridInfo, ReadsEachCellAtMostTwice) {
 TEST(StringGridInfo, AGridWithoutDataRowsHasOneCellTested) {
     const TStringGrid heading(1, 1, 0, 1);
     EXPECT_EQ(TStringGridInfo(&heading).GetColTypeAtIndex(0), varString) << "no such cell";
-    struct TBottomless final : TStringGrid {
-        TBottomless() : TStringGrid(1, 1, 0, 1) {}
-        StringView GetCell(std::int32_t, std::int32_t row) const override { return row == 1 ? u"7" : u"x"; }
-    } const bottomless;
+    TCountingGrid bottomless({{u"x"}}, 0, 1);
+    bottomless.Rows.push_back({u"7"});
     EXPECT_EQ(TStringGridInfo(&bottomless).GetColTypeAtIndex(0), varInteger);
 }
 
