@@ -15,4 +15,5 @@
 #include "VarnholtLib/Foundation/Foundation.h"
 #include "VarnholtLib/Numerics/Numerics.h"
 #include "VarnholtLib/Services/Services.h"
+#include "VarnholtLib/UI/UI.h"
 #include "VarnholtLib/vrnPackage.h"

@@ -21,6 +21,7 @@ is_present() {
         libboost-dev) has_header boost/version.hpp ;;
         libclang-rt-14-dev) ls "$(clang++ -print-runtime-dir)"/libclang_rt.fuzzer-*.a ;;
         libcli11-dev) has_header CLI/CLI.hpp ;;
+        libcurl4-openssl-dev) has_header curl/curl.h ;;
         libgmock-dev) has_header gmock/gmock.h ;;
         libgsl-dev) has_header gsl/gsl_math.h ;;
         libgtest-dev) has_header gtest/gtest.h ;;
@@ -31,8 +32,10 @@ is_present() {
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
         libzip-dev) has_header zip.h ;;
         locales) [ -e /usr/share/i18n/locales/de_DE ] ;;
+        nginx-light) PATH=$PATH:/usr/sbin command -v nginx ;;
         ninja-build) command -v ninja ;;
         qt6-base-dev) ls /usr/lib/*/cmake/Qt6Core ;;
+        tinyproxy-bin) command -v tinyproxy ;;
         zlib1g-dev) has_header zlib.h ;;
         *) command -v "$1" ;;
     esac >/dev/null 2>&1

@@ -1,0 +1,6 @@
+#pragma once
+
+/// The state of dialogs and the helpers of windows and controls in one header.
+///
+/// For applications. Code of the library includes the headers that it uses.
+#include "VarnholtLib/UI/vrnCommonDialogFilters.h"
