@@ -1,41 +1,37 @@
 #include "Platform/Controls/MessageDialog.h"
 
-#include <cstdio>
-#include <string>
+#include "Platform/System/Platform.h"
 
 namespace Varnholt {
 namespace {
 
-class TStandardErrorService final : public IMessageDialogService {
-public:
-    TMsgDlgBtn Show(StringView text, TMsgDlgType, TMsgDlgButtons, std::int32_t) override {
-        const std::string line = ToUtf8(text) + '\n';
-        std::fwrite(line.data(), 1, line.size(), stderr);
-        return mbOK;
-    }
+struct TKind {
+    StringView Title;
+    TMessageIcon Icon;
 };
 
-constinit TStandardErrorService standardErrorService;
-constinit IMessageDialogService* currentService = &standardErrorService;
+// By TMsgDlgType.
+constexpr TKind kKinds[] = {{u"Warning", miWarning},
+                            {u"Error", miStop},
+                            {u"Information", miInformation},
+                            {u"Confirm", miQuestion},
+                            {u"", miNone}};
+
+// By TMsgDlgBtn.
+constexpr TModalResult kResults[] = {mrYes, mrNo, mrOk, mrCancel, mrAbort, mrRetry, mrIgnore};
 
 }  // namespace
 
-IMessageDialogService& MessageDialogService() noexcept {
-    return *currentService;
-}
-
-TMessageDialogServiceScope::TMessageDialogServiceScope(IMessageDialogService& service) noexcept
-    : FFormer(*currentService) {
-    currentService = &service;
-}
-
-TMessageDialogServiceScope::~TMessageDialogServiceScope() {
-    currentService = &FFormer;
-}
-
-TMsgDlgBtn MessageDlg(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
-                      std::int32_t helpContext) {
-    return MessageDialogService().Show(text, dialogType, buttons, helpContext);
+TModalResult MessageDlg(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
+                        std::int32_t helpContext) {
+    const TKind& kind = kKinds[dialogType];
+    TMessageBox box{.Text = String(text), .Title = String(kind.Title), .Icon = kind.Icon, .Buttons = {}};
+    for (const TMsgDlgBtn button : {mbYes, mbNo, mbOK, mbCancel, mbAbort, mbRetry, mbIgnore})
+        if (buttons.Contains(button)) box.Buttons.push_back(kResults[button]);
+    if (box.Buttons.empty()) box.Buttons = {mrOk};
+    box.HelpContext = helpContext;
+    box.Owner = Platform().Screen->GetActiveFormHandle();
+    return Platform().MessageBoxes->Show(box);
 }
 
 }  // namespace Varnholt

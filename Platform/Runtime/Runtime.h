@@ -8,6 +8,8 @@
 #include "Platform/Runtime/DateTime.h"
 #include "Platform/Runtime/DraftFile.h"
 #include "Platform/Runtime/Encoding.h"
+#include "Platform/Runtime/EnumSet.h"
+#include "Platform/Runtime/Event.h"
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Export.h"
 #include "Platform/Runtime/Files.h"

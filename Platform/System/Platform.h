@@ -5,9 +5,10 @@
 #include <vector>
 
 #include "Platform/Runtime/DateTime.h"
+#include "Platform/System/Desktop.h"
 
-/// The facts of the machine and of the process that tests replace: folders, clock, process, debug output,
-/// active form.
+/// The facts of the machine and of the process that tests replace: folders, clock, process, debug output, and the
+/// services of the desktop.
 ///
 ///     const String file = Platform().Process->GetExecutablePath();
 ///
@@ -94,14 +95,6 @@ public:
     virtual void Write(StringView text) = 0;
 };
 
-class IScreen {
-public:
-    virtual ~IScreen() = default;
-    /// The handle of the window of the screen's active form; 0 if there is none. The real one is always 0: it is
-    /// replaced by the back end that shows forms.
-    [[nodiscard]] virtual std::uintptr_t GetActiveFormHandle() = 0;
-};
-
 /// The facts in use. No member is ever null.
 struct TPlatform {
     std::shared_ptr<IKnownFolders> KnownFolders;
@@ -109,9 +102,13 @@ struct TPlatform {
     std::shared_ptr<IProcess> Process;
     std::shared_ptr<IDebugOutput> DebugOutput;
     std::shared_ptr<IScreen> Screen;
+    std::shared_ptr<IMessageBoxes> MessageBoxes;
+    std::shared_ptr<IFileDialogs> FileDialogs;
+    std::shared_ptr<IClipboard> Clipboard;
+    std::shared_ptr<IKeyboard> Keyboard;
 };
 
-/// Those of this process, real by default. The members may be replaced.
+/// Those of this process: at first the real ones, and the desktop's services without a desktop. The members may be replaced.
 [[nodiscard]] VARNHOLT_EXPORT TPlatform& Platform();
 
 /// Puts the facts that were in use at its construction back at its end.

@@ -124,16 +124,16 @@ public:
     }
 };
 
-class TNoScreen : public IScreen {
-public:
-    std::uintptr_t GetActiveFormHandle() override { return 0; }
-};
-
 }  // namespace
 
 TPlatform RealPlatform() {
-    return {RealKnownFolders(), std::make_shared<TRealClock>(), std::make_shared<TRealProcess>(),
-            std::make_shared<TStandardError>(), std::make_shared<TNoScreen>()};
+    TPlatform platform;
+    platform.KnownFolders = RealKnownFolders();
+    platform.Clock = std::make_shared<TRealClock>();
+    platform.Process = std::make_shared<TRealProcess>();
+    platform.DebugOutput = std::make_shared<TStandardError>();
+    UseNoDesktop(platform);
+    return platform;
 }
 
 }  // namespace Varnholt

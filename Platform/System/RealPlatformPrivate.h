@@ -10,4 +10,7 @@ namespace Varnholt {
 /// The folders of the real machine.
 [[nodiscard]] std::shared_ptr<IKnownFolders> RealKnownFolders();
 
+/// Sets the services of a machine without a desktop.
+void UseNoDesktop(TPlatform& platform);
+
 }  // namespace Varnholt

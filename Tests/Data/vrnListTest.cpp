@@ -202,14 +202,14 @@ TEST(List, ADestroyedItemFindsTheListWhole) {
     EXPECT_THAT(counts, ElementsAre(3, 3, 0, 0));
 }
 
-class TClock final : public INotifySender {};
+class TClock final : public TObject {};
 
 TEST(NotifyEventList, SendsToAllWhateverOneRaises) {
     TNotifyEventList list;
     TClock clock;
     String called;
     const auto event = [&](Char name, const std::function<void()>& action = nullptr) {
-        return MakeNotifyEvent([&called, &clock, name, action](INotifySender* sender) {
+        return TNotifyEvent([&called, &clock, name, action](TObject* sender) {
             EXPECT_EQ(sender, &clock);
             called += name;
             if (action) action();
@@ -223,7 +223,7 @@ TEST(NotifyEventList, SendsToAllWhateverOneRaises) {
     const TNotifyEvent b = event(u'b', [] { throw std::runtime_error("b"); });
     const TNotifyEvent e = event(u'e');
     list.AddArray(std::vector{event(u'a'), b, event(u'c', [] { throw 5; }), TNotifyEvent(),
-                              MakeNotifyEvent({}), event(u'd')});
+                              TNotifyEvent(std::function<void(TObject*)>()), event(u'd')});
     EXPECT_EQ(send(), u"abcd");
 
     list.Add(event(u'r', [&] { list.Remove(b), list.Remove(e), list.Add(event(u'n')); }));

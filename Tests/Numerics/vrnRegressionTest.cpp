@@ -6,8 +6,8 @@
 #include <cmath>
 #include <random>
 
-#include "Platform/Controls/MessageDialog.h"
 #include "Tests/Data/GridTestSupport.h"
+#include "Tests/Support/MessageBoxes.h"
 
 namespace Varnholt::Test {
 namespace {
@@ -20,17 +20,15 @@ constexpr StringView kSingular1 = u"Problem in gaussj - Singular Matrix-1.";
 constexpr StringView kSingular2 = u"Problem in gaussj - Singular Matrix-2.";
 constexpr StringView kNotStarted = u"mrqmin cannot continue a fit that has not been started";
 
-/// Records the messages while it lives.
-struct TMessages final : IMessageDialogService {
-    TMsgDlgBtn Show(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
-                    std::int32_t help) override {
-        EXPECT_TRUE(dialogType == mtInformation && buttons == TMsgDlgButtons{mbOK} && help == 0);
-        Texts.emplace_back(text);
-        return mbOK;
+/// The texts of the boxes, which are informations with an OK button.
+std::vector<String> TextsOf(const TRecordedBoxes& boxes) {
+    std::vector<String> texts;
+    for (const TMessageBox& box : boxes.Boxes) {
+        EXPECT_TRUE(box.Icon == miInformation && box.Buttons == std::vector{mrOk} && box.HelpContext == 0);
+        texts.push_back(box.Text);
     }
-    std::vector<String> Texts;
-    TMessageDialogServiceScope Scope{*this};
-};
+    return texts;
+}
 
 /// The square matrix of these cells.
 TFloatGrid Matrix(const TCells& cells) {
@@ -75,10 +73,10 @@ TEST(gaussj, ReportsSingularMatrices) {
         {{kNan}, kSingular1}, {{2, kNan, kNan, kNan}, kSingular1}, {TCells(4, INFINITY), kSingular1}};
     // clang-format on
     for (const auto& [cells, message] : cases) {
-        TMessages messages;
+        TRecordedBoxes messages;
         TFloatGrid a = Matrix(cells), b(a.GetLastX(), 1);
         gaussj(a, a.GetLastX(), b, 1);
-        EXPECT_THAT(messages.Texts, ElementsAre(message)) << testing::PrintToString(cells);
+        EXPECT_THAT(TextsOf(messages), ElementsAre(message)) << testing::PrintToString(cells);
     }
 }
 
@@ -171,13 +169,13 @@ TEST(mrqmin, DampsAStepAndContinuesAfterASingularMatrix) {
     TProblem fit{.A = ArrayOf({0, 2, 3}), .Ia = ArrayOf<TIntArray>({-1, 0, 0})};
     fit.Step(-1);
     EXPECT_FLOAT_EQ(fit.A[1], 5 / (5 * 1.001F));  // beta / (alpha * (1 + alamda))
-    TMessages messages;
+    TRecordedBoxes messages;
     fit.Model = [](float, const TFloatArray&, float& y, TFloatArray&, std::int32_t) { y = kNan; };
     fit.Step(-1);
     fit.Step(fit.Alamda);
     EXPECT_FLOAT_EQ(fit.Alamda, 0.1F);
     fit.Step(0);
-    EXPECT_THAT(messages.Texts, ElementsAre(kSingular2, kSingular2, kSingular2));  // no derivatives
+    EXPECT_THAT(TextsOf(messages), ElementsAre(kSingular2, kSingular2, kSingular2));  // no derivatives
     EXPECT_FLOAT_EQ(fit.A[1], 5 / (5 * 1.001F));
 }
 
@@ -214,7 +212,7 @@ TEST(mrqmin, AFailingModelEndsTheFit) {
     fit.Model = [&](float, const TFloatArray&, float&, TFloatArray& dyda, std::int32_t) {
         if (++calls == 13) dyda.SetSize(1, 2, true);  // in the second step
     };
-    const TMessages messages;
+    const TRecordedBoxes messages;
     fit.Step(-1);
     EXPECT_THROW(fit.Step(fit.Alamda), EGridException);
     EXPECT_EQ(Raised<EInvalidOperation>([&] { fit.Step(1); }), kNotStarted);

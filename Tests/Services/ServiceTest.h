@@ -9,17 +9,15 @@
 namespace Varnholt::Test {
 
 /// A machine of its own: the only folder is that of the user's documents, the drive D:, and the clock stands.
-class TServiceTest : public ::testing::Test, public IKnownFolders, public IClock, public IScreen {
+class TServiceTest : public ::testing::Test, public IKnownFolders, public IClock {
 protected:
     TServiceTest() {
         Platform().Clock = {std::shared_ptr<void>(), this};
         Platform().KnownFolders = {std::shared_ptr<void>(), this};
-        Platform().Screen = {std::shared_ptr<void>(), this};
     }
     TDateTime Now() override { return Time; }
     TDateTime NowUtc() override { return Time; }
     String Find(TKnownFolder folder) override { return folder == Known ? Folder : String(); }
-    std::uintptr_t GetActiveFormHandle() override { return 7; }
 
     class TNamedLog : public TBaseLog {
     public:

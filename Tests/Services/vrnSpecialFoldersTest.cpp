@@ -27,7 +27,9 @@ TEST_F(vrnSpecialFolders, EachOperationNamesItsFolder) {
     for (const std::int32_t unknown : {0, 6, 36, 47})
         EXPECT_FALSE(TSpecialFolders::GetSpecialFolderString(path, unknown)) << unknown;
     EXPECT_EQ(path, u"kept");
+    Platform().Screen->SetActiveFormHandle(7);
     EXPECT_EQ(GetActiveScreenHandle(), 7U);
+    Platform().Screen->SetActiveFormHandle(0);
 }
 
 }  // namespace

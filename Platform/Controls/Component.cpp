@@ -1,0 +1,40 @@
+#include "Platform/Controls/Component.h"
+
+#include <cxxabi.h>
+
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <string>
+#include <typeindex>
+
+#include "Platform/Runtime/Immortal.h"
+
+namespace Varnholt {
+namespace {
+
+String PlainName(const std::type_info& type) {
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> whole(
+        abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
+    const std::string name = whole ? whole.get() : type.name();
+    const std::size_t scope = name.rfind("::", name.find('<'));
+    return FromUtf8(scope == std::string::npos ? name : name.substr(scope + 2));
+}
+
+}  // namespace
+
+TComponent::TComponent() : FLife(std::make_shared<char>()) {}
+
+TComponent::~TComponent() = default;
+
+const String& TComponent::ClassName() const {
+    static TImmortal<std::mutex> mutex;
+    static TImmortal<std::map<std::type_index, String>> names;
+    const std::lock_guard lock(*mutex);
+    const std::type_info& type = typeid(*this);
+    const auto found = names->find(type);
+    return found != names->end() ? found->second : names->emplace(type, PlainName(type)).first->second;
+}
+
+}  // namespace Varnholt

@@ -1,0 +1,7 @@
+#include "Platform/Runtime/Event.h"
+
+namespace Varnholt {
+
+TObject::~TObject() = default;
+
+}  // namespace Varnholt
