@@ -55,6 +55,7 @@ THIRD_PARTIES = {
     "muParser": ["Benchmarks/"],
     "sys/": ["Platform/", "Tools/", "Benchmarks/"],
     "linux/": ["Platform/"],
+    "cxxabi.h": ["Platform/Controls/"],
     "elf.h": ["Platform/System/"],
     "link.h": ["Platform/System/"],
     "dlfcn.h": ["Platform/System/"],
