@@ -1,21 +1,14 @@
 #include "Platform/Controls/Application.h"
 
 #include <algorithm>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
+#include <utility>
 
 #include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/Indexes.h"
+#include "Platform/Runtime/MainThread.h"
 #include "Platform/System/Platform.h"
 
 namespace Varnholt {
-
-struct TApplication::TQueue {
-    std::mutex Mutex;
-    std::condition_variable Filled;
-    std::deque<std::function<void()>> Steps;
-};
 
 TApplication& Application() {
     struct TTheApplication final : TApplication {};
@@ -23,31 +16,14 @@ TApplication& Application() {
     return *application;
 }
 
-TApplication::TApplication() : FQueue(std::make_unique<TQueue>()) {}
+TApplication::TApplication() = default;
 
 TApplication::~TApplication() = default;
 
 // --- Messages ---
 
 void TApplication::Post(std::function<void()> step) {
-    {
-        const std::lock_guard lock(FQueue->Mutex);
-        FQueue->Steps.push_back(std::move(step));
-    }
-    FQueue->Filled.notify_one();
-    if (IControlBackend* const backend = ControlBackend()) backend->Wake();
-}
-
-bool TApplication::RunStep() {
-    std::function<void()> step;
-    {
-        const std::lock_guard lock(FQueue->Mutex);
-        if (FQueue->Steps.empty()) return false;
-        step = std::move(FQueue->Steps.front());
-        FQueue->Steps.pop_front();
-    }
-    if (step) step();
-    return true;
+    Queue(std::move(step));
 }
 
 TTimer* TApplication::NextTimer() const noexcept {
@@ -64,21 +40,17 @@ bool TApplication::FireTimer() {
     return true;
 }
 
-/// Waits until there may be a message. False if nothing can send one.
+/// Waits for a message. False if nothing can send one.
 bool TApplication::Wait() {
-    const TTimer* const next = NextTimer();
-    if (IControlBackend* const backend = ControlBackend()) {
-        using namespace std::chrono;
-        const auto rest = next == nullptr
-                              ? milliseconds(-1)
-                              : duration_cast<milliseconds>(next->GetDueTime() - steady_clock::now());
-        backend->HandleMessage(
-            next == nullptr ? -1 : static_cast<std::int32_t>(std::max<std::int64_t>(rest.count(), 0)));
-        return true;
+    using namespace std::chrono;
+    std::int32_t rest = -1;
+    if (const TTimer* const next = NextTimer()) {
+        const auto time = ceil<milliseconds>(next->GetDueTime() - steady_clock::now());
+        rest = static_cast<std::int32_t>(std::clamp<std::int64_t>(time.count(), 0, INT32_MAX));
     }
-    std::unique_lock lock(FQueue->Mutex);
-    if (next == nullptr) return !FQueue->Steps.empty();
-    FQueue->Filled.wait_until(lock, next->GetDueTime(), [&] { return !FQueue->Steps.empty(); });
+    if (IControlBackend* const backend = ControlBackend()) return backend->HandleMessage(rest), true;
+    if (rest < 0) return false;
+    HandleStep(rest);
     return true;
 }
 
@@ -91,7 +63,7 @@ bool TApplication::HandleMessage(bool mayWait) {
     ++FDepth;
     const TDepthScope scope{FDepth};
     try {
-        if (RunStep() || FireTimer()) return true;
+        if (HandleStep() || FireTimer()) return true;
         if (mayWait) return Wait();
         IControlBackend* const backend = ControlBackend();
         return backend != nullptr && backend->HandleMessage(0);

@@ -33,7 +33,7 @@ public:
 
     // --- Messages ---
 
-    /// Queues a step for the main thread, and does not wait for it. May be called on any thread.
+    /// Queue of MainThread.h: hands a step to the main thread and does not wait for it. May be called on any thread.
     void Post(std::function<void()> step);
     /// Handles one message, and waits for it if that is allowed. Returns whether there was one. What it raises goes to
     /// HandleException. Without a back end, waiting ends at once if nothing can send a message.
@@ -76,7 +76,6 @@ private:
     friend class TCustomForm;
     friend class TTimer;
 
-    bool RunStep();
     bool FireTimer();
     [[nodiscard]] TTimer* NextTimer() const noexcept;
     bool Wait();
@@ -86,9 +85,7 @@ private:
     TComponentRef<TCustomForm> FMainForm;
     std::vector<TTimer*> FTimers;
     std::vector<std::unique_ptr<TCustomForm>> FReleased;  // destroyed when no event of theirs runs
-    struct TQueue;
-    std::unique_ptr<TQueue> FQueue;  // of Post
-    std::int32_t FDepth = 0;         // of messages that are being handled
+    std::int32_t FDepth = 0;                              // of messages that are being handled
     bool FTerminated = false;
 };
 

@@ -7,6 +7,7 @@
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/Indexes.h"
+#include "Platform/Runtime/MainThread.h"
 
 namespace Varnholt {
 namespace {
@@ -39,6 +40,7 @@ IControlBackend* ControlBackend() noexcept {
 }
 
 void SetControlBackend(std::shared_ptr<IControlBackend> backend) {
+    SetWakeMainThread(backend == nullptr ? std::function<void()>() : [backend] { backend->Wake(); });
     Backend() = std::move(backend);
 }
 

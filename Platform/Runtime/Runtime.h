@@ -19,6 +19,7 @@
 #include "Platform/Runtime/Guid.h"
 #include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/Indexes.h"
+#include "Platform/Runtime/MainThread.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Random.h"
