@@ -5,6 +5,7 @@
 /// For applications. Code of the library includes the headers that it uses.
 #include "Platform/Controls/Controls.h"
 #include "Platform/Drawing/Drawing.h"
+#include "Platform/Http/Http.h"
 #include "Platform/Registry/Registry.h"
 #include "Platform/Runtime/Runtime.h"
 #include "Platform/System/System.h"
