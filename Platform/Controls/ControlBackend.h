@@ -20,6 +20,7 @@
 namespace Varnholt {
 
 class TControl;
+class TPopupMenu;
 
 /// What has changed in a control.
 enum TControlAspect : std::uint8_t {
@@ -56,6 +57,8 @@ public:
     /// Handles one event of the toolkit, and waits for it at most so many milliseconds; without a limit if that is below 0.
     /// Returns whether there was one.
     virtual bool HandleMessage(std::int32_t maxWait) = 0;
+    /// Shows a popup menu at its point, and calls its ChooseByUser or CloseByUser before it returns.
+    virtual void ShowPopup(TPopupMenu& menu) = 0;
     /// Ends the waiting of HandleMessage. Called on any thread.
     virtual void Wake() = 0;
 };

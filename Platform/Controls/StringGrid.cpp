@@ -17,30 +17,17 @@ void CheckSize(std::size_t size, std::size_t limit) {
     if (size > limit) throw ERangeError(u"Grid too large");
 }
 
-void CheckCount(std::int32_t count) {
-    if (count < 0) throw ERangeError(Format(u"Grid count out of range (%d)", {count}));
-}
-
-void CheckFixed(std::int32_t fixed, std::int32_t count) {
-    if (!IsIndex(fixed, static_cast<std::size_t>(count) + 1))
-        throw ERangeError(Format(u"Fixed count out of range (%d)", {fixed}));
-}
-
 }  // namespace
 
 TStringGrid::TStringGrid(std::int32_t colCount, std::int32_t rowCount, std::int32_t fixedCols,
-                         std::int32_t fixedRows) {
-    SetColCount(colCount);
-    SetRowCount(rowCount);
-    SetFixedCols(fixedCols);
-    SetFixedRows(fixedRows);
-}
+                         std::int32_t fixedRows)
+    : TDrawGrid(colCount, rowCount, fixedCols, fixedRows) {}
 
 TStringGrid::~TStringGrid() = default;
 
 std::size_t TStringGrid::CheckedPosition(std::int32_t col, std::int32_t row) const {
-    const auto colCount = static_cast<std::size_t>(FColCount);
-    if (!IsIndex(col, colCount) || !IsIndex(row, static_cast<std::size_t>(FRowCount))) {
+    const auto colCount = static_cast<std::size_t>(OwnColCount());
+    if (!IsIndex(col, colCount) || !IsIndex(row, static_cast<std::size_t>(OwnRowCount()))) {
         throw ERangeError(Format(u"Grid cell out of range (column %d, row %d)", {col, row}));
     }
     return static_cast<std::size_t>(row) * colCount + static_cast<std::size_t>(col);
@@ -75,12 +62,16 @@ void TStringGrid::SetCell(std::int32_t col, std::int32_t row, StringView text) {
         cell = {start, length};
     }
     PackTexts();
+    Changed(caItems);
 }
 
-void TStringGrid::SetColCount(std::int32_t colCount) {
-    CheckCount(colCount);
-    if (colCount == FColCount) return;
-    const auto oldWidth = static_cast<std::size_t>(FColCount);
+void TStringGrid::BeforeResize(std::int32_t colCount, std::int32_t rowCount) {
+    colCount == OwnColCount() ? KeepRows(rowCount) : KeepColumns(colCount);
+    PackTexts();
+}
+
+void TStringGrid::KeepColumns(std::int32_t colCount) {
+    const auto oldWidth = static_cast<std::size_t>(OwnColCount());
     const auto newWidth = static_cast<std::size_t>(colCount);
     const std::size_t rowCount = oldWidth == 0 ? 0 : (FCells.size() + oldWidth - 1) / oldWidth;
     CheckSize(rowCount * newWidth, FCells.max_size());
@@ -94,31 +85,14 @@ void TStringGrid::SetColCount(std::int32_t colCount) {
         DropTexts(keptEnd, end);
     }
     FCells = std::move(cells);
-    FColCount = colCount;
-    FFixedCols = std::min(FFixedCols, colCount);
-    PackTexts();
 }
 
-void TStringGrid::SetRowCount(std::int32_t rowCount) {
-    CheckCount(rowCount);
-    const std::size_t cellCount = static_cast<std::size_t>(rowCount) * static_cast<std::size_t>(FColCount);
-    if (cellCount < FCells.size()) {
-        DropTexts(cellCount, FCells.size());
-        FCells.resize(cellCount);
-    }
-    FRowCount = rowCount;
-    FFixedRows = std::min(FFixedRows, rowCount);
-    PackTexts();
-}
-
-void TStringGrid::SetFixedCols(std::int32_t fixedCols) {
-    CheckFixed(fixedCols, FColCount);
-    FFixedCols = fixedCols;
-}
-
-void TStringGrid::SetFixedRows(std::int32_t fixedRows) {
-    CheckFixed(fixedRows, FRowCount);
-    FFixedRows = fixedRows;
+void TStringGrid::KeepRows(std::int32_t rowCount) {
+    const std::size_t cellCount =
+        static_cast<std::size_t>(rowCount) * static_cast<std::size_t>(OwnColCount());
+    if (cellCount >= FCells.size()) return;
+    DropTexts(cellCount, FCells.size());
+    FCells.resize(cellCount);
 }
 
 /// The texts of these cells are no longer needed.

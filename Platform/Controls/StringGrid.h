@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "Platform/Runtime/Types.h"
+#include "Platform/Controls/DrawGrid.h"
 
-/// A table of cell texts, held in memory. Its first columns and rows may be fixed, as headings of the data.
+/// A table of cell texts, held in memory.
 ///
 ///     TStringGrid grid(2, 3, 0, 1);                  // two columns, a row of headings and two rows of data
 ///     grid.SetCell(0, 0, u"date");
@@ -15,8 +15,7 @@
 ///         Use(grid.GetCell(0, row));
 ///     }
 ///
-/// Columns and rows count from 0, fixed ones included, and the column comes first. Either count may be 0, and
-/// all columns or rows may be fixed: a grid of only headings has no data.
+/// Columns and rows count as in a draw grid, and as there the counts may be changed.
 ///
 /// Readers of a grid use only the virtual operations, so that a derived class can present any other table as
 /// a grid.
@@ -27,21 +26,12 @@
 /// Threads: a grid may be used by one thread at a time, or by any number of threads that only read it.
 namespace Varnholt {
 
-class VARNHOLT_EXPORT TStringGrid {
+class VARNHOLT_EXPORT TStringGrid : public TDrawGrid {
 public:
-    /// A grid of empty cells. Raises what SetColCount, SetRowCount, SetFixedCols and SetFixedRows raise.
+    /// A grid of empty cells. Raises as TDrawGrid.
     explicit TStringGrid(std::int32_t colCount = 5, std::int32_t rowCount = 5, std::int32_t fixedCols = 1,
                          std::int32_t fixedRows = 1);
-    virtual ~TStringGrid();
-    TStringGrid(const TStringGrid&) = delete;
-    TStringGrid& operator=(const TStringGrid&) = delete;
-
-    /// All columns and rows, the fixed ones included.
-    [[nodiscard]] virtual std::int32_t GetColCount() const { return FColCount; }
-    [[nodiscard]] virtual std::int32_t GetRowCount() const { return FRowCount; }
-    /// The leading columns and rows that are fixed.
-    [[nodiscard]] virtual std::int32_t GetFixedCols() const { return FFixedCols; }
-    [[nodiscard]] virtual std::int32_t GetFixedRows() const { return FFixedRows; }
+    ~TStringGrid() override;
 
     /// The text of a cell, empty for a cell never written; valid until the grid changes. Raises ERangeError
     /// "Grid cell out of range (column COL, row ROW)".
@@ -52,16 +42,9 @@ public:
     /// or more cells than can be addressed.
     void SetCell(std::int32_t col, std::int32_t row, StringView text);
 
-    /// Changes a count. The cells in the columns and rows that stay keep their texts, new ones are empty.
-    /// The fixed counts are reduced to the new count if they exceed it. A count below 0 raises ERangeError
-    /// "Grid count out of range (COUNT)".
-    void SetColCount(std::int32_t colCount);
-    void SetRowCount(std::int32_t rowCount);
-
-    /// Fixes that many leading columns or rows. A number below 0 or above the count raises ERangeError "Fixed
-    /// count out of range (COUNT)".
-    void SetFixedCols(std::int32_t fixedCols);
-    void SetFixedRows(std::int32_t fixedRows);
+protected:
+    /// The cells in the columns and rows that stay keep their texts, new ones are empty.
+    void BeforeResize(std::int32_t colCount, std::int32_t rowCount) override;
 
 private:
     struct TCell {  // a piece of FText
@@ -70,13 +53,11 @@ private:
     };
 
     [[nodiscard]] std::size_t CheckedPosition(std::int32_t col, std::int32_t row) const;
+    void KeepColumns(std::int32_t colCount);
+    void KeepRows(std::int32_t rowCount);
     void DropTexts(std::size_t from, std::size_t to);
     void PackTexts();
 
-    std::int32_t FColCount = 0;
-    std::int32_t FRowCount = 0;
-    std::int32_t FFixedCols = 0;
-    std::int32_t FFixedRows = 0;
     std::vector<TCell> FCells;  // in the order of rows; those after the last one are empty
     String FText;               // the cells' texts, and between them former texts
     std::size_t FDropped = 0;   // code units of FText that belong to no cell

@@ -1,0 +1,9 @@
+#include "Platform/Controls/ImageList.h"
+
+namespace Varnholt {
+
+TImageList::TImageList(TSize size) : FSize(size) {}
+
+TImageList::~TImageList() = default;
+
+}  // namespace Varnholt
