@@ -39,4 +39,16 @@ TPrivateFileStream::TPrivateFileStream(StringView path) : TFileStream(path) {
     if (ftruncate(handle, 0) != 0) Fail(path, SystemReason(errno));
 }
 
+void MakePrivateFile(StringView path) {
+    String reason;
+    const auto native = TryToNativePath(path, reason);
+    if (!native) return;
+    const int handle =
+        open(native->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly);
+    if (handle >= 0) close(handle);
+    struct stat facts {};
+    const bool isFile = lstat(native->c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    if (isFile && (facts.st_mode & 077) != 0) static_cast<void>(chmod(native->c_str(), facts.st_mode & 0700));
+}
+
 }  // namespace Varnholt

@@ -25,4 +25,9 @@ public:
     explicit TPrivateFileStream(StringView path);
 };
 
+/// Makes sure, before a file with secrets is written, that only its owner can read and write it: creates an empty file of
+/// mode 0600 if there is none, and takes the rights of others from an existing one. A file that is replaced as a whole
+/// (DraftFile.h) keeps that mode. Does nothing to a link, or where the system refuses; the writing then reports what is wrong.
+VARNHOLT_EXPORT void MakePrivateFile(StringView path);
+
 }  // namespace Varnholt
