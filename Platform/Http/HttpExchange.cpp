@@ -127,11 +127,8 @@ void THttpExchange::PrepareProxy() {
     Set(easy, CURLOPT_PROXY, "");  // none, whatever the environment says
     if (proxy.ProxyServer.empty()) return;
     const std::string server = ToUtf8(proxy.ProxyServer);
-    const bool isName = std::ranges::all_of(server, [](char c) {
-        return static_cast<unsigned char>(c) > ' ' &&
-               std::string_view("/@?#\\\"<>").find(c) == std::string_view::npos;
-    });
-    if (!isName) throw EIdException(Format(u"Proxy \"%s\" is not a host name", {proxy.ProxyServer}));
+    if (!IsHostName(proxy.ProxyServer))
+        throw EIdException(Format(u"Proxy \"%s\" is not a host name", {proxy.ProxyServer}));
     if (proxy.ProxyPort < 1 || proxy.ProxyPort > 65535)
         throw EIdException(Format(u"Proxy port %d is not between 1 and 65535", {proxy.ProxyPort}));
     const bool isIpv6 = server.find(':') != std::string::npos && !server.starts_with('[');

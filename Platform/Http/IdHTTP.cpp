@@ -103,6 +103,12 @@ EIdHTTPProtocolException::EIdHTTPProtocolException(std::int32_t errorCode, Strin
 
 EIdHTTPProtocolException::~EIdHTTPProtocolException() = default;
 
+bool IsHostName(StringView text) noexcept {
+    return !text.empty() && std::ranges::all_of(text, [](Char unit) {
+        return unit > u' ' && unit != u'\x7F' && StringView(u"/@?#\\\"<>").find(unit) == StringView::npos;
+    });
+}
+
 TIdIOHandler::TIdIOHandler() = default;
 
 TIdIOHandler::~TIdIOHandler() = default;

@@ -126,6 +126,10 @@ struct TIdProxyConnectionInfo {
     std::unique_ptr<TIdAuthentication> Authentication;  ///< made by an exchange that logs in
 };
 
+/// Whether a text can be the name or address of a host: it is not empty and has no blanks, control characters, or any of
+/// / @ ? # \ " < >.
+[[nodiscard]] VARNHOLT_EXPORT bool IsHostName(StringView text) noexcept;
+
 // --- The client ---
 
 /// The response of the last exchange, as far as it came.

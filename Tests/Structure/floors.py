@@ -39,7 +39,7 @@ FOLDERS = {
 THIRD_PARTIES = {
     "unicode/": ["Platform/Runtime/"],
     "libxml/": ["Platform/Xml/", "Benchmarks/"],
-    "curl/": ["Platform/Http/"],
+    "curl/": ["Platform/Http/", "Benchmarks/"],
     "zip.h": ["Platform/Zip/"],
     "sqlite3.h": ["Platform/Registry/"],
     "cairo": ["Platform/Drawing/"],
@@ -55,6 +55,8 @@ THIRD_PARTIES = {
     "muParser": ["Benchmarks/"],
     "sys/": ["Platform/", "Tools/", "Benchmarks/"],
     "linux/": ["Platform/"],
+    "arpa/inet.h": ["Benchmarks/"],
+    "netinet/in.h": ["Benchmarks/"],
     "cxxabi.h": ["Platform/Controls/"],
     "elf.h": ["Platform/System/"],
     "link.h": ["Platform/System/"],
@@ -66,8 +68,9 @@ THIRD_PARTIES = {
     "pthread.h": ["Platform/System/"],
     "grp.h": ["Platform/System/"],
     "pwd.h": ["Platform/System/"],
-    "signal.h": ["Platform/", "Tools/"],
+    "signal.h": ["Platform/", "Tools/", "Benchmarks/"],
     "spawn.h": ["Platform/System/"],
+    "termios.h": ["Tools/"],
     "unistd.h": ["Platform/", "Tools/", "Benchmarks/", "Fuzz/"],
 }
 

@@ -10,11 +10,13 @@
 #include "Platform/Runtime/Format.h"
 #include "Tools/varnholt/CalcCommand.h"
 #include "Tools/varnholt/ConfigCommand.h"
+#include "Tools/varnholt/FetchCommand.h"
 #include "Tools/varnholt/FoldersCommand.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/PackCommand.h"
 #include "Tools/varnholt/Process.h"
 #include "Tools/varnholt/ProgramLog.h"
+#include "Tools/varnholt/ProxyCommand.h"
 #include "Tools/varnholt/ReportCommand.h"
 #include "Tools/varnholt/TableCommand.h"
 #include "Tools/varnholt/UnpackCommand.h"
@@ -131,8 +133,10 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
         ->expected(1);
     AddCalcCommand(app);
     AddConfigCommand(app);
+    AddFetchCommand(app);
     AddFoldersCommand(app);
     AddPackCommand(app);
+    AddProxyCommand(app);
     AddReportCommand(app);
     AddTableCommand(app);
     AddUnpackCommands(app);

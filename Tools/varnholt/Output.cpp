@@ -23,8 +23,11 @@ bool hasPrinted = false;
 }  // namespace
 
 void Print(StringView text) {
+    PrintBytes(BytesOf(ToUtf8(text)));
+}
+
+void PrintBytes(std::span<const std::byte> bytes) {
     hasPrinted = true;
-    const std::string bytes = ToUtf8(text);
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) RaiseWriteError(errno);
 }
 

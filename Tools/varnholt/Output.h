@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string>
 
 #include "Platform/Runtime/Exceptions.h"
@@ -15,6 +17,9 @@ public:
 /// Prints a text on standard output, in UTF-8. Raises EWriteError "Cannot write standard output: REASON", as on
 /// a full disk, and EOutputClosed.
 void Print(StringView text);
+
+/// The same for bytes as they are.
+void PrintBytes(std::span<const std::byte> bytes);
 
 /// Prints the text and a line end.
 void PrintLine(StringView line);

@@ -1,15 +1,18 @@
 #include "Tools/varnholt/Process.h"
 
 #include <fcntl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <new>
+#include <string>
 #include <string_view>
 
 #include "Platform/Runtime/DraftFile.h"
+#include "Platform/Runtime/Exceptions.h"
 
 namespace Varnholt::Tool {
 namespace {
@@ -39,8 +42,17 @@ void PrintRaw(std::string_view line) noexcept {
     std::set_terminate(EndOnTerminate);
 }
 
+termios visible{};  // the terminal before ReadPassword
+volatile sig_atomic_t isInvisible = 0;
+
+void ShowTyping() {
+    if (isInvisible != 0) tcsetattr(STDIN_FILENO, TCSANOW, &visible);
+    isInvisible = 0;
+}
+
 void EndOnSignal(int number) {
     RemoveDraftFiles();
+    ShowTyping();
     static_cast<void>(raise(number));  // takes its usual course after this handler
 }
 
@@ -67,6 +79,25 @@ void PrepareProcess() {
     for (const int number : {SIGHUP, SIGINT, SIGTERM}) HandleSignal(number);
     wasPipeIgnored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+}
+
+String ReadPassword(StringView prompt) {
+    if (tcgetattr(STDIN_FILENO, &visible) == 0) {
+        PrintRaw(ToUtf8(prompt));
+        termios hidden = visible;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        isInvisible = 1;
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    }
+    std::string line;
+    char byte = 0;
+    ssize_t count = 0;
+    while ((count = read(STDIN_FILENO, &byte, 1)) > 0 && byte != '\n') line += byte;
+    if (isInvisible != 0) PrintRaw("\n");
+    ShowTyping();
+    if (count <= 0 && line.empty()) throw Exception(u"No password was given");
+    if (line.ends_with('\r')) line.pop_back();
+    return FromUtf8(line);
 }
 
 void EndByBrokenPipe() {

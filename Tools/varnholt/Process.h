@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Runtime/Types.h"
+
 /// How the program handles signals, closed standard streams and exhausted memory. From the time it is loaded,
 /// std::terminate removes drafts and prints a line; it exits with status 1 if an allocation failed and aborts
 /// otherwise.
@@ -12,6 +14,11 @@ namespace Varnholt::Tool {
 ///   action, unless they were ignored before (as under nohup).
 /// - A write to a closed pipe or beyond the file-size limit returns an error instead of ending the process.
 void PrepareProcess();
+
+/// A line from standard input without its end, for a secret. On a terminal the prompt is printed on standard error, and what is
+/// typed is invisible; a signal that ends the process makes it visible again. Raises Exception `No password was given` at the end of the
+/// input.
+[[nodiscard]] String ReadPassword(StringView prompt);
 
 /// Ends the process by SIGPIPE, as is usual for a filter whose output pipe is closed. Returns if that signal was ignored
 /// before PrepareProcess.

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace Varnholt::Tool {
+
+/// Adds the subcommand "fetch".
+void AddFetchCommand(CLI::App& app);
+
+}  // namespace Varnholt::Tool
