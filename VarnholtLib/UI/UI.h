@@ -4,3 +4,5 @@
 ///
 /// For applications. Code of the library includes the headers that it uses.
 #include "VarnholtLib/UI/vrnCommonDialogFilters.h"
+#include "VarnholtLib/UI/vrnUIBookmark.h"
+#include "VarnholtLib/UI/vrnUIBookmarkXMLDb.h"
