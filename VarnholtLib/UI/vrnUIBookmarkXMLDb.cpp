@@ -87,8 +87,9 @@ std::shared_ptr<IUIBookmarkCollection> TUIBookmarkXMLDbLoader::LoadCollection(co
 std::shared_ptr<IUIBookmark> TUIBookmarkXMLDbLoader::LoadBookmark(const TNodePtr& node) {
     std::shared_ptr<IUIBookmark> bookmark = TUIBookmarkFactory::GetObject();
     bookmark->SetName(TXmlUtils::GetAttributeValue(node, kName));
+    TUIBookmarkValues& values = bookmark->GetValues();
     for (const TNodePtr& value : TXmlUtils::GetChildNodes(TXmlUtils::GetChild(node, kValues), kValue))
-        bookmark->SetValue(TXmlUtils::GetAttributeValue(value, kName), TXmlUtils::GetValue(value));
+        values.insert_or_assign(TXmlUtils::GetAttributeValue(value, kName), TXmlUtils::GetValue(value));
     return bookmark;
 }
 
