@@ -53,8 +53,9 @@ void TXmlUtils::CheckChildNodes(const std::shared_ptr<IXMLNode>& node,
 }
 
 String TXmlUtils::GetAttributeValue(const std::shared_ptr<IXMLNode>& node, StringView name) {
-    CheckAttributes(node, {name});
-    return node->GetAttribute(name).ToText();
+    const Variant value = Present(node).GetAttribute(name);
+    if (value.IsEmpty()) RaiseMissing(*node, u"attribute", name);
+    return value.ToText();
 }
 
 String TXmlUtils::GetValue(const std::shared_ptr<IXMLNode>& node) {

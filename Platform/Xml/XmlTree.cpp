@@ -39,8 +39,14 @@ xmlNode* FirstElement(xmlNode* node) {
 /// The texts of a list of nodes, one after the other.
 String JoinedText(const xmlNode* first) {
     String text;
-    for (const xmlNode* node = first; node != nullptr; node = node->next)
-        if (IsText(node) && node->content != nullptr) text += TextOf(node->content);
+    for (const xmlNode* node = first; node != nullptr; node = node->next) {
+        if (!IsText(node) || node->content == nullptr) continue;
+        String part = TextOf(node->content);
+        if (text.empty())
+            text = std::move(part);
+        else
+            text += part;
+    }
     return text;
 }
 
@@ -68,52 +74,52 @@ int DepthOf(const xmlNode* node) {
 
 // --- Child elements ---
 
-void TXmlChildren::Append(xmlNode* element) {
+void TXmlChildren::Append(TListed& listed, xmlNode* element) {
     constexpr std::size_t kMany = 16;
-    FElements.push_back(element);
-    const auto enter = [this](std::size_t index) {
-        FFirst.try_emplace(FOwner.Tree().NameOf(FElements[index]), static_cast<std::int32_t>(index));
+    listed.Elements.push_back(element);
+    const auto enter = [&](std::size_t index) {
+        listed.First.try_emplace(FOwner.Tree().NameOf(listed.Elements[index]),
+                                 static_cast<std::int32_t>(index));
     };
-    if (FElements.size() == kMany)
+    if (listed.Elements.size() == kMany)
         for (std::size_t i = 0; i < kMany; ++i) enter(i);
-    else if (FElements.size() > kMany)
-        enter(FElements.size() - 1);
+    else if (listed.Elements.size() > kMany)
+        enter(listed.Elements.size() - 1);
 }
 
-void TXmlChildren::List() {
-    if (FIsListed) return;
-    FElements.clear();
-    FFirst.clear();
+TXmlChildren::TListed& TXmlChildren::List() {
+    if (FListed) return *FListed;
+    auto listed = std::make_unique<TListed>();
     if (FOwner.IsElement())
         for (xmlNode* node = FirstElement(FOwner.Raw()->children); node; node = FirstElement(node->next))
-            Append(node);
-    FIsListed = true;
+            Append(*listed, node);
+    FListed = std::move(listed);
+    return *FListed;
 }
 
 std::int32_t TXmlChildren::GetCount() {
-    List();
-    return static_cast<std::int32_t>(FElements.size());
+    return static_cast<std::int32_t>(List().Elements.size());
 }
 
 std::shared_ptr<IXMLNode> TXmlChildren::GetNode(std::int64_t index) {
-    List();
-    return FOwner.Tree().Share(FElements[ListIndex(index, FElements.size())]);
+    const std::vector<xmlNode*>& elements = List().Elements;
+    return FOwner.Tree().Share(elements[ListIndex(index, elements.size())]);
 }
 
 TXmlNode* TXmlChildren::Find(const xmlChar* name, std::int32_t& index) {
-    List();
     index = -1;
     if (name == nullptr) return nullptr;
     TXmlTree& tree = FOwner.Tree();
-    if (!FFirst.empty()) {
-        const auto found = FFirst.find(name);
-        if (found != FFirst.end()) index = found->second;
+    const auto& [elements, first] = List();
+    if (!first.empty()) {
+        const auto found = first.find(name);
+        if (found != first.end()) index = found->second;
     } else {
         const auto found =
-            std::ranges::find(FElements, name, [&](xmlNode* node) { return tree.NameOf(node); });
-        if (found != FElements.end()) index = static_cast<std::int32_t>(found - FElements.begin());
+            std::ranges::find(elements, name, [&](xmlNode* node) { return tree.NameOf(node); });
+        if (found != elements.end()) index = static_cast<std::int32_t>(found - elements.begin());
     }
-    return index < 0 ? nullptr : &tree.NodeOf(FElements[static_cast<std::size_t>(index)]);
+    return index < 0 ? nullptr : &tree.NodeOf(elements[static_cast<std::size_t>(index)]);
 }
 
 std::shared_ptr<IXMLNode> TXmlChildren::FindNode(StringView name) {
@@ -123,7 +129,7 @@ std::shared_ptr<IXMLNode> TXmlChildren::FindNode(StringView name) {
 }
 
 std::shared_ptr<IXMLNode> TXmlChildren::First() {
-    return GetCount() == 0 ? nullptr : GetNode(0);
+    return FOwner.Tree().Share(FirstElement(FOwner.Raw()->children));
 }
 
 std::int32_t TXmlChildren::IndexOf(StringView name) {
@@ -133,19 +139,18 @@ std::int32_t TXmlChildren::IndexOf(StringView name) {
 }
 
 void TXmlChildren::Insert(TXmlNode& node, std::int64_t index) {
-    List();
+    const std::vector<xmlNode*>& elements = List().Elements;
     if (!FOwner.IsElement()) throw EXMLDocError(u"An attribute has no child elements");
     if (DepthOf(FOwner.Raw()) + HeightOf(node.Raw()) > kMaxXmlDepth)
         throw EXMLDocError(u"The elements are nested more than 256 levels deep");
-    const bool isLast = index == -1 || index == std::ssize(FElements);
-    xmlNode* const next = isLast ? nullptr : FElements[ListIndex(index, FElements.size())];
-    node.Detach();
-    const bool isAppended = isLast && FIsListed;
-    FIsListed = false;
+    const bool isLast = index == -1 || index == std::ssize(elements);
+    xmlNode* const next = isLast ? nullptr : elements[ListIndex(index, elements.size())];
+    node.Detach();  // which may forget the list
+    std::unique_ptr<TListed> listed = std::move(FListed);
     Allocated(isLast ? xmlAddChild(FOwner.Raw(), node.Raw()) : xmlAddPrevSibling(next, node.Raw()));
-    if (!isAppended) return;
-    Append(node.Raw());
-    FIsListed = true;
+    if (!isLast || !listed) return;
+    Append(*listed, node.Raw());
+    FListed = std::move(listed);
 }
 
 void TXmlChildren::Add(const std::shared_ptr<IXMLNode>& node) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <deque>
+#include <memory>
+#include <memory_resource>
 #include <unordered_map>
 #include <vector>
 
@@ -31,18 +33,22 @@ public:
     /// Inserts a detached element before the child of that index, -1 for the end.
     void Insert(TXmlNode& node, std::int64_t index);
     /// Called when a child was taken out.
-    void Forget() noexcept { FIsListed = false; }
+    void Forget() noexcept { FListed.reset(); }
     /// The first child of an interned name and its index; null and -1 if there is none.
     TXmlNode* Find(const xmlChar* name, std::int32_t& index);
 
 private:
-    void List();
-    void Append(xmlNode* element);
+    /// The elements of the tree.
+    struct TListed {
+        std::vector<xmlNode*> Elements;
+        std::unordered_map<const xmlChar*, std::int32_t> First;  // of each name, once there are many children
+    };
+
+    TListed& List();
+    void Append(TListed& listed, xmlNode* element);
 
     TXmlNode& FOwner;
-    bool FIsListed = false;  // whether the next two hold the elements of the tree
-    std::vector<xmlNode*> FElements;
-    std::unordered_map<const xmlChar*, std::int32_t> FFirst;  // of each name, once there are many children
+    std::unique_ptr<TListed> FListed;  // most elements of a large document are never asked for their list
 };
 
 /// The attributes of a node.
@@ -148,7 +154,9 @@ private:
     [[nodiscard]] const xmlChar* InternedWithPrefix(const std::string& name) const;
 
     TXmlDocPtr FDocument;
-    std::deque<TXmlNode> FNodes;
+    std::pmr::monotonic_buffer_resource
+        FNodeMemory;  // in blocks that grow, so that a large document is freed fast
+    std::pmr::deque<TXmlNode> FNodes{&FNodeMemory};
     TXmlRoots FRoots;
 };
 
