@@ -76,12 +76,12 @@ BENCHMARK(Save)->Unit(benchmark::kMillisecond);
 // --- libxml2 by hand ---
 
 struct THandBookmark {
-    std::string Name;
-    std::map<std::string, std::string> Values;
+    String Name;
+    std::map<String, String> Values;
 };
 
 struct THandCollection {
-    std::string Name;
+    String Name;
     std::vector<THandBookmark> Bookmarks;
 };
 
@@ -89,13 +89,13 @@ const xmlChar* Bytes(const char* text) {
     return reinterpret_cast<const xmlChar*>(text);
 }
 
-std::string TakeText(xmlChar* text) {
-    std::string result = text == nullptr ? "" : reinterpret_cast<const char*>(text);
+String TakeText(xmlChar* text) {
+    String result = text == nullptr ? String() : FromUtf8(reinterpret_cast<const char*>(text));
     xmlFree(text);
     return result;
 }
 
-std::string NameOf(xmlNode* node) {
+String NameOf(xmlNode* node) {
     return TakeText(xmlGetProp(node, Bytes("name")));
 }
 
@@ -123,9 +123,9 @@ std::vector<THandCollection> LoadByHand(const std::string& path) {
     return db;
 }
 
-xmlNode* NewChild(xmlNode* parent, const char* name, const std::string& nameAttribute) {
+xmlNode* NewChild(xmlNode* parent, const char* name, const String& nameAttribute) {
     xmlNode* const child = xmlNewChild(parent, nullptr, Bytes(name), nullptr);
-    xmlNewProp(child, Bytes("name"), Bytes(nameAttribute.c_str()));
+    xmlNewProp(child, Bytes("name"), Bytes(ToUtf8(nameAttribute).c_str()));
     return child;
 }
 
@@ -152,7 +152,7 @@ void SaveByHand(const std::vector<THandCollection>& db, const std::string& path)
             xmlNode* const values =
                 xmlNewChild(NewChild(node, "uibBookmark", bookmark.Name), nullptr, Bytes("values"), nullptr);
             for (const auto& [key, text] : bookmark.Values)
-                xmlNodeAddContent(NewChild(values, "value", key), Bytes(text.c_str()));
+                xmlNodeAddContent(NewChild(values, "value", key), Bytes(ToUtf8(text).c_str()));
         }
     }
     SaveDurably(document, path);

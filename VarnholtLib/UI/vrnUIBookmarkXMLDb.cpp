@@ -89,7 +89,8 @@ std::shared_ptr<IUIBookmark> TUIBookmarkXMLDbLoader::LoadBookmark(const TNodePtr
     bookmark->SetName(TXmlUtils::GetAttributeValue(node, kName));
     TUIBookmarkValues& values = bookmark->GetValues();
     for (const TNodePtr& value : TXmlUtils::GetChildNodes(TXmlUtils::GetChild(node, kValues), kValue))
-        values.insert_or_assign(TXmlUtils::GetAttributeValue(value, kName), TXmlUtils::GetValue(value));
+        values.insert_or_assign(values.end(), TXmlUtils::GetAttributeValue(value, kName),
+                                TXmlUtils::GetValue(value));
     return bookmark;
 }
 
