@@ -1,5 +1,5 @@
-// A database of 10,000 bookmarks in 10 collections with 6 values each: load and save, beside libxml2 used by hand with
-// texts in UTF-8.
+// A database of 10,000 bookmarks in 10 collections with 6 values each: load and save, beside libxml2 used by hand for the
+// same texts.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <libxml/parser.h>
