@@ -4,6 +4,7 @@
 #include <atomic>
 
 #include "Platform/Controls/Application.h"
+#include "Platform/Runtime/FlagScope.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/Indexes.h"
@@ -16,18 +17,6 @@ std::shared_ptr<IControlBackend>& Backend() {
     static TImmortal<std::shared_ptr<IControlBackend>> backend;
     return *backend;
 }
-
-/// Sets a flag until the end of the scope.
-class TFlagScope {
-public:
-    explicit TFlagScope(bool& flag) noexcept : FFlag(flag) { FFlag = true; }
-    ~TFlagScope() { FFlag = false; }
-    TFlagScope(const TFlagScope&) = delete;
-    TFlagScope& operator=(const TFlagScope&) = delete;
-
-private:
-    bool& FFlag;
-};
 
 std::int32_t Clamped(std::int64_t value) noexcept {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, INT32_MIN, INT32_MAX));

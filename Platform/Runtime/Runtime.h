@@ -13,6 +13,7 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Export.h"
 #include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/FlagScope.h"
 #include "Platform/Runtime/FloatMath.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/FormatSettings.h"
