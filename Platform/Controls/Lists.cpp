@@ -47,7 +47,9 @@ const String& TControlItems::operator[](std::int32_t index) const {
 }
 
 std::int32_t TControlItems::IndexOf(StringView text) const {
-    const auto found = std::ranges::find_if(FItems, [&](const String& item) { return SameText(item, text); });
+    auto found = std::ranges::find(FItems, text);
+    if (found == FItems.end())
+        found = std::ranges::find_if(FItems, [&](const String& item) { return SameText(item, text); });
     return found == FItems.end() ? -1 : static_cast<std::int32_t>(found - FItems.begin());
 }
 

@@ -36,7 +36,8 @@ public:
 
     [[nodiscard]] std::int32_t GetCount() const noexcept { return static_cast<std::int32_t>(FItems.size()); }
     [[nodiscard]] const String& operator[](std::int32_t index) const;
-    /// The first item that equals the text, upper-case and lower-case ASCII letters counting as equal; -1 if there is none.
+    /// The first item that equals the text; if none does, the first that differs only in the case of ASCII letters; -1 if there is
+    /// none.
     [[nodiscard]] std::int32_t IndexOf(StringView text) const;
     [[nodiscard]] const_iterator begin() const noexcept { return FItems.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return FItems.end(); }

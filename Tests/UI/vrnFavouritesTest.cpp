@@ -4,10 +4,14 @@
 
 #include <filesystem>
 
+#include "Platform/Controls/Application.h"
 #include "Platform/Runtime/Files.h"
 #include "Platform/System/Platform.h"
+#include "Tests/Support/MessageBoxes.h"
 #include "Tests/Support/Raised.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "VarnholtLib/UI/vrnFavAdd.h"
+#include "VarnholtLib/UI/vrnFavOrg.h"
 
 namespace Varnholt::Test {
 namespace {
@@ -164,6 +168,81 @@ TEST_F(vrnFavourites, ReadsTextsWithoutRaising) {
         EXPECT_EQ(TBaseFavourite::SafeStrToFloat(row.Text, 7.5F), row.Float);
     }
     EXPECT_FALSE(TBaseFavourite::SafeStrToBool(u"yes", false));
+}
+
+TEST_F(vrnFavourites, NamesAreAskedUntilTheyAreFree) {
+    TFavouriteData data(kPeaks);
+    for (const StringView name : {u"Ortler", u"Piz"}) Add(data, name);
+    TRecordedBoxes boxes;
+    const auto ask = [&](TAddMethod method, TBaseFavourite* item, std::vector<StringView> names) {
+        TFavAddDlg dialog(data, method, item);
+        EXPECT_EQ(FavAddDlg(), &dialog);
+        boxes.Boxes.clear();
+        Application().Post([&] {
+            EXPECT_EQ(dialog.edName.GetText(), item == nullptr ? u"" : item->GetName());
+            for (const StringView& name : names) {
+                dialog.edName.SelectAll();
+                dialog.edName.TypeByUser(name);
+                dialog.Button2.SetFocus();
+                dialog.Button1.ClickByUser();
+                EXPECT_EQ(dialog.edName.Focused(), &name != &names.back()) << ToUtf8(name);
+            }
+        });
+        EXPECT_EQ(dialog.ShowModal(), mrOk);
+        String texts;
+        for (const TMessageBox& box : boxes.Boxes) {
+            EXPECT_EQ(box.Title, u"Name");
+            EXPECT_EQ(box.Icon,
+                      method == amRename && !box.Text.starts_with(u"Please") ? miStop : miInformation);
+            texts += box.Text + u"|";
+        }
+        return texts;
+    };
+    EXPECT_EQ(ask(amAdd, nullptr, {u"", u"ORTLER", u"Ort"}),
+              u"Please enter a name.|An item with this name already exists.|");
+    EXPECT_EQ(ask(amRename, &data[0], {u"", u"piz", u"ORTLER"}),
+              u"Please enter a name.|An item with this name already exists.|");
+    EXPECT_EQ(ask(amRename, &data[0], {u"Ortler"}), u"");
+    EXPECT_EQ(data[0].GetName(), u"Ortler");
+    TFavAddDlg dialog(data, amAdd);
+    Application().Post([&] { dialog.KeyByUser(kKeyEscape); });
+    EXPECT_EQ(dialog.ShowModal(), mrCancel);
+}
+
+TEST_F(vrnFavourites, AreOrganizedInTheirDialog) {
+    TFavouriteData data(kPeaks);
+    for (const StringView name : {u"Ortler", u"Piz", u"Ankogel"}) Add(data, name);
+    TRecordedBoxes boxes;
+    boxes.Answers = {mrNo, mrYes};
+    TFavOrg dialog(data);
+    const auto rename = [&](StringView name, bool isAccepted) {
+        Application().Post([name, isAccepted] {
+            FavAddDlg()->edName.SelectAll();
+            FavAddDlg()->edName.TypeByUser(name);
+            FavAddDlg()->KeyByUser(isAccepted ? kKeyEnter : kKeyEscape);
+        });
+    };
+    Application().Post([&] {
+        dialog.Button1.ClickByUser();
+        dialog.Button2.ClickByUser();
+        EXPECT_TRUE(boxes.Boxes.empty() && dialog.lvFavs.GetItemCount() == 3);
+        dialog.lvFavs.SelectByUser(1);
+        dialog.Button1.ClickByUser();
+        EXPECT_TRUE(data.GetCount() == 3 && !FileExists(kPath));
+        dialog.Button1.ClickByUser();
+        EXPECT_TRUE(boxes.Boxes[1].Text == u"Delete selected favourite?" &&
+                    boxes.Boxes[1].Title == u"Delete?" && boxes.Boxes[1].Icon == miQuestion);
+        EXPECT_EQ(Loaded(ReadWholeFile(kPath)), u"Ortler,Ankogel,");
+        rename(u"Hafner", true);
+        dialog.lvFavs.DoubleClickByUser(1);
+        EXPECT_EQ(dialog.lvFavs.GetItem(1).GetCaption(), u"Hafner");
+        rename(u"Piz", false);
+        dialog.Button2.ClickByUser();
+        EXPECT_EQ(Loaded(ReadWholeFile(kPath)), u"Ortler,Hafner,");
+        EXPECT_TRUE(FavOrg() == &dialog && FavAddDlg() == nullptr);
+        dialog.KeyByUser(kKeyEscape);
+    });
+    EXPECT_EQ(dialog.ShowModal(), mrOk);
 }
 
 }  // namespace
