@@ -78,6 +78,11 @@ void TApplication::ProcessMessages() {
     }
 }
 
+void TApplication::Terminate() noexcept {
+    FTerminated = true;
+    ++FTerminations;
+}
+
 void TApplication::Run(TCustomForm& mainForm) {
     FMainForm = &mainForm;
     FTerminated = false;
@@ -185,6 +190,7 @@ void TScreen::Activate(TCustomForm& form) {
     FStack.push_back(&form);
     Platform().Screen->SetActiveFormHandle(form.GetHandle());
     form.Changed(caFocus);
+    form.SettleFocus();
 }
 
 void TScreen::FormShown(TCustomForm& form) {

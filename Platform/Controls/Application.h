@@ -42,8 +42,9 @@ public:
     void ProcessMessages();
     /// Shows the main form and handles messages until it is closed or Terminate is called.
     void Run(TCustomForm& mainForm);
-    /// Ends Run and the waiting of modal forms, which answer mrCancel.
-    void Terminate() noexcept { FTerminated = true; }
+    /// Ends Run and the waiting of the modal forms that are open, which answer mrCancel.
+    void Terminate() noexcept;
+    /// Whether that was called since Run began.
     [[nodiscard]] bool GetTerminated() const noexcept { return FTerminated; }
     /// The form of Run; null outside of it.
     [[nodiscard]] TCustomForm* GetMainForm() const noexcept { return FMainForm.Get(); }
@@ -86,6 +87,7 @@ private:
     std::vector<TTimer*> FTimers;
     std::vector<std::unique_ptr<TCustomForm>> FReleased;  // destroyed when no event of theirs runs
     std::int32_t FDepth = 0;                              // of messages that are being handled
+    std::int64_t FTerminations = 0;
     bool FTerminated = false;
 };
 

@@ -180,7 +180,8 @@ public:
     [[nodiscard]] bool Focused() const noexcept;
     /// Whether the control can have the focus: it takes input, and IsUsable.
     [[nodiscard]] bool CanFocus() noexcept;
-    /// Moves the focus here: OnExit of the control that had it, then OnEnter. EInvalidOperation `Cannot focus control "%s", which
+    /// Moves the focus here: OnExit of the control that had it, then OnEnter. A handler of these may move it on; handlers that
+    /// never stop to do so are stopped after 100 moves. EInvalidOperation `Cannot focus control "%s", which
     /// is disabled or invisible` if CanFocus is false.
     void SetFocus();
     /// A person puts the focus here, as with the mouse or Tab.

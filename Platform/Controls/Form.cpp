@@ -3,12 +3,15 @@
 #include <algorithm>
 
 #include "Platform/Controls/Application.h"
+#include "Platform/Runtime/FlagScope.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Indexes.h"
 #include "Platform/System/Platform.h"
 
 namespace Varnholt {
 namespace {
+
+constexpr int kMaxMoves = 200;  // a loss and a gain each
 
 /// Appends the control's children that take input, each followed by its own.
 void AppendInputs(const TWinControl& control, std::vector<TWinControl*>& inputs) {
@@ -61,13 +64,14 @@ void TCustomForm::Show() {
     DoShow();
     CreatePeers();
     TControl::SetVisible(true);
-    Screen().FormShown(*this);
-    if (TWinControl* const active = FActiveControl.Get(); active == nullptr || !active->CanFocus()) {
-        FActiveControl = {};
-        MoveFocusByTab(false);
-    } else {
-        active->FocusReceived();
+    {
+        const TFlagScope scope(FIsSettling);  // until the control is chosen
+        Screen().FormShown(*this);
+        TWinControl* const active = FActiveControl.Get();
+        if (active == nullptr || !active->CanFocus()) FActiveControl = {};
+        if (!FActiveControl) MoveFocusByTab(false);
     }
+    SettleFocus();
 }
 
 void TCustomForm::Place() {
@@ -92,6 +96,7 @@ void TCustomForm::DoShow() {
 void TCustomForm::Hide() {
     if (!GetVisible()) return;
     TControl::SetVisible(false);
+    FEntered = {};
     Screen().FormHidden(*this);
     const TNotifyEvent onHide = FOnHide;
     onHide(this);
@@ -124,10 +129,11 @@ TModalResult TCustomForm::ShowModal() {
 }
 
 void TCustomForm::WaitForAnswer() {
+    const std::int64_t terminations = Application().FTerminations;
     for (;;) {
         if (FModalResult != mrNone && MayClose()) return;
         FModalResult = mrNone;
-        if (Application().GetTerminated()) {
+        if (Application().FTerminations != terminations) {
             FModalResult = mrCancel;
             return;
         }
@@ -217,12 +223,23 @@ void TCustomForm::SetActiveControl(TWinControl* control) {
 }
 
 void TCustomForm::MoveFocus(TWinControl* to) {
-    TWinControl* const from = FActiveControl.Get();
-    if (from == to) return;
     FActiveControl = to;
-    if (Screen().GetActiveForm() != this) return;
-    if (from != nullptr) from->FocusLost();
-    if (to != nullptr && FActiveControl.Get() == to) to->FocusReceived();
+    SettleFocus();
+}
+
+/// Tells the controls who has lost and who has received the focus. Their handlers may move it on.
+void TCustomForm::SettleFocus() {
+    if (FIsSettling || Screen().GetActiveForm() != this) return;
+    const TFlagScope scope(FIsSettling);
+    for (int moves = 0; moves < kMaxMoves && FEntered.Get() != FActiveControl.Get(); ++moves) {
+        if (TWinControl* const from = FEntered.Get()) {
+            FEntered = {};
+            from->FocusLost();
+        } else {
+            FEntered = FActiveControl;
+            FEntered.Get()->FocusReceived();
+        }
+    }
 }
 
 /// Moves the focus on if its control can no longer have it.

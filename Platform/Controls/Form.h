@@ -124,6 +124,7 @@ private:
     void WaitForAnswer();
     void Place();
     void MoveFocus(TWinControl* to);
+    void SettleFocus();
     void LeaveUnusable();
     void ForgetFocusIn(const TControl& control) noexcept;
     [[nodiscard]] std::vector<TWinControl*> TabOrder();
@@ -135,6 +136,7 @@ private:
     TCloseEvent FOnClose;
     TCloseQueryEvent FOnCloseQuery;
     TComponentRef<TWinControl> FActiveControl;
+    TComponentRef<TWinControl> FEntered;  // the control that was told last that it has the focus
     std::vector<std::unique_ptr<TCustomForm>> FMDIChildren;
     TCustomForm* FMDIParent = nullptr;
     TModalResult FModalResult = mrNone;
@@ -142,6 +144,7 @@ private:
     TFormBorderStyle FBorderStyle = bsSizeable;
     TPosition FPosition = poDesigned;
     bool FIsModal = false;
+    bool FIsSettling = false;
 };
 
 /// The form that applications derive from.
