@@ -1,5 +1,5 @@
 // A database of 10,000 bookmarks in 10 collections with 6 values each: load and save, beside libxml2 used by hand for the
-// same texts.
+// same texts. And the binder: taking and restoring the state of a dialog, and binding its controls.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <libxml/parser.h>
@@ -12,8 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "Platform/Controls/Edits.h"
+#include "Platform/Controls/Form.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
+#include "VarnholtLib/UI/vrnUIBookmarkBinder.h"
 #include "VarnholtLib/UI/vrnUIBookmarkXMLDb.h"
 
 namespace Varnholt {
@@ -171,6 +174,56 @@ void SaveXml2(benchmark::State& state) {
     for (auto _ : state) SaveByHand(db, path);
 }
 BENCHMARK(SaveXml2)->Unit(benchmark::kMillisecond);
+
+// --- The binder ---
+
+/// A dialog with so many fields, bound if told to.
+struct TFields {
+    TFields(std::int64_t count, bool isBound) {
+        Binder->SetAdapters(std::make_shared<TUIBookmarkValueAdapters>());
+        for (std::int64_t i = 0; i < count; ++i) {
+            TEdit& edit = Form.Add<TEdit>(u"edit" + IntToStr(i));
+            edit.SetText(u"value");
+            Edits.push_back(&edit);
+        }
+        if (isBound) Bind();
+    }
+    void Bind() {
+        for (TEdit* const edit : Edits) Binder->Add(edit);
+    }
+
+    TForm Form;
+    std::vector<TEdit*> Edits;
+    std::shared_ptr<IUIBookmarkBinder> Binder = TUIBookmarkBinderFactory::GetObject();
+};
+
+void BindControls(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        TFields fields(state.range(0), false);
+        state.ResumeTiming();
+        fields.Bind();
+        state.PauseTiming();
+        fields.Binder.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BindControls)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void UpdateBookmark(benchmark::State& state) {
+    const TFields fields(state.range(0), true);
+    const auto bookmark = TUIBookmarkFactory::GetObject();
+    for (auto _ : state) fields.Binder->UpdateBookmark(*bookmark);
+}
+BENCHMARK(UpdateBookmark)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void UpdateControls(benchmark::State& state) {
+    const TFields fields(state.range(0), true);
+    const auto bookmark = TUIBookmarkFactory::GetObject();
+    fields.Binder->UpdateBookmark(*bookmark);
+    for (auto _ : state) fields.Binder->UpdateControls(*bookmark);
+}
+BENCHMARK(UpdateControls)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace Varnholt

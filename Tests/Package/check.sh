@@ -40,14 +40,16 @@ expect 'The list of private headers' "$(find "$work/moved/include" -name '*Priva
 consume_with_cmake installed -DCMAKE_PREFIX_PATH="$work/moved"
 strip "$work/installed/consumer"
 expect 'The version of the consumer' "$("$work/moved/bin/varnholt" version "$work/installed/consumer")" 1.2.65535.0
-for example in evaluator settings; do
+for example in dialog evaluator settings; do
     quietly cmake -S "Examples/$example" -B "$work/$example" -G Ninja -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"
 done
 expect 'The evaluator' "$("$work/evaluator/evaluator" 12.5)" '2 * ($rain + 1.5) = 28'
-export HOME=$work/home XDG_DATA_HOME=
+export HOME=$work/home XDG_CONFIG_HOME= XDG_DATA_HOME=
 mkdir "$HOME"
 quietly "$work/settings/settings" 'Graz'
+expect 'The dialog' "$("$work/dialog/dialog" | tr '\n' '|')" \
+    'New: Seattle, table, mean|Restored: Bergen, daily, chart, sum|Favourite: Old Bergen|'
 expect 'The settings' "$("$work/settings/settings")" 'Start 2, station Graz'
 consume_with_pkg_config "$work/moved"
 
