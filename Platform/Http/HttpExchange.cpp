@@ -1,10 +1,13 @@
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstdlib>
 #include <mutex>
 
 #include "Platform/Http/HttpExchangePrivate.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/Text.h"
 
 namespace Varnholt {
@@ -25,6 +28,10 @@ std::int64_t NumberOf(CURL* easy, CURLINFO info) {
     return number;
 }
 
+EIdException Ending() {
+    return EIdException(u"The program is ending");
+}
+
 long StatusOf(CURL* easy, CURLINFO info = CURLINFO_RESPONSE_CODE) {
     long status = 0;
     curl_easy_getinfo(easy, info, &status);
@@ -33,26 +40,99 @@ long StatusOf(CURL* easy, CURLINFO info = CURLINFO_RESPONSE_CODE) {
 
 }  // namespace
 
-TCurlHandles::TCurlHandles() {
-    static std::once_flag once;
-    static CURLcode code = CURLE_OK;
-    std::call_once(once, [] { code = curl_global_init(CURL_GLOBAL_DEFAULT); });
-    if (code == CURLE_OK) {
-        Multi.reset(curl_multi_init());
-        Easy.reset(curl_easy_init());
-    }
-    if (!Multi || !Easy) throw EIdException(u"Cannot start an HTTP client");
+// --- The use of libcurl ---
+
+namespace {
+
+struct TUses {
+    std::mutex Mutex;
+    std::condition_variable Ended;
+    std::vector<CURLM*> Running;  // what drives the exchanges in progress
+    int Count = 0;
+    CURLcode Code = CURLE_OK;  // of the initialisation
+    std::atomic<bool> IsEnding = false;
+};
+
+TUses& Uses() {
+    static TImmortal<TUses> uses;
+    return *uses;
 }
 
-THttpExchange::THttpExchange(TCurlHandles& handles, const THttpRequestData& request)
-    : FHandles(handles), FRequest(request), FErrorText(CURL_ERROR_SIZE) {
-    Prepare();
+thread_local int usesOfThread = 0;
+
+/// Stops the exchanges of all other threads and waits for them, at most 10 s.
+void EndUses() {
+    TUses& uses = Uses();
+    std::unique_lock lock(uses.Mutex);
+    uses.IsEnding = true;
+    for (CURLM* const multi : uses.Running) curl_multi_wakeup(multi);
+    uses.Ended.wait_for(lock, std::chrono::seconds(10), [&] { return uses.Count == usesOfThread; });
 }
+
+void Initialise() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        Uses().Code = curl_global_init(CURL_GLOBAL_DEFAULT);
+        // What is registered later runs earlier: before the TLS library ends.
+        if (std::atexit(EndUses) != 0) Uses().Code = CURLE_OUT_OF_MEMORY;
+    });
+}
+
+}  // namespace
+
+TCurlUse::TCurlUse(CURLM* multi) noexcept : FMulti(multi) {
+    Initialise();
+    TUses& uses = Uses();
+    const std::lock_guard lock(uses.Mutex);
+    if (uses.IsEnding || uses.Code != CURLE_OK) return;
+    if (FMulti != nullptr) uses.Running.push_back(FMulti);
+    ++uses.Count;
+    ++usesOfThread;
+    FIsAllowed = true;
+}
+
+TCurlUse::~TCurlUse() {
+    if (!FIsAllowed) return;
+    TUses& uses = Uses();
+    const std::lock_guard lock(uses.Mutex);
+    if (FMulti != nullptr) std::erase(uses.Running, FMulti);
+    --uses.Count;
+    --usesOfThread;
+    uses.Ended.notify_all();
+}
+
+bool TCurlUse::IsEnding() noexcept {
+    return Uses().IsEnding;
+}
+
+TCurlHandles::TCurlHandles() {
+    const TCurlUse use(nullptr);
+    if (use.IsAllowed()) {
+        Multi = curl_multi_init();
+        Easy = curl_easy_init();
+    }
+    if (Multi != nullptr && Easy != nullptr) return;
+    curl_easy_cleanup(Easy);
+    curl_multi_cleanup(Multi);
+    throw EIdException(u"Cannot start an HTTP client");
+}
+
+TCurlHandles::~TCurlHandles() {
+    const TCurlUse use(nullptr);
+    if (!use.IsAllowed()) return;
+    curl_easy_cleanup(Easy);
+    curl_multi_cleanup(Multi);
+}
+
+// --- An exchange ---
+
+THttpExchange::THttpExchange(TCurlHandles& handles, const THttpRequestData& request)
+    : FHandles(handles), FRequest(request), FErrorText(CURL_ERROR_SIZE) {}
 
 // --- Settings ---
 
 void THttpExchange::Prepare() {
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     curl_easy_reset(easy);  // connections are kept
     Set(easy, CURLOPT_ERRORBUFFER, FErrorText.data());
     Set(easy, CURLOPT_NOSIGNAL, 1L);
@@ -79,7 +159,7 @@ void THttpExchange::Prepare() {
 }
 
 void THttpExchange::PrepareBody() {
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     const auto add = [&](const char* line) {
         curl_slist* const longer = curl_slist_append(FHeaders.get(), line);
         if (longer == nullptr) throw std::bad_alloc();
@@ -107,10 +187,10 @@ void THttpExchange::PrepareBody() {
 }
 
 void THttpExchange::PrepareTls() {
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     if (const char* const file = std::getenv("SSL_CERT_FILE"); file != nullptr && *file != '\0') {
         Set(easy, CURLOPT_CAINFO, file);
-        Set(easy, CURLOPT_PROXY_CAINFO, file);
+        Set(easy, CURLOPT_CAPATH, static_cast<const char*>(nullptr));
     }
     // Without a version of our own the library keeps to the policy of the system. A version set here would replace it.
     const TIdSSLVersions versions =
@@ -120,7 +200,7 @@ void THttpExchange::PrepareTls() {
 }
 
 void THttpExchange::PrepareProxy() {
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     TIdProxyConnectionInfo& proxy = *FRequest.Proxy;
     Set(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     Set(easy, CURLOPT_NOPROXY, "");
@@ -128,7 +208,8 @@ void THttpExchange::PrepareProxy() {
     if (proxy.ProxyServer.empty()) return;
     const std::string server = ToUtf8(proxy.ProxyServer);
     if (!IsHostName(proxy.ProxyServer))
-        throw EIdException(Format(u"Proxy \"%s\" is not a host name", {proxy.ProxyServer}));
+        throw EIdException(
+            Format(u"Proxy \"%s\" is not a host name", {AddressWithoutUser(proxy.ProxyServer)}));
     if (proxy.ProxyPort < 1 || proxy.ProxyPort > 65535)
         throw EIdException(Format(u"Proxy port %d is not between 1 and 65535", {proxy.ProxyPort}));
     const bool isIpv6 = server.find(':') != std::string::npos && !server.starts_with('[');
@@ -146,8 +227,11 @@ void THttpExchange::PrepareProxy() {
 
 void THttpExchange::Run(std::unique_ptr<TIdHTTPResponse>& response) {
     response.reset();
+    const TCurlUse use(FHandles.Multi);
+    if (!use.IsAllowed()) throw Ending();
+    Prepare();
     const CURLcode code = Transfer();
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     const long status = StatusOf(easy);
     if (status != 0) {
         response = std::make_unique<TIdHTTPResponse>();
@@ -173,8 +257,8 @@ CURLcode THttpExchange::Transfer() {
         CURL* Easy;
         ~TAttached() { curl_multi_remove_handle(Multi, Easy); }
     };
-    CURLM* const multi = FHandles.Multi.get();
-    CURL* const easy = FHandles.Easy.get();
+    CURLM* const multi = FHandles.Multi;
+    CURL* const easy = FHandles.Easy;
     if (curl_multi_add_handle(multi, easy) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
     const TAttached attached{multi, easy};
     FLastData = std::chrono::steady_clock::now();
@@ -184,6 +268,7 @@ CURLcode THttpExchange::Transfer() {
         int rest = 0;
         if (const CURLMsg* const message = curl_multi_info_read(multi, &rest)) return message->data.result;
         if (running == 0) return CURLE_OUT_OF_MEMORY;
+        if (TCurlUse::IsEnding()) return CURLE_ABORTED_BY_CALLBACK;
         const std::int32_t limit = WaitLimit();
         const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(
             std::chrono::steady_clock::now() - FLastData);
@@ -204,7 +289,7 @@ std::int32_t THttpExchange::WaitLimit() const noexcept {
 }
 
 String THttpExchange::Where() const {
-    return AddressForMessages(FromUtf8(FRequest.Url));
+    return AddressWithoutUser(FromUtf8(FRequest.Url));
 }
 
 void THttpExchange::Fail(CURLcode code) {
@@ -212,16 +297,17 @@ void THttpExchange::Fail(CURLcode code) {
     const auto failed = [&](StringView text) { return EIdException(Format(text, {where})); };
     const String reason = FromUtf8(FErrorText[0] == '\0' ? curl_easy_strerror(code) : FErrorText.data());
     if (FIsLate) throw EIdException(Format(u"\"%s\" sent no data for %d ms", {where, WaitLimit()}));
-    if (const long status = StatusOf(FHandles.Easy.get(), CURLINFO_HTTP_CONNECTCODE); status >= 300)
+    if (const long status = StatusOf(FHandles.Easy, CURLINFO_HTTP_CONNECTCODE); status >= 300)
         throw EIdException(
             Format(u"The proxy refused the connection to \"%s\" with status %d", {where, status}));
+    if (TCurlUse::IsEnding()) throw Ending();
     switch (code) {
         case CURLE_OUT_OF_MEMORY:
             throw std::bad_alloc();
         case CURLE_URL_MALFORMAT:
             throw failed(u"Address \"%s\" is not valid");
         case CURLE_UNSUPPORTED_PROTOCOL:
-            throw failed(StatusOf(FHandles.Easy.get()) == 0
+            throw failed(StatusOf(FHandles.Easy) == 0
                              ? u"Address \"%s\" is neither http nor https"
                              : u"\"%s\" redirects to an address that is neither http nor https");
         case CURLE_COULDNT_RESOLVE_HOST:
@@ -288,7 +374,7 @@ void THttpExchange::TakeHeader(std::string_view line) {
                                   {Where(), std::int64_t{kMaxHeaderSize}}));
     if (SameText(FromUtf8(line.substr(0, std::min(line.find(':'), line.size()))), u"Content-Encoding"))
         FIsCompressed = true;
-    const long status = StatusOf(FHandles.Easy.get());
+    const long status = StatusOf(FHandles.Easy);
     const bool isEnd = line.find_first_not_of("\r\n") == std::string_view::npos;
     if (isEnd && status >= 300 && status < 400) FIsConnected = false;  // the next request may have to connect
 }
@@ -300,7 +386,7 @@ std::size_t THttpExchange::OnBody(char* bytes, std::size_t size, std::size_t cou
 }
 
 void THttpExchange::TakeBody(std::span<const std::byte> bytes) {
-    CURL* const easy = FHandles.Easy.get();
+    CURL* const easy = FHandles.Easy;
     FIsConnected = true;
     const auto size = static_cast<std::int64_t>(bytes.size());
     if (size > FRequest.MaxResponseSize - FReceived)

@@ -13,19 +13,38 @@
 
 namespace Varnholt {
 
-/// The handles of a client: one easy handle, and the one that drives it and keeps the connections.
-struct TCurlHandles {
-    struct TFreeEasy {
-        void operator()(CURL* easy) const noexcept { curl_easy_cleanup(easy); }
-    };
-    struct TFreeMulti {
-        void operator()(CURLM* multi) const noexcept { curl_multi_cleanup(multi); }
-    };
-    /// Initialises libcurl for the process, and makes the handles. Raises EIdException.
-    TCurlHandles();
+/// A stretch in which a thread uses libcurl. Below libcurl, the TLS library destroys what it shares at the end of the process,
+/// while threads may still run; so at that time exchanges are stopped and waited for, and no further use begins.
+class TCurlUse {
+public:
+    /// Initialises libcurl for the process. `multi` drives an exchange; null if there is none.
+    explicit TCurlUse(CURLM* multi) noexcept;
+    ~TCurlUse();
+    TCurlUse(const TCurlUse&) = delete;
+    TCurlUse& operator=(const TCurlUse&) = delete;
 
-    std::unique_ptr<CURLM, TFreeMulti> Multi;
-    std::unique_ptr<CURL, TFreeEasy> Easy;  // freed before the other
+    /// False if the process is ending, and then libcurl must not be used.
+    [[nodiscard]] bool IsAllowed() const noexcept { return FIsAllowed; }
+    /// Whether the process has begun to end.
+    [[nodiscard]] static bool IsEnding() noexcept;
+
+private:
+    CURLM* FMulti;
+    bool FIsAllowed = false;
+};
+
+/// The handles of a client: one easy handle, and the one that drives it and keeps the connections.
+class TCurlHandles {
+public:
+    /// Raises EIdException.
+    TCurlHandles();
+    /// Leaves the handles to the system if the process is ending.
+    ~TCurlHandles();
+    TCurlHandles(const TCurlHandles&) = delete;
+    TCurlHandles& operator=(const TCurlHandles&) = delete;
+
+    CURLM* Multi = nullptr;
+    CURL* Easy = nullptr;
 };
 
 /// What an exchange needs to know.
@@ -100,9 +119,6 @@ private:
     bool FIsConnected = false;
     bool FIsLate = false;
 };
-
-/// The address without user name and password.
-[[nodiscard]] String AddressForMessages(StringView url);
 
 /// The text of a body, by the charset of its content type, its mark, or its bytes.
 [[nodiscard]] String TextOfBody(std::string_view bytes, StringView contentType);

@@ -77,12 +77,19 @@ const TEncoding* EncodingNamed(StringView name) {
 
 }  // namespace
 
-String AddressForMessages(StringView url) {
-    const std::size_t scheme = url.find(u"://");
-    const std::size_t start = scheme == StringView::npos ? 0 : scheme + 3;
+String AddressWithoutUser(StringView url) {
+    const std::size_t scheme = std::min(url.find(u':'), url.size());
+    const bool hasScheme =
+        SameText(url.substr(0, scheme), u"http") || SameText(url.substr(0, scheme), u"https");
+    const std::size_t start = hasScheme ? std::min(url.find_first_not_of(u":/\\", scheme), url.size()) : 0;
     const StringView authority = url.substr(start, url.find_first_of(u"/\\?#", start) - start);
-    const std::size_t user = authority.rfind(u'@');
-    if (user == StringView::npos) return String(url);
+    std::size_t user = authority.rfind(u'@');
+    if (user == StringView::npos) {
+        // The rest may hold a password with characters that end the authority.
+        user = url.substr(start).rfind(u'@');
+        if (user == StringView::npos || url.substr(start, user).find(u':') == StringView::npos)
+            return String(url);
+    }
     return String(url.substr(0, start)) + String(url.substr(start + user + 1));
 }
 
@@ -135,7 +142,7 @@ struct TIdHTTP::TImpl {
         const auto* const tls = dynamic_cast<TIdSSLIOHandlerSocketOpenSSL*>(IOHandler.get());
         const bool isSecure = HasScheme(url, u"https://");
         const auto fail = [&](StringView text) {
-            throw EIdException(Format(text, {AddressForMessages(url)}));
+            throw EIdException(Format(text, {AddressWithoutUser(url)}));
         };
         if (!isSecure && !HasScheme(url, u"http://"))
             fail(url.find(u"://") == StringView::npos ? u"Address \"%s\" is not valid"
@@ -254,6 +261,10 @@ void TIdHTTP::Put(StringView url, TStream& source, TStream& response) {
 
 String TIdHTTP::Delete(StringView url) {
     return FImpl->RunForText(*this, "DELETE", url, nullptr, {});
+}
+
+void TIdHTTP::Delete(StringView url, TStream& response) {
+    FImpl->Run(*this, "DELETE", url, nullptr, response, {});
 }
 
 const TIdHTTPResponse* TIdHTTP::GetResponse() const noexcept {

@@ -43,6 +43,7 @@
 ///   - `"%s" redirects more than 15 times`, `"%s" redirects to an address that is neither http nor https`
 ///   - `The header of the response of "%s" is larger than 262144 bytes`, `The response of "%s" is larger than %d bytes`,
 ///     `The response of "%s" is incomplete`
+///   - `The program is ending`: when main() has returned or exit() was called, exchanges of other threads are stopped
 ///   - `The exchange with "%s" failed: %s` with the reason of the library below
 /// - what a stream or a work event raises; it ends the exchange
 /// A stream for the response then holds what arrived before.
@@ -130,6 +131,10 @@ struct TIdProxyConnectionInfo {
 /// / @ ? # \ " < >.
 [[nodiscard]] VARNHOLT_EXPORT bool IsHostName(StringView text) noexcept;
 
+/// The address for messages: without user name and password. Of a text that is no proper address, everything up to the last
+/// "@" is left out, if a colon is before that.
+[[nodiscard]] VARNHOLT_EXPORT String AddressWithoutUser(StringView url);
+
 // --- The client ---
 
 /// The response of the last exchange, as far as it came.
@@ -196,6 +201,7 @@ public:
     void Post(StringView url, TStream& source, TStream& response);
     void Put(StringView url, TStream& source, TStream& response);
     [[nodiscard]] String Delete(StringView url);
+    void Delete(StringView url, TStream& response);
 
     /// The response of the last exchange; null before the first, and after one that got none.
     [[nodiscard]] const TIdHTTPResponse* GetResponse() const noexcept;

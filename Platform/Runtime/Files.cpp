@@ -45,6 +45,11 @@ bool FileExists(StringView path) {
     return facts && !S_ISDIR(facts->st_mode);
 }
 
+bool RegularFileExists(StringView path) {
+    const auto facts = Facts(path);
+    return facts && S_ISREG(facts->st_mode);
+}
+
 bool DirectoryExists(StringView path) {
     const auto facts = Facts(path);
     return facts && S_ISDIR(facts->st_mode);

@@ -13,13 +13,15 @@
 ///     WriteFileInOneGo(u"C:\\data\\out\\rain.csv", bytes);
 ///
 /// A failure raises an exception that names the path as given and the system's reason. FileExists,
-/// DirectoryExists and IsSameFile never fail.
+/// RegularFileExists, DirectoryExists and IsSameFile never fail.
 ///
 /// Uses Streams.h. Threads: all functions may be called on any thread.
 namespace Varnholt {
 
 /// Whether the path names something other than a folder. False for a path that has no native form.
 [[nodiscard]] VARNHOLT_EXPORT bool FileExists(StringView path);
+/// The same, and it is neither a pipe nor a device, on which a reader may wait without end.
+[[nodiscard]] VARNHOLT_EXPORT bool RegularFileExists(StringView path);
 /// Whether the path names a folder. False for a path that has no native form.
 [[nodiscard]] VARNHOLT_EXPORT bool DirectoryExists(StringView path);
 

@@ -54,7 +54,11 @@ bool HandOver(TStep step) {
         wake = state.Wake;
     }
     state.Filled.notify_one();
-    if (wake && *wake) (*wake)();
+    try {
+        if (wake && *wake) (*wake)();
+    } catch (...) {
+        // The step is handed over, and must not be taken back.
+    }
     return true;
 }
 
@@ -103,6 +107,10 @@ std::size_t WaitForSteps(std::int32_t timeout) {
     return state.Steps.size();
 }
 
+void CheckThread() {
+    if (!IsMainThread()) throw EInvalidOperation(u"Steps run on the main thread only");
+}
+
 }  // namespace
 
 void Synchronize(const std::function<void()>& step) {
@@ -128,7 +136,7 @@ void Queue(std::function<void()> step) {
 }
 
 bool HandleStep(std::int32_t timeout) {
-    if (!IsMainThread()) throw EInvalidOperation(u"Steps run on the main thread only");
+    CheckThread();
     TStep step;
     if (WaitForSteps(timeout) == 0 || !TakeStep(step)) return false;
     if (step.Answer == nullptr) {
@@ -140,10 +148,11 @@ bool HandleStep(std::int32_t timeout) {
 }
 
 bool CheckSynchronize(std::int32_t timeout) {
-    if (!HandleStep(timeout)) return false;
-    for (std::size_t rest = WaitForSteps(0); rest > 0 && HandleStep(); --rest) {
-    }
-    return true;
+    CheckThread();
+    std::size_t rest = WaitForSteps(timeout);
+    bool hasRun = false;
+    for (; rest > 0 && HandleStep(); --rest) hasRun = true;
+    return hasRun;
 }
 
 void EndSynchronize() {

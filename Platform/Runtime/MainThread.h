@@ -44,7 +44,7 @@ VARNHOLT_EXPORT bool HandleStep(std::int32_t timeout = 0);
 VARNHOLT_EXPORT void EndSynchronize();
 
 /// Sets what is called after each step that is handed over, on the thread that does so; an empty function for nothing. It
-/// must not call the functions of this header, and must not raise. The former one may still be called once
+/// must not call the functions of this header; what it raises is ignored. The former one may still be called once
 /// by a thread that is just handing over a step.
 VARNHOLT_EXPORT void SetWakeMainThread(std::function<void()> wake);
 

@@ -95,6 +95,10 @@ public:
     virtual void Write(StringView text) = 0;
 };
 
+/// Keeps the shared library that contains this address loaded until the end of the process, for threads that run its code
+/// and that nobody waits for.
+VARNHOLT_EXPORT void KeepLibraryLoaded(const void* address) noexcept;
+
 /// The facts in use. No member is ever null.
 struct TPlatform {
     std::shared_ptr<IKnownFolders> KnownFolders;

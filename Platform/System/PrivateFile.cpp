@@ -43,12 +43,14 @@ void MakePrivateFile(StringView path) {
     String reason;
     const auto native = TryToNativePath(path, reason);
     if (!native) return;
+    // Through a link, and without waiting for the reader of a pipe.
     const int handle =
-        open(native->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly);
-    if (handle >= 0) close(handle);
+        open(native->c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kOwnerOnly);
+    if (handle < 0) return;
     struct stat facts {};
-    const bool isFile = lstat(native->c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
-    if (isFile && (facts.st_mode & 077) != 0) static_cast<void>(chmod(native->c_str(), facts.st_mode & 0700));
+    const bool isFile = fstat(handle, &facts) == 0 && S_ISREG(facts.st_mode);
+    if (isFile && (facts.st_mode & 077) != 0) static_cast<void>(fchmod(handle, facts.st_mode & 0700));
+    close(handle);
 }
 
 }  // namespace Varnholt

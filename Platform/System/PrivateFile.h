@@ -26,8 +26,9 @@ public:
 };
 
 /// Makes sure, before a file with secrets is written, that only its owner can read and write it: creates an empty file of
-/// mode 0600 if there is none, and takes the rights of others from an existing one. A file that is replaced as a whole
-/// (DraftFile.h) keeps that mode. Does nothing to a link, or where the system refuses; the writing then reports what is wrong.
+/// mode 0600 if there is none, and takes the rights of others from an existing one; of a link, the file that it names. A file
+/// that is replaced as a whole (DraftFile.h) keeps that mode. Does nothing to what is no regular file, or where the system refuses;
+/// the writing then reports what is wrong.
 VARNHOLT_EXPORT void MakePrivateFile(StringView path);
 
 }  // namespace Varnholt

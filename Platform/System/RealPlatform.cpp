@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <grp.h>
 #include <pthread.h>
 #include <unistd.h>
@@ -125,6 +126,13 @@ public:
 };
 
 }  // namespace
+
+void KeepLibraryLoaded(const void* address) noexcept {
+    Dl_info facts{};
+    if (dladdr(address, &facts) == 0 || facts.dli_fname == nullptr) return;
+    // The handle is never closed.
+    static_cast<void>(dlopen(facts.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE));
+}
 
 TPlatform RealPlatform() {
     TPlatform platform;

@@ -20,10 +20,11 @@ consume_with_cmake() {
     expect "The consumer of $name" "$("$work/$name/consumer")" 'The package works'
 }
 
-# Builds the consumer with the flags that pkg-config gives for the package below PREFIX, and runs it.
+# Builds the consumer with the flags that pkg-config gives for the package below PREFIX, and runs it. The libraries of third
+# parties are shared ones, also for a static package, so it is called without --static.
 consume_with_pkg_config() {
     local prefix=$1 flags
-    flags=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --cflags --libs "${@:2}" varnholtlib)
+    flags=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --cflags --libs varnholtlib)
     # shellcheck disable=SC2086
     quietly c++ Tests/Package/Consumer.cpp -o "$work/consumer" $flags
     expect "The consumer by pkg-config" "$(LD_LIBRARY_PATH=$prefix/lib "$work/consumer")" 'The package works'
@@ -68,4 +69,4 @@ consume_with_cmake subproject -DVARNHOLT_INSTALL=ON -DVARNHOLT_BUILD_TOOLS=ON
 quietly cmake --install "$work/subproject" --prefix "$work/static"
 expect 'The static program' "$("$work/static/bin/varnholt" calc '@sum((1+2),3)')" 6
 consume_with_cmake archives -DCMAKE_PREFIX_PATH="$work/static"
-consume_with_pkg_config "$work/static" --static
+consume_with_pkg_config "$work/static"

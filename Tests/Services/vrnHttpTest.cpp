@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -93,6 +94,18 @@ TEST_F(ProxySettings, ReadingStopsAtTheFirstBadValue) {
                                        settings.GetPort(), settings.GetUsername(), settings.GetPassword()});
         EXPECT_EQ(ToUtf8(values), read) << content;
     }
+}
+
+TEST_F(ProxySettings, LinksAndPipesAreSafe) {
+    { const TProxySettings folder; }
+    const std::string link = ToNativePath(File), target = ToNativePath(u"D:\\target.xml");
+    ASSERT_EQ(symlink(target.c_str(), link.c_str()), 0);
+    TProxySettings().SetPassword(u"p");
+    EXPECT_EQ(Mode(), 0600U);
+    EXPECT_TRUE(FileExists(u"D:\\target.xml"));
+    unlink(link.c_str());
+    ASSERT_EQ(mkfifo(link.c_str(), 0600), 0);
+    EXPECT_EQ(TProxySettings().GetPassword(), u"");  // does not wait for a writer
 }
 
 class Requests : public ProxySettings {

@@ -1,6 +1,7 @@
 #include "Tools/varnholt/FetchCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -59,7 +60,10 @@ String QueryOf(const std::vector<std::string>& params) {
 void Exchange(TIdHTTP& client, const TFetchOptions& options, const String& query, TStream& target) {
     const bool hasBody = options.Method == "POST" || options.Method == "PUT";
     String url = FromUtf8(options.Url);
-    if (!hasBody && !query.empty()) url += (url.find(u'?') == String::npos ? u'?' : u'&') + query;
+    if (!hasBody && !query.empty()) {
+        const std::size_t fragment = std::min(url.find(u'#'), url.size());
+        url.insert(fragment, (url.find(u'?') < fragment ? u'&' : u'?') + query);
+    }
     TMemoryStream body(BytesOf(ToUtf8(query)));
     if (hasBody && !query.empty()) client.SetContentType(u"application/x-www-form-urlencoded");
     if (options.Method == "POST") {
@@ -67,7 +71,7 @@ void Exchange(TIdHTTP& client, const TFetchOptions& options, const String& query
     } else if (options.Method == "PUT") {
         client.Put(url, body, target);
     } else if (options.Method == "DELETE") {
-        target.WriteBuffer(BytesOf(ToUtf8(client.Delete(url))));
+        client.Delete(url, target);
     } else {
         client.Get(url, target);
     }

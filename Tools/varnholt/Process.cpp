@@ -17,6 +17,8 @@
 namespace Varnholt::Tool {
 namespace {
 
+constexpr std::size_t kMaxPassword = 1000;
+
 bool wasPipeIgnored = false;
 
 void PrintRaw(std::string_view line) noexcept {
@@ -76,7 +78,7 @@ void PrepareProcess() {
     OpenIfClosed(STDIN_FILENO, O_WRONLY);
     OpenIfClosed(STDOUT_FILENO, O_RDONLY);
     OpenIfClosed(STDERR_FILENO, O_RDONLY);
-    for (const int number : {SIGHUP, SIGINT, SIGTERM}) HandleSignal(number);
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) HandleSignal(number);
     wasPipeIgnored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
@@ -92,9 +94,11 @@ String ReadPassword(StringView prompt) {
     std::string line;
     char byte = 0;
     ssize_t count = 0;
-    while ((count = read(STDIN_FILENO, &byte, 1)) > 0 && byte != '\n') line += byte;
+    while (line.size() <= kMaxPassword && (count = read(STDIN_FILENO, &byte, 1)) > 0 && byte != '\n')
+        line += byte;
     if (isInvisible != 0) PrintRaw("\n");
     ShowTyping();
+    if (line.size() > kMaxPassword) throw Exception(u"The password is too long");
     if (count <= 0 && line.empty()) throw Exception(u"No password was given");
     if (line.ends_with('\r')) line.pop_back();
     return FromUtf8(line);

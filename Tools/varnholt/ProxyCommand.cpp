@@ -21,7 +21,7 @@ struct TProxyOptions {
 void RunShow() {
     const TProxySettings settings;
     PrintLine(Format(u"enabled   %s", {settings.GetEnabled() ? u"yes" : u"no"}));
-    PrintLine(Format(u"server    %s", {OnOneLine(settings.GetServer())}));
+    PrintLine(Format(u"server    %s", {OnOneLine(AddressWithoutUser(settings.GetServer()))}));
     PrintLine(Format(u"port      %d", {settings.GetPort()}));
     PrintLine(Format(u"user      %s", {OnOneLine(settings.GetUsername())}));
     PrintLine(Format(u"password  %s", {settings.GetPassword().empty() ? u"not set" : u"set"}));
@@ -29,7 +29,8 @@ void RunShow() {
 
 void RunSet(const TProxyOptions& options) {
     const String host = FromUtf8(options.Host);
-    if (!IsHostName(host)) throw CLI::ValidationError("host", "\"" + options.Host + "\" is not a host name");
+    if (!IsHostName(host))
+        throw CLI::ValidationError("host", "\"" + ToUtf8(AddressWithoutUser(host)) + "\" is not a host name");
     const String user = options.User ? FromUtf8(*options.User) : String();
     const String password =
         user.empty() ? String() : ReadPassword(Format(u"Password of %s: ", {OnOneLine(user)}));

@@ -24,7 +24,8 @@
 /// A request may be sent again; the parameters stay. Its connections are kept from one Send to the next.
 ///
 /// Threads: a request serves one thread; from SendAsync until the callback has returned it is that of the background. The main
-/// thread must serve steps (MainThread.h), or the background thread waits until the end of the program.
+/// thread must serve steps (MainThread.h), or the background thread waits until the end of the program. At the end of the program requests in
+/// the background are stopped. After the first of them dlclose() no longer unloads the library.
 namespace Varnholt {
 
 enum THttpRequestMethod : std::uint8_t { HttpRequestMethodGet, HttpRequestMethodPost };

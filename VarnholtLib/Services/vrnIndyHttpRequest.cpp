@@ -7,6 +7,7 @@
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/MainThread.h"
 #include "Platform/Runtime/Text.h"
+#include "Platform/System/Platform.h"
 #include "VarnholtLib/Services/vrnLog.h"
 #include "VarnholtLib/Services/vrnProxy.h"
 
@@ -46,6 +47,8 @@ void RunHttpThread(std::function<void()> work) {
             LogFailure(u"unknown exception");
         }
     };
+    static const char inside = 0;
+    KeepLibraryLoaded(&inside);
     try {
         std::thread(run).detach();
     } catch (const std::system_error&) {

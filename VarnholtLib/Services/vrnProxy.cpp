@@ -74,7 +74,7 @@ void TProxySettings::RestoreDefaults() {
 
 void TProxySettings::LoadSettings() {
     RestoreDefaults();
-    if (!FileExists(FFileName)) return;
+    if (!RegularFileExists(FFileName)) return;
     try {
         const std::shared_ptr<IXMLNode> root = LoadXMLDocument(FFileName)->GetDocumentElement();
         FEnabled = root->GetAttribute(u"enabled").ToBoolean();
@@ -84,7 +84,7 @@ void TProxySettings::LoadSettings() {
         FPort = port;
         FUserName = root->GetChildValue(u"username").ToText();
         FPassword = root->GetChildValue(u"password").ToText();
-    } catch (const Exception&) {
+    } catch (...) {
         // What was read before stays.
     }
 }

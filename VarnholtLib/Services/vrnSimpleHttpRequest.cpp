@@ -121,6 +121,8 @@ void HttpRequest(StringView method, StringView url, std::optional<THttpRequestPa
             report(failure.GetMessage());
         } catch (const std::exception& failure) {
             report(FromUtf8(failure.what()));
+        } catch (...) {
+            report(u"Unknown exception");
         }
     });
 }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <functional>
 #include <thread>
@@ -138,6 +139,40 @@ TEST_F(IdHTTP, CredentialsStayWithTheirHost) {
     EXPECT_EQ(Client.Get(withUser(Servers.Http(u"/away"))), u"auth=");
 }
 
+TEST(Addresses, AreShownWithoutUser) {
+    const std::pair<StringView, StringView> cases[] = {
+        {u"http://h/a?b#c", u"http://h/a?b#c"},   {u"HTTPS://ann:pw@h:1/a@b", u"HTTPS://h:1/a@b"},
+        {u"http://a@b@h/", u"http://h/"},         {u"https:/ann:pw@h/x", u"https:/h/x"},
+        {u"http://ann:p/w@h/x", u"http://h/x"},   {u"http://ann:p#w@h", u"http://h"},
+        {u"http:\\\\ann:pw@h", u"http:\\\\h"},    {u"ann:pw@h", u"h"},
+        {u"http://h/~ann@b", u"http://h/~ann@b"}, {u"", u""}};
+    for (const auto& [address, shown] : cases)
+        EXPECT_EQ(AddressWithoutUser(address), shown) << ToUtf8(address);
+}
+
+TEST_F(IdHTTP, ProgramsEndWhileRequestsRun) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto end = [this] {
+        std::atomic<int> begun = 0;
+        for (int t = 0; t < 20; ++t)
+            std::thread([&] {
+                try {
+                    for (;;) {
+                        TIdHTTP own;
+                        own.SetIOHandler(std::make_unique<TIdSSLIOHandlerSocketOpenSSL>());
+                        ++begun;
+                        static_cast<void>(own.Get(Servers.Https(TServers::Good, u"/hello")));
+                    }
+                } catch (const EIdException&) {
+                    // the program ends
+                }
+            }).detach();
+        while (begun < 40) std::this_thread::yield();
+        std::exit(7);
+    };
+    for (int i = 0; i < 3; ++i) EXPECT_EXIT(end(), testing::ExitedWithCode(7), "");
+}
+
 TEST_F(IdHTTP, ProxiesAreUsedAsTheyAreSet) {
     UseProxy(u"127.0.0.1", Servers.ProxyPort(false));
     EXPECT_EQ(Client.Get(Servers.Http(u"/hello")), u"Gru\u00DF");
@@ -156,8 +191,8 @@ TEST_F(IdHTTP, ProxiesAreUsedAsTheyAreSet) {
     const auto get = [&] { return Client.Get(Servers.Http(u"/hello")); };
     Client.GetProxyParams().ProxyPort = 0;
     EXPECT_EQ(Raised<EIdException>(get), u"Proxy port 0 is not between 1 and 65535");
-    UseProxy(u"ann@proxy", 80);
-    EXPECT_EQ(Raised<EIdException>(get), u"Proxy \"ann@proxy\" is not a host name");
+    UseProxy(u"ann:pw@proxy", 80);
+    EXPECT_EQ(Raised<EIdException>(get), u"Proxy \"proxy\" is not a host name");
     UseProxy(u"proxy.invalid", 80);
     EXPECT_EQ(Raised<EIdException>(get), u"Cannot find proxy \"proxy.invalid\"");
     Client.GetProxyParams() = {};

@@ -56,6 +56,9 @@ TEST(MainThread, StepsMayHandOverAndServeSteps) {
     EXPECT_TRUE(CheckSynchronize(1000));
     EXPECT_EQ(order, "abdc");
     EXPECT_FALSE(CheckSynchronize(1));
+    int again = 0;
+    Queue([&] { ++again, Queue([&] { ++again; }); });  // the second one is left for the next call
+    EXPECT_TRUE(CheckSynchronize() && again == 1 && CheckSynchronize() && again == 2);
     std::thread([] {
         EXPECT_FALSE(IsMainThread());
         EXPECT_EQ(Raised<EInvalidOperation>([] { CheckSynchronize(); }),
