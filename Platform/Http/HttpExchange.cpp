@@ -60,25 +60,24 @@ TUses& Uses() {
 
 thread_local int usesOfThread = 0;
 
-/// Stops the exchanges of all other threads and waits for them, at most 10 s.
-void EndUses() {
+void Initialise() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        Uses().Code = curl_global_init(CURL_GLOBAL_DEFAULT);
+        // What is registered later runs earlier: before the TLS library ends.
+        if (std::atexit(EndHttpExchanges) != 0) Uses().Code = CURLE_OUT_OF_MEMORY;
+    });
+}
+
+}  // namespace
+
+void EndHttpExchanges() noexcept {
     TUses& uses = Uses();
     std::unique_lock lock(uses.Mutex);
     uses.IsEnding = true;
     for (CURLM* const multi : uses.Running) curl_multi_wakeup(multi);
     uses.Ended.wait_for(lock, std::chrono::seconds(10), [&] { return uses.Count == usesOfThread; });
 }
-
-void Initialise() {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        Uses().Code = curl_global_init(CURL_GLOBAL_DEFAULT);
-        // What is registered later runs earlier: before the TLS library ends.
-        if (std::atexit(EndUses) != 0) Uses().Code = CURLE_OUT_OF_MEMORY;
-    });
-}
-
-}  // namespace
 
 TCurlUse::TCurlUse(CURLM* multi) noexcept : FMulti(multi) {
     Initialise();

@@ -127,6 +127,9 @@ struct TIdProxyConnectionInfo {
     std::unique_ptr<TIdAuthentication> Authentication;  ///< made by an exchange that logs in
 };
 
+/// Stops the exchanges of all other threads for good, and waits for them, at most 10 s. Called when the program ends.
+VARNHOLT_EXPORT void EndHttpExchanges() noexcept;
+
 /// Whether a text can be the name or address of a host: it is not empty and has no blanks, control characters, or any of
 /// / @ ? # \ " < >.
 [[nodiscard]] VARNHOLT_EXPORT bool IsHostName(StringView text) noexcept;

@@ -4,6 +4,8 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <initializer_list>
 #include <new>
 #include <optional>
@@ -19,12 +21,21 @@
 namespace Varnholt {
 namespace {
 
-/// The names of a path; nothing if one is empty.
-std::optional<std::vector<String>> NamesOf(StringView path) {
+constexpr std::size_t kMaxDepth = 512;
+
+/// The path without the backslashes that are ignored.
+StringView Trimmed(StringView path) {
     if (path.starts_with(u'\\')) path.remove_prefix(1);
     if (path.ends_with(u'\\')) path.remove_suffix(1);
+    return path;
+}
+
+/// The names of a path; nothing if one is empty, or there are too many.
+std::optional<std::vector<String>> NamesOf(StringView path) {
+    path = Trimmed(path);
     std::vector<String> names;
     while (!path.empty()) {
+        if (names.size() == kMaxDepth) return std::nullopt;
         const std::size_t end = std::min(path.find(u'\\'), path.size());
         if (end == 0) return std::nullopt;
         names.emplace_back(path.substr(0, end));
@@ -50,7 +61,11 @@ class TRegistry::TStore {
 public:
     explicit TStore(const String& path) : FPath(path) {
         sqlite3* database = nullptr;
-        const int code = sqlite3_open_v2(ToNativePath(path).c_str(), &database,
+        // No part of the path may be a link; those of the folder are resolved before.
+        const std::filesystem::path native = ToNativePath(path);
+        std::error_code ignored;
+        const auto folder = std::filesystem::canonical(native.parent_path(), ignored);
+        const int code = sqlite3_open_v2((folder / native.filename()).c_str(), &database,
                                          SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW, nullptr);
         FDatabase.reset(database);
         if (code != SQLITE_OK) Raise();
@@ -65,7 +80,9 @@ public:
     std::int64_t Create(std::int64_t parent, const String& name) {
         Run("INSERT OR IGNORE INTO keys (parent, name, folded) VALUES (?, ?, ?)",
             {parent, name, ToLower(name)});
-        return *Find(parent, name);
+        const auto key = Find(parent, name);
+        if (!key) throw ERegistryException(Format(u"%s: The store is damaged", {FPath}));
+        return *key;
     }
     [[nodiscard]] bool Exists(std::int64_t key) {
         return Number("SELECT 1 FROM keys WHERE id = ?", {key}).has_value();
@@ -219,8 +236,9 @@ bool TRegistry::OpenKeyReadOnly(StringView path) {
 
 bool TRegistry::Open(StringView path, bool canCreate, bool canWrite) {
     const auto names = NamesOf(path);
-    TStore* const store = names ? Store(canCreate) : nullptr;
-    if (store == nullptr) return false;
+    if (!names) return false;
+    TStore* const store = Store(canCreate && !names->empty());
+    if (store == nullptr && !names->empty()) return false;
     std::optional<std::int64_t> key = std::int64_t{FRootKey} + 1;
     std::size_t found = 0;
     for (; found < names->size(); ++found) {
@@ -236,7 +254,7 @@ bool TRegistry::Open(StringView path, bool canCreate, bool canWrite) {
         });
     FKey = *key;
     FIsWritable = canWrite;
-    FCurrentPath = path;
+    FCurrentPath = Trimmed(path);
     return true;
 }
 
@@ -248,12 +266,15 @@ void TRegistry::CloseKey() noexcept {
 void TRegistry::CheckOpen(bool forWriting) const {
     if (FKey == 0) throw ERegistryException(u"No registry key is open");
     if (forWriting && !FIsWritable) throw ERegistryException(u"The registry key is open only for reading");
-    if (!Store(true)->Exists(FKey)) throw ERegistryException(u"The registry key was deleted");
+    TStore* const store = Store(forWriting);
+    const bool isRoot = FKey <= std::int64_t{HKEY_LOCAL_MACHINE} + 1;  // also of a store that is missing
+    if (store == nullptr ? !isRoot : !store->Exists(FKey))
+        throw ERegistryException(u"The registry key was deleted");
 }
 
 String TRegistry::ReadString(StringView name) const {
     CheckOpen(false);
-    return FStore->Read(FKey, name);
+    return FStore ? FStore->Read(FKey, name) : String();
 }
 
 void TRegistry::WriteString(StringView name, StringView value) {
@@ -278,7 +299,7 @@ bool TRegistry::DeleteKey(StringView path) {
 
 std::vector<String> TRegistry::GetKeyNames() const {
     CheckOpen(false);
-    return FStore->KeyNames(FKey);
+    return FStore ? FStore->KeyNames(FKey) : std::vector<String>();
 }
 
 }  // namespace Varnholt

@@ -13,7 +13,7 @@
 ///     if (registry.OpenKey(u"Station.File\\shell", true)) registry.WriteString(u"", u"open");
 ///
 /// Keys and values. A path is names with backslashes between them; one backslash at its beginning or end is ignored, and
-/// the empty path is the root itself. Names of keys and values compare without regard to case and keep the spelling
+/// the empty path is the root itself. A path has at most 512 names. Names of keys and values compare without regard to case and keep the spelling
 /// of their creation. A value has a name or, as the default value, an empty one. An unpaired surrogate becomes U+FFFD.
 ///
 /// Store. The file `Varnholt\Registry.sqlite` in the user's folder for local application data (kfLocalAppData), in the format of
@@ -47,7 +47,7 @@ public:
     /// The root from which paths start. Setting it closes the key.
     [[nodiscard]] TRootKey GetRootKey() const noexcept { return FRootKey; }
     void SetRootKey(TRootKey rootKey) noexcept;
-    /// The path of the open key as it was opened; empty if none is open.
+    /// The path of the open key, without a backslash at its beginning or end; empty if none is open.
     [[nodiscard]] const String& GetCurrentPath() const noexcept { return FCurrentPath; }
 
     /// Opens a key for reading and writing; if it is missing, creates it with the keys above it, or fails. After a

@@ -8,8 +8,11 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Platform/Runtime/Paths.h"
@@ -64,6 +67,21 @@ bool IsAddress(std::string_view text) {
            std::ranges::all_of(scheme, isSchemeChar);
 }
 
+/// The executable file of that name in the folders of $PATH. Relative folders, which depend on the working directory, do not count.
+std::optional<std::string> FindInPath(const std::string& name) {
+    const char* const variable = std::getenv("PATH");
+    std::string_view rest = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
+    while (!rest.empty()) {
+        const std::string_view folder = rest.substr(0, rest.find(':'));
+        rest.remove_prefix(std::min(folder.size() + 1, rest.size()));
+        const std::string path = std::string(folder) + "/" + name;
+        struct stat facts {};
+        const bool isFile = stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+        if (folder.starts_with('/') && isFile && access(path.c_str(), X_OK) == 0) return path;
+    }
+    return std::nullopt;
+}
+
 enum class TKind { Program, Document };
 
 /// What is to be started, in the form for the system; nothing for a path that has none.
@@ -71,8 +89,8 @@ std::optional<std::pair<TKind, std::string>> Recognise(StringView file) {
     const std::string text = ToUtf8(file);
     if (text.empty() || text.find('\0') != std::string::npos) return std::nullopt;
     if (IsAddress(text)) return std::pair(TKind::Document, text);
-    if (file.find_first_of(u"\\/:") == StringView::npos && access(text.c_str(), F_OK) != 0)
-        return std::pair(TKind::Program, text);  // looked for in $PATH
+    if (file.find_first_of(u"\\/:") == StringView::npos)
+        if (const auto found = FindInPath(text)) return std::pair(TKind::Program, *found);
     String reason;
     const auto native = TryToNativePath(file, reason);
     struct stat facts {};
@@ -93,17 +111,22 @@ std::optional<std::pair<TKind, std::string>> Recognise(StringView file) {
     setsid();
     const int null = open("/dev/null", O_RDONLY | O_CLOEXEC);
     if (null >= 0) dup2(null, STDIN_FILENO);
-    execvp(arguments[0], arguments);
+    // What this process ignores or has blocked is no affair of the program.
+    for (const int number : {SIGPIPE, SIGXFSZ}) static_cast<void>(signal(number, SIG_DFL));
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    execv(arguments[0], arguments);
     EndWithReport(report, errno);
 }
 
-/// Starts a program as a grandchild, whose end nobody has to wait for.
-bool Start(TArguments arguments) {
+/// Starts a program, given by its path, as a grandchild, whose end nobody has to wait for. Returns 0 or the system's reason.
+int Start(TArguments arguments) {
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     int pipe[2];
-    if (pipe2(pipe, O_CLOEXEC) != 0) return false;
+    if (pipe2(pipe, O_CLOEXEC) != 0) return errno;
     const pid_t child = fork();
     if (child == 0) {
         const pid_t grandchild = fork();
@@ -119,7 +142,14 @@ bool Start(TArguments arguments) {
     close(pipe[0]);
     while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }
-    return error == 0;
+    return error;
+}
+
+bool StartWith(const char* opener, TArguments arguments) {
+    const auto path = FindInPath(opener);
+    if (!path) return false;
+    arguments.insert(arguments.begin(), *path);
+    return Start(std::move(arguments)) == 0;
 }
 
 }  // namespace
@@ -132,11 +162,13 @@ bool ShellExecute(StringView operation, StringView file, StringView parameters) 
     if (!target || !split) return false;
     const bool isDocument = target->first == TKind::Document;
     if (isDocument && (isAdmin || !split->empty())) return false;
-    TArguments arguments;
-    if (isDocument || isAdmin) arguments.emplace_back(isDocument ? "xdg-open" : "pkexec");
-    arguments.push_back(target->second);
+    TArguments arguments = {target->second};
     arguments.insert(arguments.end(), split->begin(), split->end());
-    return Start(std::move(arguments));
+    if (isDocument) return StartWith("xdg-open", std::move(arguments));
+    if (isAdmin) return StartWith("pkexec", std::move(arguments));
+    const int error = Start(arguments);
+    // Where every file counts as executable, as on some file systems, one without a program in it is a document.
+    return error == ENOEXEC && split->empty() ? StartWith("xdg-open", {target->second}) : error == 0;
 }
 
 }  // namespace Varnholt

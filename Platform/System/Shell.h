@@ -15,8 +15,9 @@ namespace Varnholt {
 /// Starts a program and does not wait for it. Returns whether that succeeded; raises nothing.
 ///
 /// - "open" or an empty operation: an address (`scheme:...`), a folder, or a file that is not executable is opened by
-///   xdg-open. Anything else is a program or script, which is started by itself; one without a folder is looked for in
-///   $PATH.
+///   xdg-open. Anything else is a program or script, which is started by itself; a name without a folder is looked for in the
+///   absolute folders of $PATH first, and then in the working directory. An executable file that the system cannot run, as a text
+///   without an interpreter line, is opened by xdg-open.
 /// - "runas": the same for programs, through pkexec, which asks for a password.
 /// - Any other operation fails.
 ///

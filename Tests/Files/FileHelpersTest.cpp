@@ -62,7 +62,12 @@ TEST_F(FileHelpers, ProgramsDocumentsAndAddressesAreStarted) {
     EXPECT_EQ(Called(), "pkexec\n" + folder + "/tool\n-x\n");
     const String parameters[] = {u"a", u"b c"};
     EXPECT_TRUE(TUACHelper::LaunchAsAdmin(u"tool", parameters));
-    EXPECT_EQ(Called(), "pkexec\ntool\na\nb c\n-uacrelaunch\n");
+    EXPECT_EQ(Called(), "pkexec\n" + folder + "/tool\na\nb c\n-uacrelaunch\n");
+    WriteFileInOneGo(u"T:\\rain.csv", "touch pwned\n");  // executable, but no program
+    std::filesystem::permissions(folder + "/rain.csv", std::filesystem::perms(0700));
+    EXPECT_TRUE(TFileUtils::Execute(u"T:\\rain.csv"));
+    EXPECT_EQ(Called(), "xdg-open\n" + folder + "/rain.csv\n");
+    EXPECT_FALSE(TFileUtils::Execute(u"T:\\rain.csv", u"x", u""));
     for (const StringView wrong : {u"'open", u"\"open", u"open\\"})
         EXPECT_FALSE(TFileUtils::Execute(u"tool", wrong, u"")) << ToUtf8(wrong);
     EXPECT_FALSE(TFileUtils::Execute(u"no-such-tool") || TFileUtils::Execute(u"T:\\none\\x") ||
@@ -85,6 +90,10 @@ TEST_F(FileHelpers, MasksDeleteFiles) {
     EXPECT_TRUE(DelFiles(u"T:\\d\\?.tmp"));
     EXPECT_THAT(names(), testing::UnorderedElementsAre("ab.tmp", "A.TMP", "plain", "a.folder"));
     EXPECT_TRUE(DelFiles(u"T:\\d\\a*b*.t*p*"));
+    std::filesystem::permissions(FDrive.GetNativePath("d/plain"), std::filesystem::perms(0444));
+    EXPECT_TRUE(DelFiles(u"T:\\d\\*.*"));
+    EXPECT_THAT(names(), testing::UnorderedElementsAre("plain", "a.folder"));
+    std::filesystem::permissions(FDrive.GetNativePath("d/plain"), std::filesystem::perms(0644));
     EXPECT_TRUE(DelFiles(u"T:\\d\\*.*"));
     EXPECT_THAT(names(), testing::ElementsAre("a.folder"));
     EXPECT_TRUE(DelFiles(u"T:\\d\\*"));

@@ -187,6 +187,21 @@ TEST_F(Requests, InTheBackgroundLoseNothing) {
     EXPECT_EQ(silent->GetResponse()->GetStatusCode(), 200);
 }
 
+TEST_F(Requests, AreStoppedWhenTheProgramEnds) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto end = [this](int microseconds) {
+        for (int i = 0; i < 40; ++i) {
+            const auto request = THttpRequestFactory::GetObject();
+            request->SetUrl(Servers.Https(THttpServers::Good, u"/big"));
+            request->SendAsync({});
+            HttpRequest(u"GET", Servers.Https(THttpServers::Good, u"/hello"), {}, {}, {}, {});
+        }
+        usleep(static_cast<unsigned>(microseconds));
+        std::exit(7);
+    };
+    for (const int time : {0, 5000, 30'000}) EXPECT_EXIT(end(time), testing::ExitedWithCode(7), "") << time;
+}
+
 TEST(SimpleHttpRequest, EncodesParameters) {
     const THttpRequestParams params = {{u"b&", u"&=\u00E9\u1234."}, {u"a", u""}};
     EXPECT_EQ(HttpParamEncode(u""), u"");

@@ -32,7 +32,9 @@ protected:
 
 TEST_F(Registry, KeysKeepTheirSpellingAndIgnoreCase) {
     TRegistry registry;
-    EXPECT_FALSE(registry.OpenKey(u"a", false) || registry.OpenKeyReadOnly(u""));
+    EXPECT_FALSE(registry.OpenKey(u"a", false) || registry.OpenKeyReadOnly(u"a"));
+    EXPECT_TRUE(registry.OpenKeyReadOnly(u"") && registry.GetKeyNames().empty() &&
+                registry.ReadString(u"").empty());
     EXPECT_FALSE(FileExists(FPath));
     EXPECT_TRUE(registry.OpenKey(u"\\\u00C4b\\C\\", true));
     registry.WriteString(u"Name", u"1");
@@ -40,7 +42,7 @@ TEST_F(Registry, KeysKeepTheirSpellingAndIgnoreCase) {
     registry.WriteString(u"", u"default");
     EXPECT_EQ(registry.ReadString(u"name") + registry.ReadString(u"none"), String(u"two\0\U0001F327", 6));
     EXPECT_FALSE(registry.OpenKey(u"a\\\\b", true));
-    EXPECT_EQ(registry.GetCurrentPath(), u"\\\u00C4b\\C\\");
+    EXPECT_EQ(registry.GetCurrentPath(), u"\u00C4b\\C");
     struct stat facts {};
     EXPECT_EQ(stat(FDrive.GetNativePath("Varnholt/Registry.sqlite").c_str(), &facts), 0);
     EXPECT_EQ(facts.st_mode & 0777U, 0600U);
@@ -60,6 +62,17 @@ TEST_F(Registry, KeysKeepTheirSpellingAndIgnoreCase) {
         {{[&] { static_cast<void>(other.ReadString(u"")); }, u"The registry key was deleted"}});
     registry.SetRootKey(HKEY_CLASSES_ROOT);
     EXPECT_TRUE(registry.OpenKeyReadOnly(u"") && registry.GetKeyNames().empty());
+}
+
+TEST_F(Registry, FoldersMayBeLinks) {
+    ForceDirectories(u"T:\\real");
+    ASSERT_EQ(symlink(FDrive.GetNativePath("real").c_str(), FDrive.GetNativePath("Varnholt").c_str()), 0);
+    EXPECT_TRUE(TRegistry().OpenKey(u"a", true) && FileExists(u"T:\\real\\Registry.sqlite"));
+    String deep(u"a");
+    for (int i = 1; i < 512; ++i) deep += u"\\a";
+    EXPECT_TRUE(TRegistry().OpenKey(deep, true) && !TRegistry().OpenKey(deep + u"\\a", true));
+    TRegistryUtils::DeleteKey(HKEY_CURRENT_USER, u"", u"a", true);
+    EXPECT_FALSE(TRegistry().OpenKey(u"a", false));
 }
 
 TEST_F(Registry, DamagedAndForeignStoresStay) {

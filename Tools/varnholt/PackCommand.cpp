@@ -29,36 +29,62 @@ struct TPackOptions {
     bool KeepFolders = false;
 };
 
+/// The absolute library path. A step ".." leads out of the folder that a link before it names.
 String AbsolutePath(const fs::path& path) {
-    String library = FromNativePath(fs::absolute(path).lexically_normal().string());
+    const bool goesUp = std::ranges::find(path, fs::path("..")) != path.end();
+    const fs::path absolute = goesUp ? fs::weakly_canonical(path) : fs::absolute(path).lexically_normal();
+    String library = FromNativePath(absolute.string());
     if (library.starts_with(u'/'))
         throw Exception(Format(u"%s: A name with a backslash cannot be stored", {FromUtf8(path.string())}));
     return library;
 }
 
-/// The files of a folder and of the folders below it, sorted; links to folders are not followed.
-std::vector<fs::path> FilesBelow(const fs::path& folder) {
-    std::vector<fs::path> files;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file()) {
-            files.push_back(entry.path());
-        } else if (!entry.is_directory()) {
-            Warn(Format(u"%s: Not a regular file; it is left out", {FromUtf8(entry.path().string())}));
+/// Adds the files of a folder and of the folders below it, sorted. What is neither a file nor a folder, and links to folders,
+/// are reported and left out.
+void AppendFiles(const fs::path& folder, std::vector<fs::path>& files) {
+    std::error_code error;
+    std::vector<fs::path> entries;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        entries.push_back(entry->path());
+    if (error)
+        throw Exception(Format(u"Cannot list folder \"%s\": %s",
+                               {FromUtf8(folder.string()), SystemReason(error.value())}));
+    std::ranges::sort(entries);
+    for (const fs::path& entry : entries) {
+        std::error_code unused;
+        const bool isLink = fs::is_symlink(fs::symlink_status(entry, unused));
+        const fs::file_status status = fs::status(entry, unused);
+        if (fs::is_regular_file(status)) {
+            files.push_back(entry);
+        } else if (fs::is_directory(status) && !isLink) {
+            AppendFiles(entry, files);
+        } else {
+            const StringView what = fs::is_directory(status) ? u"A link to a folder" : u"Not a regular file";
+            Warn(Format(u"%s: %s; it is left out", {FromUtf8(entry.string()), what}));
         }
     }
-    std::ranges::sort(files);
+}
+
+/// The files that an argument names.
+std::vector<fs::path> FilesOf(const std::string& argument) {
+    const fs::path path(argument);
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (!fs::exists(status))
+        throw Exception(Format(u"Cannot open file \"%s\": %s",
+                               {FromUtf8(argument), SystemReason(error ? error.value() : ENOENT)}));
+    if (fs::is_regular_file(status)) return {path};
+    if (!fs::is_directory(status)) throw Exception(Format(u"%s: Not a regular file", {FromUtf8(argument)}));
+    std::vector<fs::path> files;
+    AppendFiles(path, files);
     return files;
 }
 
 /// The sources as absolute library paths, in the order of the arguments.
 std::vector<String> FindSources(const TPackOptions& options, const String& archive) {
     std::vector<String> sources;
-    for (const std::string& file : options.Files) {
-        const fs::path path(file);
-        if (!fs::exists(path))
-            throw Exception(Format(u"Cannot open file \"%s\": %s", {FromUtf8(file), SystemReason(ENOENT)}));
-        const std::vector<fs::path> found = fs::is_directory(path) ? FilesBelow(path) : std::vector{path};
-        for (const fs::path& source : found) {
+    for (const std::string& argument : options.Files) {
+        for (const fs::path& source : FilesOf(argument)) {
             sources.push_back(AbsolutePath(source));
             if (!IsSameFile(sources.back(), archive)) continue;
             Warn(Format(u"%s: The archive itself; it is left out", {FromUtf8(source.string())}));
@@ -68,15 +94,29 @@ std::vector<String> FindSources(const TPackOptions& options, const String& archi
     return sources;
 }
 
-/// No reader would open an archive with two entries of one name.
-void CheckNames(TVarnCompressor& compressor) {
+/// Names that no reader would extract, or that are not stored as they are, are refused.
+void CheckNames(const TVarnCompressor& compressor) {
+    constexpr std::size_t kMaxName = 200;
     std::set<String> names;
     for (std::int32_t i = 0; i < compressor.GetFileCount(); ++i) {
-        const String& name = compressor.GetFileName(i).NewFileName;
+        const String name = compressor.GetStoredName(i);
+        if (name.size() > kMaxName)
+            throw Exception(Format(u"%s: The name has more than 200 characters", {name}));
+        if (!IsExtractableName(name))
+            throw Exception(Format(u"%s: A file of this name could not be extracted", {name}));
         if (names.insert(ToLower(name)).second) continue;
         const StringView hint =
             compressor.GetKeepSubfolders() ? u"" : u"; --keep-folders stores them with their folders";
         throw Exception(Format(u"Two files would be stored as \"%s\"%s", {name, hint}));
+    }
+}
+
+void AddFile(TVarnCompressor& compressor, const String& source) {
+    try {
+        const TFileStream readable(source, fmOpenRead);  // raises with the name of the file
+        compressor.AddFile(source);
+    } catch (const EVarnCompress& failure) {
+        throw Exception(Format(u"%s: %s", {FromUtf8(ToNativePath(source)), failure.GetMessage()}));
     }
 }
 
@@ -87,6 +127,8 @@ std::uint8_t ReadLevel(const std::string& text) {
 
 void RunPack(const TPackOptions& options) {
     const std::uint8_t level = ReadLevel(options.Level);
+    if (options.Archive == "-")
+        throw CLI::ValidationError("archive", "an archive cannot be written to standard output");
     const String archive = FromUtf8(options.Archive);
     const std::vector<String> sources = FindSources(options, archive);
     CheckOutputs(sources, {&archive, 1});
@@ -96,18 +138,17 @@ void RunPack(const TPackOptions& options) {
     String base = ExcludeTrailingPathDelimiter(compressor.GetBaseDirectory());
     compressor.SetBaseDirectory(base + u'\\');
     compressor.SetCompressionLevel(level);
-    for (const String& source : sources) {
-        const TFileStream readable(source, fmOpenRead);  // raises with the name of the file
-        compressor.AddFile(source);
-    }
+    for (const String& source : sources) AddFile(compressor, source);
     CheckNames(compressor);
     TProgress progress;
     compressor.SetOnProgress([&](std::int32_t file, std::int32_t total) { progress.Show(file, total); });
-    const bool isNew = !FileExists(archive);
     try {
         compressor.SaveToFile(archive);
+    } catch (const EVarnCompress& failure) {
+        if (compressor.GetHasLeftPart()) DeleteFile(archive);
+        throw Exception(Format(u"%s: %s", {archive, failure.GetMessage()}));
     } catch (const Exception&) {
-        if (isNew && FileExists(archive)) DeleteFile(archive);  // the files before the failure
+        if (compressor.GetHasLeftPart()) DeleteFile(archive);
         throw;
     }
 }

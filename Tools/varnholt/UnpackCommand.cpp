@@ -27,8 +27,9 @@ struct TUnpackOptions {
 class TReasons final : public IDebugOutput {
 public:
     void Write(StringView text) override {
-        constexpr StringView kMark = u"Error=";
-        const std::size_t at = text.find(kMark);
+        constexpr StringView kMark = u", Error=";
+        const std::size_t size = text.rfind(u", Entry.OSize=");  // a name may hold the mark, too
+        const std::size_t at = size == StringView::npos ? size : text.find(kMark, size);
         FReason = text.substr(at == StringView::npos ? 0 : at + kMark.size());
     }
     [[nodiscard]] String Take() {

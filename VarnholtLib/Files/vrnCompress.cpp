@@ -68,16 +68,27 @@ void TVarnCompressor::AddFile(StringView fileName, StringView newFileName) {
     if (!FileExists(fileName)) return;
     if (FRestrictToBase && !fileName.starts_with(FBaseDirectory)) DoError(ceNotInsideBaseDirectory, true);
     FFiles.push_back({String(fileName), String(newFileName)});
+    if (FIsIndexed) FIndex.try_emplace(LowerCase(fileName), GetFileCount() - 1);
 }
 
 TFileToCompress& TVarnCompressor::GetFileName(std::int32_t index) {
+    FIsIndexed = false;
     return FFiles[ListIndex(index, FFiles.size())];
 }
 
+String TVarnCompressor::GetStoredName(std::int32_t index) const {
+    return StoredName(FFiles[ListIndex(index, FFiles.size())]);
+}
+
 std::int32_t TVarnCompressor::IndexOf(StringView fileName) const {
-    const auto found = std::ranges::find_if(
-        FFiles, [&](const TFileToCompress& file) { return SameText(file.FileName, fileName); });
-    return found == FFiles.end() ? -1 : static_cast<std::int32_t>(found - FFiles.begin());
+    if (!FIsIndexed) {
+        FIndex.clear();
+        for (std::int32_t i = 0; const TFileToCompress& file : FFiles)
+            FIndex.try_emplace(LowerCase(file.FileName), i++);
+        FIsIndexed = true;
+    }
+    const auto found = FIndex.find(LowerCase(fileName));
+    return found == FIndex.end() ? -1 : found->second;
 }
 
 std::int32_t TVarnCompressor::IndexOfJustFileName(StringView fileName) const {
@@ -115,12 +126,14 @@ public:
         FArchive.Commit();
     }
 
-    /// Leaves the entries before a failure.
-    void KeepPart() noexcept {
+    /// Leaves the entries before a failure. False if that fails, too.
+    bool KeepPart() noexcept {
         try {
             FArchive.SetSize(FEnd);
             Commit();
+            return true;
         } catch (const std::exception&) {  // the failure before this one is raised
+            return false;
         }
     }
 
@@ -132,8 +145,9 @@ private:
 };
 
 String TVarnCompressor::StoredName(const TFileToCompress& file) const {
-    if (FKeepSubfolders) return file.NewFileName;
-    return file.NewFileName.substr(file.NewFileName.rfind(u'\\') + 1);
+    String name = file.NewFileName;
+    std::ranges::replace(name, u'/', u'\\');
+    return FKeepSubfolders ? name : name.substr(name.rfind(u'\\') + 1);
 }
 
 void TVarnCompressor::WriteFiles(TWriter& writer) {
@@ -149,7 +163,7 @@ void TVarnCompressor::WriteFiles(TWriter& writer) {
 
 void TVarnCompressor::SaveToFile(StringView fileName) {
     CheckCompressionLevel(GetCompressionLevel());
-    const bool isNew = !FileExists(fileName);
+    FHasLeftPart = false;
     std::unique_ptr<TDraftFileStream> archive;
     try {
         archive = std::make_unique<TDraftFileStream>(fileName);
@@ -160,7 +174,8 @@ void TVarnCompressor::SaveToFile(StringView fileName) {
     try {
         WriteFiles(writer);
     } catch (...) {
-        if (isNew) writer.KeepPart();
+        // An archive that is there by now, from before or from another program, is better than a part.
+        FHasLeftPart = !FileExists(fileName) && writer.KeepPart();
         throw;
     }
     writer.Commit();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <unordered_map>
@@ -139,6 +140,8 @@ public:
         return static_cast<std::int32_t>(FFiles.size());
     }
     [[nodiscard]] TFileToCompress& GetFileName(std::int32_t index);
+    /// The name of a file in the archive, with backslashes, before it is cut to 200 characters.
+    [[nodiscard]] String GetStoredName(std::int32_t index) const;
     /// The first position of a path, or of a file name in any folder, without regard to the case of ASCII letters; -1 if
     /// there is none.
     [[nodiscard]] std::int32_t IndexOf(StringView fileName) const;
@@ -150,9 +153,11 @@ public:
     ///
     /// Raises EVarnCompress ceUnableToCreateArchive, EArgumentException for a level above 3, Exception for a name that the code
     /// page cannot hold (`The name "%s" cannot be stored in the code page %s`) and for a file that is too large
-    /// (`%s: The file has more than 2147483647 bytes`), and what reading and writing raise. If there was no archive of that
+    /// (`%s: The file has more than 2147483647 bytes`), and what reading and writing raise. If there is no archive of that
     /// name, one with the entries before the failure is left.
     void SaveToFile(StringView fileName);
+    /// Whether the last SaveToFile failed and left such a part.
+    [[nodiscard]] bool GetHasLeftPart() const noexcept { return FHasLeftPart; }
 
 private:
     class TWriter;
@@ -161,6 +166,10 @@ private:
     [[nodiscard]] String StoredName(const TFileToCompress& file) const;
 
     std::vector<TFileToCompress> FFiles;
+    mutable std::unordered_map<String, std::int32_t>
+        FIndex;                       // the first position of each path, in lower case
+    mutable bool FIsIndexed = false;  // not after a caller may have changed paths
+    bool FHasLeftPart = false;
     String FBaseDirectory;
     bool FKeepSubfolders = false;
     bool FRestrictToBase = false;
@@ -175,6 +184,10 @@ class TVarnDecompressor;
 using TOverwriteEvent =
     std::function<void(TVarnDecompressor& sender, const String& fileName, const TFileEntry& fileEntry,
                        bool& allowOverwrite, bool& cancelExtract)>;
+
+/// Whether a stored name is that of a file below the folder to which it is extracted: no step of it is empty, `.`, `..` or a reserved
+/// device name, or has a colon or a control character.
+[[nodiscard]] VARNHOLT_EXPORT bool IsExtractableName(StringView storedName);
 
 /// Reads an archive, which may come from a stranger. Memory is bounded by the size of the archive. Names are looked up without
 /// regard to case.

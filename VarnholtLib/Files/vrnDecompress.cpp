@@ -51,9 +51,9 @@ bool IsSafeStep(StringView step) {
 
 /// Why a name is not extracted below a folder; empty if it may be.
 StringView RefusalOf(StringView directory, StringView name) {
+    if (!IsExtractableName(name)) return u"The stored name is not one of a file below the folder";
     fs::path path = ToNativePath(directory);
     for (const StringView step : StepsOf(name)) {
-        if (!IsSafeStep(step)) return u"The stored name is not one of a file below the folder";
         path /= ToUtf8(step);
         std::error_code ignored;
         if (fs::is_symlink(fs::symlink_status(path, ignored)))
@@ -100,6 +100,10 @@ private:
 };
 
 }  // namespace
+
+bool IsExtractableName(StringView storedName) {
+    return std::ranges::all_of(StepsOf(storedName), IsSafeStep);
+}
 
 // --- Opening ---
 

@@ -8,6 +8,7 @@
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Random.h"
+#include "VarnholtLib/Foundation/vrnPathText.h"
 
 namespace Varnholt {
 namespace {
@@ -47,8 +48,9 @@ String TemporaryFolder(StringView subFolder) {
     std::error_code error;
     const fs::path root = fs::temp_directory_path(error);
     if (error) throw EInOutError(u"Cannot find the temporary folder: " + FromUtf8(error.message()));
-    String folder = ExcludeTrailingPathDelimiter(FromNativePath(root.string())) + u"\\";
-    if (!subFolder.empty()) folder += String(subFolder) + u"\\";
+    String folder = PathBelow(FromNativePath(root.string()), {});
+    while (subFolder.starts_with(u'\\') || subFolder.starts_with(u'/')) subFolder.remove_prefix(1);
+    if (!subFolder.empty()) folder = PathBelow(PathBelow(folder, subFolder), {});
     const String path = ExcludeTrailingPathDelimiter(folder);
     if (!DirectoryExists(path)) ForceDirectories(path);
     return folder;
@@ -88,8 +90,10 @@ bool DelFiles(StringView mask) {
         if (pattern != "*.*" && !Matches(entry->path().filename().string(), pattern)) continue;
         isFound = true;
         std::error_code unused;
-        if (entry->symlink_status(unused).type() != fs::file_type::directory)
-            fs::remove(entry->path(), unused);
+        const fs::file_status status = entry->symlink_status(unused);
+        const bool isReadOnly = status.type() == fs::file_type::regular &&
+                                (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+        if (status.type() != fs::file_type::directory && !isReadOnly) fs::remove(entry->path(), unused);
     }
     return isFound;
 }

@@ -69,10 +69,10 @@ bool TPathElements::PathContainsFile(std::int32_t index, StringView fileName) co
 
 bool TPathElements::PathContainsFile(std::int32_t index, StringView fileName, bool incFileName,
                                      String& resultPath) const {
-    resultPath.clear();
     const String folder = ToStringUpToIndex(index);
-    const String path = folder + u'\\' + String(fileName);
-    if (!DirectoryExists(folder + u'\\') || !FileExists(path)) return false;
+    const String path = folder + u'\\' + String(fileName);  // before the result, which may hold the name
+    resultPath.clear();
+    if (index < 0 || !DirectoryExists(folder + u'\\') || !FileExists(path)) return false;
     resultPath = incFileName ? path : folder;
     return true;
 }

@@ -1,5 +1,6 @@
 #include "VarnholtLib/Files/vrnTextFileParser.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Platform/Runtime/Files.h"
@@ -16,8 +17,9 @@ TTextFileParser::TTextFileParser(StringView filename, Char parseChar, const TEnc
     if (const auto log = EnabledDefaultLog())
         log->Method(u"TTextFileParser.Create", {String(filename), String(1, parseChar)});
     TStreamReader reader(filename, encoding);
-    // No encoding has more characters than bytes. The size of a device is not known.
-    FText.reserve(static_cast<std::size_t>(std::max<std::int64_t>(reader.GetStream().GetSize(), 0)));
+    // No encoding has more characters than bytes. The size of a device is not known, and a sparse file has less than it says.
+    constexpr std::int64_t kMost = std::int64_t{1} << 28;
+    FText.reserve(static_cast<std::size_t>(std::clamp<std::int64_t>(reader.GetStream().GetSize(), 0, kMost)));
     for (String line; reader.ReadLine(line);) {
         FText += line;
         FLineEnds.push_back(FText.size());

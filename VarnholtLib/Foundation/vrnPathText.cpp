@@ -56,7 +56,8 @@ String PathBelow(StringView folder, StringView name) {
     String path(folder), rest(name);
     const bool isNative = path.starts_with(u'/');
     const Char separator = isNative ? u'/' : u'\\';
-    if (!path.empty() && path.back() != u'\\' && path.back() != u'/') path += separator;
+    const bool isEnded = path.ends_with(u'/') || (!isNative && path.ends_with(u'\\'));
+    if (!path.empty() && !isEnded) path += separator;
     if (isNative) std::ranges::replace(rest, u'\\', u'/');
     return path + rest;
 }

@@ -1,10 +1,18 @@
 #include "VarnholtLib/Services/vrnIndyHttpRequest.h"
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdlib>
+#include <list>
+#include <mutex>
 #include <system_error>
 #include <thread>
 #include <utility>
 
 #include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Immortal.h"
 #include "Platform/Runtime/MainThread.h"
 #include "Platform/Runtime/Text.h"
 #include "Platform/System/Platform.h"
@@ -35,26 +43,111 @@ std::unique_ptr<TIdSSLIOHandlerSocketOpenSSL> NewHttpTlsHandler() {
     return handler;
 }
 
-void RunHttpThread(std::function<void()> work) {
-    const auto run = [work = std::move(work)] {
-        try {
-            work();
-        } catch (const Exception& failure) {
-            LogFailure(failure.GetMessage());
-        } catch (const std::exception& failure) {
-            LogFailure(FromUtf8(failure.what()));
-        } catch (...) {
-            LogFailure(u"unknown exception");
-        }
+// --- Threads in the background ---
+
+namespace {
+
+enum class TState { Running, Waiting, Done };
+
+struct TBackgroundThread {
+    std::thread Thread;
+    std::atomic<TState> State = TState::Running;
+};
+
+struct TBackground {
+    std::mutex Mutex;
+    std::condition_variable Changed;
+    std::list<TBackgroundThread> Threads;
+};
+
+TBackground& Background() {
+    static TImmortal<TBackground> background;
+    return *background;
+}
+
+thread_local TBackgroundThread* thisThread = nullptr;
+
+void SetState(TState state) {
+    TBackground& background = Background();
+    {
+        const std::lock_guard lock(background.Mutex);
+        thisThread->State = state;
+    }
+    background.Changed.notify_all();
+}
+
+/// Waits, at the end of the program, for all threads that use what is destroyed after this: until they have ended, or
+/// wait for a main thread that serves no more steps.
+void EndThreads() {
+    EndHttpExchanges();
+    TBackground& background = Background();
+    std::unique_lock lock(background.Mutex);
+    const auto isIdle = [](const TBackgroundThread& thread) {
+        return &thread == thisThread || thread.State != TState::Running;
     };
-    static const char inside = 0;
-    KeepLibraryLoaded(&inside);
+    background.Changed.wait_for(lock, std::chrono::seconds(10),
+                                [&] { return std::ranges::all_of(background.Threads, isIdle); });
+    for (TBackgroundThread& thread : background.Threads)
+        if (thread.State == TState::Done && thread.Thread.joinable()) thread.Thread.join();
+}
+
+void PrepareThreads() {
+    static const bool isPrepared = [] {
+        const TIdHTTP client;  // initialises what must be destroyed after EndThreads
+        static const char inside = 0;
+        KeepLibraryLoaded(&inside);
+        return std::atexit(EndThreads) == 0;
+    }();
+    if (!isPrepared) throw Exception(u"Cannot start a thread");
+}
+
+void RunAndReport(const std::function<void()>& work) noexcept {
     try {
-        std::thread(run).detach();
+        work();
+    } catch (const Exception& failure) {
+        LogFailure(failure.GetMessage());
+    } catch (...) {
+        LogFailure(u"an exception of another family");
+    }
+}
+
+}  // namespace
+
+void RunHttpThread(std::function<void()> work) {
+    PrepareThreads();
+    TBackground& background = Background();
+    const std::lock_guard lock(background.Mutex);
+    background.Threads.remove_if([](TBackgroundThread& thread) {
+        if (thread.State != TState::Done) return false;
+        thread.Thread.join();
+        return true;
+    });
+    TBackgroundThread& thread = background.Threads.emplace_back();
+    try {
+        thread.Thread = std::thread([&thread, work = std::move(work)]() mutable {
+            thisThread = &thread;
+            RunAndReport(work);
+            work = nullptr;  // with what it holds, as long as this thread is waited for
+            SetState(TState::Done);
+        });
     } catch (const std::system_error&) {
+        background.Threads.pop_back();
         throw Exception(u"Cannot start a thread");
     }
 }
+
+void SynchronizeHttpThread(const std::function<void()>& step) {
+    SetState(TState::Waiting);
+    try {
+        Synchronize(step);
+    } catch (...) {
+        SetState(TState::Running);
+        throw;
+    }
+    SetState(TState::Running);
+}
+
+// --- The request ---
 
 TIndyHttpRequest::TIndyHttpRequest() {
     FIdHTTP.SetUserAgent(kHttpUserAgent);
@@ -89,7 +182,7 @@ void TIndyHttpRequest::SendAsync(THttpRequestAsyncCompleteProcedure onComplete) 
             // The callback is told by the flag.
         }
         const std::shared_ptr<IHttpResponse> response = request->GetResponse();
-        Synchronize([&] {
+        SynchronizeHttpThread([&] {
             if (onComplete) onComplete(isDone, response);
         });
     });

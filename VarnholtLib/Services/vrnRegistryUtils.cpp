@@ -54,7 +54,8 @@ void TRegistryUtils::WriteChildKeyString(const TRegistry& registry, StringView k
 }
 
 void TRegistryUtils::DeleteKey(TRootKey rootKey, StringView parentKey, StringView key, bool recursive) {
-    const String path = Joined(parentKey, key);
+    const String path =
+        Joined(parentKey, key);  // too long to be opened, if a damaged store has keys in a circle
     if (recursive)
         for (const String& child : GetChildKeyNames(rootKey, path)) DeleteKey(rootKey, path, child, true);
     OpenKey(rootKey, parentKey, okmReadWrite)->DeleteKey(key);

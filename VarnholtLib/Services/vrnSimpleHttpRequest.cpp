@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "Platform/Runtime/Format.h"
-#include "Platform/Runtime/MainThread.h"
 #include "VarnholtLib/Services/vrnIndyHttpRequest.h"
 #include "VarnholtLib/Services/vrnProxy.h"
 
@@ -112,11 +111,11 @@ void HttpRequest(StringView method, StringView url, std::optional<THttpRequestPa
     CheckMethod(method);
     RunHttpThread([=, method = String(method), url = String(url)] {
         const auto report = [&](const String& message) {
-            if (onError) Synchronize([&] { onError(message); });
+            if (onError) SynchronizeHttpThread([&] { onError(message); });
         };
         try {
             const std::vector<std::uint8_t> data = HttpRequestSync(method, url, params, onProgress);
-            if (onSuccess) Synchronize([&] { onSuccess(data); });
+            if (onSuccess) SynchronizeHttpThread([&] { onSuccess(data); });
         } catch (const Exception& failure) {
             report(failure.GetMessage());
         } catch (const std::exception& failure) {

@@ -1,6 +1,7 @@
 #include "Platform/Http/IdHTTP.h"
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -164,7 +165,8 @@ TEST_F(IdHTTP, ProgramsEndWhileRequestsRun) {
                         static_cast<void>(own.Get(Servers.Https(TServers::Good, u"/hello")));
                     }
                 } catch (const EIdException&) {
-                    // the program ends
+                    for (;;)
+                        pause();  // the program ends; a thread that ends by itself at that time is not ours
                 }
             }).detach();
         while (begun < 40) std::this_thread::yield();
