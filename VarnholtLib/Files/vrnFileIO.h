@@ -13,7 +13,7 @@ namespace Varnholt {
 
 /// Deletes the files whose names match the mask in the last part of a path. A star stands for any characters, a question
 /// mark for one; a star, a full stop and a star match every name, also one without a full stop. Names compare exactly;
-/// folders match but stay. False if nothing matches; what cannot be deleted stays, silently. Raises EInOutError for a
+/// folders and files that their owner cannot write match but stay. False if nothing matches; what cannot be deleted stays, silently. Raises EInOutError for a
 /// path without a native form.
 VARNHOLT_EXPORT bool DelFiles(StringView mask);
 
