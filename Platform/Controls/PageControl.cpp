@@ -52,8 +52,11 @@ void TPageControl::SetActivePage(TTabSheet* page) {
         throw EInvalidOperation(Format(u"Control \"%s\" has no child \"%s\"", {GetName(), page->GetName()}));
     FActivePage = page;
     if (page != nullptr) FActiveIndex = static_cast<std::int32_t>(found - pages.begin());
-    if (page != nullptr) page->SetVisible(true);  // first, so that the focus finds a place
-    for (TTabSheet* const other : pages) other->SetVisible(other == page);
+    if (page != nullptr) page->SetVisible(true);            // first, so that the focus finds a place
+    for (std::int32_t i = 0; i < GetControlCount(); ++i) {  // an event of the focus may change the pages
+        auto* const other = dynamic_cast<TTabSheet*>(&GetControl(i));
+        if (other != nullptr) other->SetVisible(other == GetActivePage());
+    }
     Changed(caSelection);
 }
 
