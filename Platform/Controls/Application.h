@@ -17,8 +17,8 @@
 ///     Application().Post([&] { form.edName.TypeByUser(u"Bergen"); form.btOk.ClickByUser(); });
 ///     form.ShowModal();                                                   // a test plays the user
 ///
-/// Messages are the events of the back end, the steps of other threads (MainThread.h), the timers, and the steps that Post
-/// hands over.
+/// Messages are the events of the back end, the steps of other threads (MainThread.h), the timers, and the steps
+/// that Post hands over.
 ///
 /// Threads: main thread only, except Post.
 namespace Varnholt {
@@ -51,9 +51,9 @@ public:
 
     // --- Exceptions ---
 
-    /// Called in a handler, with the object whose event raised: gives the exception that is being handled to OnException, or
-    /// to ShowException if there is no such event. An exception that is not of the library's family is given as an
-    /// Exception with its text. What OnException raises itself is shown.
+    /// Called in a handler, with the object whose event raised: gives the exception that is being handled to
+    /// OnException, or to ShowException if there is no such event. An exception that is not of the library's family
+    /// is given as an Exception with its text. What OnException raises itself is shown.
     void HandleException(TObject* sender) noexcept;
     /// Shows the message of an exception in a box.
     void ShowException(const Exception& exception);

@@ -70,9 +70,9 @@ private:
     bool FChecked = false;
 };
 
-/// One of several choices: that one of the radio buttons of a parent that is checked last is the only one checked. OnClick is
-/// raised when the button becomes checked or unchecked by SetChecked, or checked by a person, but not when another
-/// button unchecks it.
+/// One of several choices: that one of the radio buttons of a parent that is checked last is the only one checked.
+/// OnClick is raised when the button becomes checked or unchecked by SetChecked, or checked by a person, but not
+/// when another button unchecks it.
 class VARNHOLT_EXPORT TRadioButton : public TButtonControl {
 public:
     TRadioButton();

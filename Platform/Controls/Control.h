@@ -58,9 +58,9 @@ public:
     void SetBounds(std::int32_t left, std::int32_t top, std::int32_t width, std::int32_t height);
     [[nodiscard]] TAlign GetAlign() const noexcept { return FAlign; }
     void SetAlign(TAlign align);
-    /// The edges of the parent that the control's edges follow when the parent's size changes; at first left and top. Without
-    /// left and right, or without top and bottom, the control stays as it is in that direction. Aligned controls
-    /// have no use for them.
+    /// The edges of the parent that the control's edges follow when the parent's size changes; at first left and
+    /// top. Without left and right, or without top and bottom, the control stays as it is in that direction.
+    /// Aligned controls have no use for them.
     [[nodiscard]] TAnchors GetAnchors() const noexcept { return FAnchors; }
     void SetAnchors(TAnchors anchors) noexcept { FAnchors = anchors; }
 
@@ -148,8 +148,8 @@ public:
 
     // --- Children ---
 
-    /// Takes the control as the last child and returns it. Raises EArgumentNilException `child` for null, and EInvalidOperation
-    /// `A form cannot be placed in a control` for a form.
+    /// Takes the control as the last child and returns it. Raises EArgumentNilException `child` for null, and
+    /// EInvalidOperation `A form cannot be placed in a control` for a form.
     template <std::derived_from<TControl> T>
     T& Insert(std::unique_ptr<T> child) {
         T* const inserted = child.get();
@@ -169,7 +169,8 @@ public:
     [[nodiscard]] std::int32_t GetControlCount() const noexcept;
     /// A child by its index from 0, in the order of insertion. EListError as a list.
     [[nodiscard]] TControl& GetControl(std::int32_t index) const;
-    /// The child of that name at any depth, the first in the order of a walk from parents to children; null if there is none.
+    /// The child of that name at any depth, the first in the order of a walk from parents to children; null if
+    /// there is none.
     [[nodiscard]] TControl* FindControl(StringView name) const noexcept;
 
     // --- Focus ---
@@ -180,9 +181,9 @@ public:
     [[nodiscard]] bool Focused() const noexcept;
     /// Whether the control can have the focus: it takes input, and IsUsable.
     [[nodiscard]] bool CanFocus() noexcept;
-    /// Moves the focus here: OnExit of the control that had it, then OnEnter. A handler of these may move it on; handlers that
-    /// never stop to do so are stopped after 100 moves. EInvalidOperation `Cannot focus control "%s", which
-    /// is disabled or invisible` if CanFocus is false.
+    /// Moves the focus here: OnExit of the control that had it, then OnEnter. A handler of these may move it on;
+    /// handlers that never stop to do so are stopped after 100 moves. EInvalidOperation `Cannot focus control "%s",
+    /// which is disabled or invisible` if CanFocus is false.
     void SetFocus();
     /// A person puts the focus here, as with the mouse or Tab.
     bool FocusByUser();
@@ -198,7 +199,8 @@ public:
 
     /// Reads the parts of the mask. False for a bar other than sbHorizontal and sbVertical.
     bool GetScrollInfo(std::uint32_t bar, TScrollInfo& info) const noexcept;
-    /// Sets the parts of the mask, and puts the position into the range. False for another bar, or a record of another size.
+    /// Sets the parts of the mask, and puts the position into the range. False for another bar, or a record of
+    /// another size.
     bool SetScrollInfo(std::uint32_t bar, const TScrollInfo& info, bool redraw);
     /// A person drags the box of a bar, without releasing it.
     bool TrackScrollByUser(TScrollBarKind bar, std::int32_t trackPosition);

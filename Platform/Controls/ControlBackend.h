@@ -54,8 +54,8 @@ public:
     virtual ~IControlBackend() = default;
     /// A peer for a control whose parent has one; null for a control that it cannot show.
     [[nodiscard]] virtual std::unique_ptr<IControlPeer> CreatePeer(TControl& control) = 0;
-    /// Handles one event of the toolkit, and waits for it at most so many milliseconds; without a limit if that is below 0.
-    /// Returns whether there was one.
+    /// Handles one event of the toolkit, and waits for it at most so many milliseconds; without a limit if that is
+    /// below 0. Returns whether there was one.
     virtual bool HandleMessage(std::int32_t maxWait) = 0;
     /// Shows a popup menu at its point, and calls its ChooseByUser or CloseByUser before it returns.
     virtual void ShowPopup(TPopupMenu& menu) = 0;

@@ -4,10 +4,11 @@
 
 /// A table of cells. Its first columns and rows may be fixed, as headings of the data.
 ///
-/// Columns and rows count from 0, fixed ones included, and the column comes first. Either count may be 0, and all columns or
-/// rows may be fixed: a grid of only headings has no data.
+/// Columns and rows count from 0, fixed ones included, and the column comes first. Either count may be 0, and all
+/// columns or rows may be fixed: a grid of only headings has no data.
 ///
-/// Threads: main thread only while the grid is in a form; otherwise one thread at a time, or any number that only read it.
+/// Threads: main thread only while the grid is in a form; otherwise one thread at a time, or any number that only
+/// read it.
 namespace Varnholt {
 
 class VARNHOLT_EXPORT TDrawGrid : public TWinControl {
@@ -24,8 +25,8 @@ public:
     [[nodiscard]] virtual std::int32_t GetFixedCols() const { return FFixedCols; }
     [[nodiscard]] virtual std::int32_t GetFixedRows() const { return FFixedRows; }
 
-    /// Changes a count. The fixed counts are reduced to the new count if they exceed it. A count below 0 raises ERangeError
-    /// "Grid count out of range (COUNT)".
+    /// Changes a count. The fixed counts are reduced to the new count if they exceed it. A count below 0 raises
+    /// ERangeError "Grid count out of range (COUNT)".
     void SetColCount(std::int32_t colCount);
     void SetRowCount(std::int32_t rowCount);
     /// Fixes that many leading columns or rows. A number below 0 or above the count raises ERangeError "Fixed

@@ -38,7 +38,8 @@ public:
     [[nodiscard]] const TNotifyEvent& GetOnChange() const noexcept { return FOnChange; }
     void SetOnChange(TNotifyEvent onChange) { FOnChange = std::move(onChange); }
 
-    /// A person types: the text replaces the selection, as far as the longest text allows. False if the field is read-only.
+    /// A person types: the text replaces the selection, as far as the longest text allows. False if the field is
+    /// read-only.
     bool TypeByUser(StringView text);
     /// A person selects.
     bool SelectByUser(std::int32_t start, std::int32_t length);

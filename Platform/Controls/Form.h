@@ -64,24 +64,25 @@ public:
     void Hide();
     /// The same as Show or Hide. A form is hidden at first.
     void SetVisible(bool visible) override;
-    /// Shows the form, handles messages until its modal result is set, hides it, and returns the result. What the events
-    /// raise meanwhile goes to Application().HandleException.
-    /// EInvalidOperation `Form "%s" is visible already`; and, after hiding it, `Form "%s" waits for an answer, but nothing can
-    /// give one` if there is neither a back end nor a posted step nor a running timer.
+    /// Shows the form, handles messages until its modal result is set, hides it, and returns the result. What the
+    /// events raise meanwhile goes to Application().HandleException. EInvalidOperation `Form "%s" is visible
+    /// already`; and, after hiding it, `Form "%s" waits for an answer, but nothing can give one` if there is
+    /// neither a back end nor a posted step nor a running timer.
     TModalResult ShowModal();
     /// mrNone at first and while the form waits. Setting it ends ShowModal, after OnCloseQuery has agreed.
     [[nodiscard]] TModalResult GetModalResult() const noexcept { return FModalResult; }
     void SetModalResult(TModalResult result);
     [[nodiscard]] bool IsModal() const noexcept { return FIsModal; }
-    /// Asks OnCloseQuery, then OnClose what to do: caHide, or caFree inside a main form. A modal form gets mrCancel instead.
+    /// Asks OnCloseQuery, then OnClose what to do: caHide, or caFree inside a main form. A modal form gets mrCancel
+    /// instead.
     void Close();
     /// A person closes the window. False if the form has no system menu.
     bool CloseByUser();
     /// Puts the form above the others and makes it the active one.
     void BringToFront();
 
-    /// A person presses a key: Enter clicks the default button (the focused button comes first), Escape the cancel button,
-    /// Tab moves the focus. False if that did nothing.
+    /// A person presses a key: Enter clicks the default button (the focused button comes first), Escape the cancel
+    /// button, Tab moves the focus. False if that did nothing.
     bool KeyByUser(std::int32_t virtualKey, bool isShiftDown = false);
 
     /// The control of this form that has the focus, or will have it when the form becomes active; null if none.

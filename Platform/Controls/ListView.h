@@ -12,7 +12,8 @@
 ///     TListItem& bergen = stations.AddItem(u"Bergen");
 ///     bergen.AddSubItem(u"12");
 ///
-/// Indices count from 0. One outside the list raises EListError as a list. A reference to an item is valid until the item is deleted.
+/// Indices count from 0. One outside the list raises EListError as a list. A reference to an item is valid until
+/// the item is deleted.
 ///
 /// Threads: main thread only.
 namespace Varnholt {
@@ -112,8 +113,8 @@ public:
     /// Whether the selection is invisible without the focus; true at first.
     [[nodiscard]] bool GetHideSelection() const noexcept { return FHideSelection; }
     void SetHideSelection(bool hideSelection);
-    /// The bounds of a cell in the control. Without a back end rows are 17 pixels high, below a header of 24, and the columns
-    /// have their widths. Column 0 is the caption; an empty rectangle for a column that does not exist.
+    /// The bounds of a cell in the control. Without a back end rows are 17 pixels high, below a header of 24, and
+    /// the columns have their widths. Column 0 is the caption; an empty rectangle for a column that does not exist.
     [[nodiscard]] TRect GetCellRect(std::int32_t row, std::int32_t column);
 
 private:

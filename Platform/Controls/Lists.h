@@ -36,8 +36,8 @@ public:
 
     [[nodiscard]] std::int32_t GetCount() const noexcept { return static_cast<std::int32_t>(FItems.size()); }
     [[nodiscard]] const String& operator[](std::int32_t index) const;
-    /// The first item that equals the text; if none does, the first that differs only in the case of ASCII letters; -1 if there is
-    /// none.
+    /// The first item that equals the text; if none does, the first that differs only in the case of ASCII letters;
+    /// -1 if there is none.
     [[nodiscard]] std::int32_t IndexOf(StringView text) const;
     [[nodiscard]] const_iterator begin() const noexcept { return FItems.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return FItems.end(); }
@@ -58,7 +58,8 @@ public:
     /// Raises no event. An index outside the items selects none.
     [[nodiscard]] std::int32_t GetItemIndex() const noexcept { return FItemIndex; }
     void SetItemIndex(std::int32_t index);
-    /// The text of the field: that of the item, or what was typed. Setting it selects the item of that text, if there is one.
+    /// The text of the field: that of the item, or what was typed. Setting it selects the item of that text, if
+    /// there is one.
     [[nodiscard]] const String& GetText() const noexcept { return FText; }
     void SetText(StringView text);
     /// Raised when a person chooses an item or types, not by the setters.
@@ -87,8 +88,8 @@ public:
 
     [[nodiscard]] TControlItems& GetItems() noexcept { return FItems; }
     [[nodiscard]] const TControlItems& GetItems() const noexcept { return FItems; }
-    /// The item with the focus. Setting it selects the item, alone if only one may be selected. An index outside the items
-    /// selects none.
+    /// The item with the focus. Setting it selects the item, alone if only one may be selected. An index outside
+    /// the items selects none.
     [[nodiscard]] std::int32_t GetItemIndex() const noexcept { return FItemIndex; }
     void SetItemIndex(std::int32_t index);
     /// Whether several items may be selected; false at first.

@@ -14,8 +14,8 @@
 ///     copy.SetOnClick([&](TObject*) { Copy(); });
 ///     menu.Popup(point.X, point.Y);
 ///
-/// A menu owns its items, and an item those below it. Indices count from 0; one outside the list raises EListError as a list. A
-/// caption of one hyphen makes a separator.
+/// A menu owns its items, and an item those below it. Indices count from 0; one outside the list raises EListError
+/// as a list. A caption of one hyphen makes a separator.
 ///
 /// Threads: main thread only.
 namespace Varnholt {
@@ -69,14 +69,14 @@ public:
     [[nodiscard]] const TNotifyEvent& GetOnPopup() const noexcept { return FOnPopup; }
     void SetOnPopup(TNotifyEvent onPopup) { FOnPopup = std::move(onPopup); }
 
-    /// Shows the menu at a point of the screen. A back end returns when the user has chosen; without one, the menu stays open
-    /// for ChooseByUser.
+    /// Shows the menu at a point of the screen. A back end returns when the user has chosen; without one, the menu
+    /// stays open for ChooseByUser.
     void Popup(std::int32_t x, std::int32_t y);
     [[nodiscard]] bool IsOpen() const noexcept { return FIsOpen; }
     /// Where the menu was shown last.
     [[nodiscard]] TPoint GetPopupPoint() const noexcept { return FPopupPoint; }
-    /// A person chooses an item, which closes the menu and raises OnClick. False if the menu is closed, or the item is not in it, has
-    /// items of its own, or it or one above it is disabled or hidden.
+    /// A person chooses an item, which closes the menu and raises OnClick. False if the menu is closed, or the item
+    /// is not in it, has items of its own, or it or one above it is disabled or hidden.
     bool ChooseByUser(TMenuItem& item);
     /// A person leaves the menu.
     void CloseByUser() noexcept { FIsOpen = false; }

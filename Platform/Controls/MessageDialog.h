@@ -21,9 +21,10 @@ enum TMsgDlgBtn : std::uint8_t { mbYes, mbNo, mbOK, mbCancel, mbAbort, mbRetry, 
 
 using TMsgDlgButtons = TEnumSet<TMsgDlgBtn>;
 
-/// Shows a message and returns the answer of the button. The buttons are in the order of TMsgDlgBtn; without any there is an
-/// OK button. The title is "Warning", "Error", "Information", "Confirm" or empty. `helpContext` is the number of the help
-/// page of the dialog, 0 for none. Passes on what the service raises; the one without a desktop raises only std::bad_alloc.
+/// Shows a message and returns the answer of the button. The buttons are in the order of TMsgDlgBtn; without any
+/// there is an OK button. The title is "Warning", "Error", "Information", "Confirm" or empty. `helpContext` is the
+/// number of the help page of the dialog, 0 for none. Passes on what the service raises; the one without a desktop
+/// raises only std::bad_alloc.
 VARNHOLT_EXPORT TModalResult MessageDlg(StringView text, TMsgDlgType dialogType, TMsgDlgButtons buttons,
                                         std::int32_t helpContext);
 

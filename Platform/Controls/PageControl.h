@@ -9,8 +9,8 @@
 ///     station.SetCaption(u"Station");
 ///     station.Add<TEdit>(u"edName");
 ///
-/// The pages are the children of the page control that are tab sheets, in order; indices count from 0. The first page becomes
-/// the active one.
+/// The pages are the children of the page control that are tab sheets, in order; indices count from 0. The first
+/// page becomes the active one.
 ///
 /// Threads: main thread only.
 namespace Varnholt {

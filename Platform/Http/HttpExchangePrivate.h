@@ -13,8 +13,9 @@
 
 namespace Varnholt {
 
-/// A stretch in which a thread uses libcurl. Below libcurl, the TLS library destroys what it shares at the end of the process,
-/// while threads may still run; so at that time exchanges are stopped and waited for, and no further use begins.
+/// A stretch in which a thread uses libcurl. Below libcurl, the TLS library destroys what it shares at the end of
+/// the process, while threads may still run; so at that time exchanges are stopped and waited for, and no further
+/// use begins.
 class TCurlUse {
 public:
     /// Initialises libcurl for the process. `multi` drives an exchange; null if there is none.

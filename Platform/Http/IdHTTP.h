@@ -17,19 +17,19 @@
 ///
 /// One client carries one exchange at a time. Its connections are kept for the next one.
 ///
-/// Addresses begin with "http://" or "https://", in any case, and may hold a user name and password, which are sent to that
-/// host only and appear in no message. Redirects are followed, at most 15 of them, and only to http and https; a POST that
-/// is redirected by status 301, 302 or 303 becomes a GET.
+/// Addresses begin with "http://" or "https://", in any case, and may hold a user name and password, which are sent
+/// to that host only and appear in no message. Redirects are followed, at most 15 of them, and only to http and
+/// https; a POST that is redirected by status 301, 302 or 303 becomes a GET.
 ///
-/// TLS: certificates and host names are always verified, against the system's store or the file that $SSL_CERT_FILE names. No
-/// other variable of the environment is read, none that names a proxy either. Encryption older than TLS 1.0, or than what the
-/// policy of the system demands, is refused.
+/// TLS: certificates and host names are always verified, against the system's store or the file that $SSL_CERT_FILE
+/// names. No other variable of the environment is read, none that names a proxy either. Encryption older than TLS
+/// 1.0, or than what the policy of the system demands, is refused.
 ///
 /// Limits: connecting takes at most 30 s; a header 256 KiB; a body 1 GiB, counted as it arrives and after it is
 /// decompressed. Bodies compressed by gzip are decompressed.
 ///
-/// Text: a body is decoded by the charset that its content type names, otherwise by its byte order mark, otherwise as UTF-8 if it
-/// is valid, otherwise as ISO-8859-1.
+/// Text: a body is decoded by the charset that its content type names, otherwise by its byte order mark, otherwise
+/// as UTF-8 if it is valid, otherwise as ISO-8859-1.
 ///
 /// What a failed exchange raises:
 /// - EIdHTTPProtocolException for a status of 400 or more; nothing is written to a stream for the response
@@ -108,7 +108,8 @@ private:
 
 // --- The proxy ---
 
-/// The log-in at a proxy. It holds the credentials of the first exchange that used them, which stay in use until it is freed.
+/// The log-in at a proxy. It holds the credentials of the first exchange that used them, which stay in use until it
+/// is freed.
 class VARNHOLT_EXPORT TIdAuthentication {
 public:
     TIdAuthentication(StringView userName, StringView password) : UserName(userName), Password(password) {}
@@ -134,8 +135,8 @@ VARNHOLT_EXPORT void EndHttpExchanges() noexcept;
 /// / @ ? # \ " < >.
 [[nodiscard]] VARNHOLT_EXPORT bool IsHostName(StringView text) noexcept;
 
-/// The address for messages: without user name and password. Of a text that is no proper address, everything up to the last
-/// "@" is left out, if a colon is before that.
+/// The address for messages: without user name and password. Of a text that is no proper address, everything up to
+/// the last "@" is left out, if a colon is before that.
 [[nodiscard]] VARNHOLT_EXPORT String AddressWithoutUser(StringView url);
 
 // --- The client ---
@@ -154,8 +155,8 @@ enum TWorkMode : std::uint8_t {
     wmWrite,  ///< sending a body
 };
 
-/// The client, the mode, and a number of bytes: at the beginning how many there will be, 0 if that is not known; then how many
-/// have been transferred. Raised on the thread of the exchange.
+/// The client, the mode, and a number of bytes: at the beginning how many there will be, 0 if that is not known;
+/// then how many have been transferred. Raised on the thread of the exchange.
 using TWorkEvent = TEvent<TObject*, TWorkMode, std::int64_t>;
 
 class VARNHOLT_EXPORT TIdHTTP : public TObject {
@@ -171,12 +172,12 @@ public:
     /// Characters that a header cannot hold, below U+0020, are left out. Empty sends no such header.
     [[nodiscard]] const String& GetUserAgent() const noexcept;
     void SetUserAgent(StringView userAgent);
-    /// The content type of the next bodies that are sent. Empty at first, and then none is named, except that a form is sent as
-    /// one.
+    /// The content type of the next bodies that are sent. Empty at first, and then none is named, except that a
+    /// form is sent as one.
     [[nodiscard]] const String& GetContentType() const noexcept;
     void SetContentType(StringView contentType);
-    /// The longest wait for data in milliseconds, 300000 at first; 0 or less for no limit. Data that keeps coming may take any
-    /// time.
+    /// The longest wait for data in milliseconds, 300000 at first; 0 or less for no limit. Data that keeps coming
+    /// may take any time.
     [[nodiscard]] std::int32_t GetReadTimeout() const noexcept;
     void SetReadTimeout(std::int32_t milliseconds) noexcept;
     /// For connecting, with TLS, in milliseconds; 30000 at first. 0 or less stands for that.
@@ -195,9 +196,9 @@ public:
 
     [[nodiscard]] String Get(StringView url);
     void Get(StringView url, TStream& response);
-    /// Sends entries of the form name=value as a form. Names and values are encoded as forms are: in UTF-8, with percent signs
-    /// for all but the ASCII letters and digits, "*", "-", "." and "_". The first "=" separates; an entry without one is a name
-    /// without a value.
+    /// Sends entries of the form name=value as a form. Names and values are encoded as forms are: in UTF-8, with
+    /// percent signs for all but the ASCII letters and digits, "*", "-", "." and "_". The first "=" separates; an
+    /// entry without one is a name without a value.
     [[nodiscard]] String Post(StringView url, std::span<const String> form);
     /// Sends the bytes from the position of the source to its end. A redirect may have to send them anew, and then
     /// the source must have positions.

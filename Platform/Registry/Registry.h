@@ -12,14 +12,15 @@
 ///     registry.SetRootKey(HKEY_CLASSES_ROOT);
 ///     if (registry.OpenKey(u"Station.File\\shell", true)) registry.WriteString(u"", u"open");
 ///
-/// Keys and values. A path is names with backslashes between them; one backslash at its beginning or end is ignored, and
-/// the empty path is the root itself. A path has at most 512 names. Names of keys and values compare without regard to case and keep the spelling
-/// of their creation. A value has a name or, as the default value, an empty one. An unpaired surrogate becomes U+FFFD.
+/// Keys and values. A path is names with backslashes between them; one backslash at its beginning or end is
+/// ignored, and the empty path is the root itself. A path has at most 512 names. Names of keys and values compare
+/// without regard to case and keep the spelling of their creation. A value has a name or, as the default value, an
+/// empty one. An unpaired surrogate becomes U+FFFD.
 ///
-/// Store. The file `Varnholt\Registry.sqlite` in the user's folder for local application data (kfLocalAppData), in the format of
-/// SQLite, created with mode 0600 by the first writing. As long as it is missing, the roots have no keys. Each
-/// operation is done whole or not at all, also if the process is killed; several processes may work on it
-/// at the same time, and one that finds it locked waits for up to 10 seconds.
+/// Store. The file `Varnholt\Registry.sqlite` in the user's folder for local application data (kfLocalAppData), in
+/// the format of SQLite, created with mode 0600 by the first writing. As long as it is missing, the roots have no
+/// keys. Each operation is done whole or not at all, also if the process is killed; several processes may work on
+/// it at the same time, and one that finds it locked waits for up to 10 seconds.
 ///
 /// ERegistryException (`%s: %s` with the path of the store and the reason) is raised if the store cannot be opened, is
 /// damaged or belongs to another program, which changes nothing, or stays locked; further

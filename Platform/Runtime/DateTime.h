@@ -9,9 +9,9 @@
 ///     const TDateTimeFields fields = DecodeDateTime(start);     // .Year is 2012, .Minute is 30
 ///
 /// A date-time is the number of days since 30 December 1899, 0:00, in the proleptic Gregorian calendar; the
-/// fraction is the time of day. Before that day the fraction still counts forwards from midnight: -1.25 is
-/// 29 December 1899, 6:00. So the day is the integer part, and a date before it with a time is `date - time`; JoinDateTime
-/// does it for all dates. Values of one day do not all compare in the order of time there.
+/// fraction is the time of day. Before that day the fraction still counts forwards from midnight: -1.25 is 29
+/// December 1899, 6:00. So the day is the integer part, and a date before it with a time is `date - time`;
+/// JoinDateTime does it for all dates. Values of one day do not all compare in the order of time there.
 ///
 /// Dates are from 1 January of the year 1 to 31 December 9999. A time is taken to the nearest millisecond.
 ///

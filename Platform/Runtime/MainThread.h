@@ -15,25 +15,26 @@
 /// unless SetMainThread says otherwise. A program with an event loop does not poll: it has SetWakeMainThread post an
 /// event to its loop, whose handler calls CheckSynchronize. TApplication does so for forms.
 ///
-/// At the end of a program: a thread that still waits when main() returns ends with the process, and what it uses here is never
-/// destroyed. A program that joins its threads before its end calls EndSynchronize first, so that they do not wait for
-/// a main thread that serves no more steps.
+/// At the end of a program: a thread that still waits when main() returns ends with the process, and what it uses
+/// here is never destroyed. A program that joins its threads before its end calls EndSynchronize first, so that
+/// they do not wait for a main thread that serves no more steps.
 ///
 /// Threads: every function may be called on any thread, unless it says otherwise.
 namespace Varnholt {
 
-/// Runs the step on the main thread, waits for it, and passes on what it raises. On the main thread the step runs at once.
-/// EInvalidOperation `The main thread serves no more steps` after EndSynchronize; the step has not run then.
+/// Runs the step on the main thread, waits for it, and passes on what it raises. On the main thread the step runs
+/// at once. EInvalidOperation `The main thread serves no more steps` after EndSynchronize; the step has not run
+/// then.
 VARNHOLT_EXPORT void Synchronize(const std::function<void()>& step);
 
 /// Hands over a step and does not wait, also on the main thread. What it raises is raised by CheckSynchronize. After
 /// EndSynchronize the step is dropped.
 VARNHOLT_EXPORT void Queue(std::function<void()> step);
 
-/// Runs the steps that have been handed over, and waits for the first at most so many milliseconds; without a limit if
-/// `timeout` is below 0. Steps that arrive meanwhile are left for the next call. Returns whether it ran one. A queued step that
-/// raises ends the call; the steps after it stay. Only on the main thread, otherwise EInvalidOperation `Steps run on the
-/// main thread only`. A step may call it in turn.
+/// Runs the steps that have been handed over, and waits for the first at most so many milliseconds; without a limit
+/// if `timeout` is below 0. Steps that arrive meanwhile are left for the next call. Returns whether it ran one. A
+/// queued step that raises ends the call; the steps after it stay. Only on the main thread, otherwise
+/// EInvalidOperation `Steps run on the main thread only`. A step may call it in turn.
 VARNHOLT_EXPORT bool CheckSynchronize(std::int32_t timeout = 0);
 
 /// The same for at most one step, for an event loop.

@@ -5,9 +5,9 @@
 
 #include "Platform/Runtime/Types.h"
 
-/// What a program asks of the desktop: message boxes, file and folder dialogs, clipboard, keyboard, screen. Platform() holds
-/// the services in use. Those without a desktop do what each interface says; a desktop back end, an application or a test
-/// puts others in their place:
+/// What a program asks of the desktop: message boxes, file and folder dialogs, clipboard, keyboard, screen.
+/// Platform() holds the services in use. Those without a desktop do what each interface says; a desktop back end,
+/// an application or a test puts others in their place:
 ///
 ///     TPlatformScope scope;
 ///     Platform().MessageBoxes = std::make_shared<TRecordingBoxes>();
@@ -75,7 +75,8 @@ struct TFolderDialogRequest {
 class IFileDialogs {
 public:
     virtual ~IFileDialogs() = default;
-    /// Lets the user choose. False if the user cancelled, and then the request is unchanged. Without a desktop always false.
+    /// Lets the user choose. False if the user cancelled, and then the request is unchanged. Without a desktop
+    /// always false.
     virtual bool ChooseFile(TFileDialogRequest& request) = 0;
     virtual bool ChooseFolder(TFolderDialogRequest& request) = 0;
 };

@@ -112,7 +112,8 @@ struct TPlatform {
     std::shared_ptr<IKeyboard> Keyboard;
 };
 
-/// Those of this process: at first the real ones, and the desktop's services without a desktop. The members may be replaced.
+/// Those of this process: at first the real ones, and the desktop's services without a desktop. The members may be
+/// replaced.
 [[nodiscard]] VARNHOLT_EXPORT TPlatform& Platform();
 
 /// Puts the facts that were in use at its construction back at its end.

@@ -16,8 +16,9 @@ namespace Varnholt {
 /// Every write appends: if a second process opens the same file, the content is lost once, and from then on the
 /// writes of both follow each other.
 ///
-/// A symbolic link in place of the file is not followed, and a pipe, a device or a file with a further hard link not used, so that whoever may
-/// create names in the folder can neither have another file of the user emptied nor make the program wait.
+/// A symbolic link in place of the file is not followed, and a pipe, a device or a file with a further hard link
+/// not used, so that whoever may create names in the folder can neither have another file of the user emptied nor
+/// make the program wait.
 class VARNHOLT_EXPORT TPrivateFileStream final : public TFileStream {
 public:
     /// Raises EFCreateError (`Cannot create file "%s": %s`) with the path as given; an existing file is then
@@ -25,10 +26,10 @@ public:
     explicit TPrivateFileStream(StringView path);
 };
 
-/// Makes sure, before a file with secrets is written, that only its owner can read and write it: creates an empty file of
-/// mode 0600 if there is none, and takes the rights of others from an existing one; of a link, the file that it names. A file
-/// that is replaced as a whole (DraftFile.h) keeps that mode. Does nothing to what is no regular file, or where the system refuses;
-/// the writing then reports what is wrong.
+/// Makes sure, before a file with secrets is written, that only its owner can read and write it: creates an empty
+/// file of mode 0600 if there is none, and takes the rights of others from an existing one; of a link, the file
+/// that it names. A file that is replaced as a whole (DraftFile.h) keeps that mode. Does nothing to what is no
+/// regular file, or where the system refuses; the writing then reports what is wrong.
 VARNHOLT_EXPORT void MakePrivateFile(StringView path);
 
 }  // namespace Varnholt

@@ -21,9 +21,9 @@ namespace Varnholt {
 /// - "runas": the same for programs, through pkexec, which asks for a password.
 /// - Any other operation fails.
 ///
-/// The parameters are split as a shell does: at blanks, tabs and line ends; single quotes protect all, double quotes all but
-/// `\"`, `\\`, and a backslash the next character. Nothing is expanded, and no command interpreter is involved. A
-/// quote that is not closed fails. Parameters of a document or address fail, too.
+/// The parameters are split as a shell does: at blanks, tabs and line ends; single quotes protect all, double
+/// quotes all but `\"`, `\\`, and a backslash the next character. Nothing is expanded, and no command interpreter
+/// is involved. A quote that is not closed fails. Parameters of a document or address fail, too.
 ///
 /// The program has no standard input and runs in a session of its own, so it outlives its caller.
 VARNHOLT_EXPORT bool ShellExecute(StringView operation, StringView file, StringView parameters);

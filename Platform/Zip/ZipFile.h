@@ -20,8 +20,8 @@ public:
 
 class VARNHOLT_EXPORT TZipFile {
 public:
-    /// Opens a file for reading. Raises EZipException (`%s: %s` with the path and the reason) for a file that cannot be opened
-    /// or is no zip file, and EInOutError for a path without a native form.
+    /// Opens a file for reading. Raises EZipException (`%s: %s` with the path and the reason) for a file that
+    /// cannot be opened or is no zip file, and EInOutError for a path without a native form.
     explicit TZipFile(StringView path);
     ~TZipFile();
     TZipFile(const TZipFile&) = delete;

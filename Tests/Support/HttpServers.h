@@ -8,8 +8,8 @@
 
 namespace Varnholt::Test {
 
-/// Servers on the loopback for the tests of a program, on ports of the moment. They are started at the first use, end with
-/// the program, and need nginx, openssl and tinyproxy; a std::runtime_error names what is missing.
+/// Servers on the loopback for the tests of a program, on ports of the moment. They are started at the first use,
+/// end with the program, and need nginx, openssl and tinyproxy; a std::runtime_error names what is missing.
 ///
 /// nginx serves the same pages over http and, with four certificates, over https:
 ///   /hello  "Gruß" in UTF-8    /latin  the same in ISO-8859-1    /missing  404 and "no such station"    /big  100 MB of zeros

@@ -15,9 +15,9 @@ namespace Varnholt::Tool {
 /// - A write to a closed pipe or beyond the file-size limit returns an error instead of ending the process.
 void PrepareProcess();
 
-/// A line from standard input without its end, for a secret. On a terminal the prompt is printed on standard error, and what is
-/// typed is invisible; a signal that ends the process makes it visible again. Raises Exception `No password was given` at the end of the
-/// input, and `The password is too long` beyond 1,000 bytes.
+/// A line from standard input without its end, for a secret. On a terminal the prompt is printed on standard error,
+/// and what is typed is invisible; a signal that ends the process makes it visible again. Raises Exception `No
+/// password was given` at the end of the input, and `The password is too long` beyond 1,000 bytes.
 [[nodiscard]] String ReadPassword(StringView prompt);
 
 /// Ends the process by SIGPIPE, as is usual for a filter whose output pipe is closed. Returns if that signal was ignored

@@ -6,8 +6,9 @@ namespace Varnholt::Tool {
 
 /// The files of a report: monthly.csv, yearly.csv and summary.csv in a folder.
 ///
-/// Raises Exception if the station's file or standard output is one of them, by whatever path, if two of them
-/// are the same file, or if one cannot be replaced as a whole (see TDraftFileStream::IsWrittenDirectly). To be called before the station is read.
+/// Raises Exception if the station's file or standard output is one of them, by whatever path, if two of them are
+/// the same file, or if one cannot be replaced as a whole (see TDraftFileStream::IsWrittenDirectly). To be called
+/// before the station is read.
 void CheckReportFiles(StringView folder, StringView stationPath);
 
 /// Writes the files: all three appear, or are replaced, or none is. A missing folder is created, and removed

@@ -11,7 +11,8 @@
 ///     onChange.Send(this);
 ///     onChange.Remove(redraw);
 ///
-/// Remove, IndexOf and Contains compare events by their identity, so keep a copy of an event to remove it. The list is an ordinary TInterfacedList.
+/// Remove, IndexOf and Contains compare events by their identity, so keep a copy of an event to remove it. The list
+/// is an ordinary TInterfacedList.
 ///
 /// Do not delete the list from one of its callbacks: Send uses it after the callback has returned.
 ///

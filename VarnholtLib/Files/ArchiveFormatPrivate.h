@@ -41,8 +41,8 @@ private:
 [[nodiscard]] std::optional<TFileEntry> DecodeEntry(std::span<const std::byte, kArchiveEntrySize> bytes,
                                                     const TNameDecoder& decodeName);
 
-/// The zlib stream of all that is left in the source, and how many bytes that was. Raises Exception with the file's name if
-/// either has more than 2,147,483,647 bytes.
+/// The zlib stream of all that is left in the source, and how many bytes that was. Raises Exception with the file's
+/// name if either has more than 2,147,483,647 bytes.
 struct TCompressed {
     std::vector<std::byte> Bytes;
     std::int32_t OriginalSize = 0;
@@ -51,7 +51,8 @@ struct TCompressed {
 /// Raises EArgumentException for a level above 3.
 void CheckCompressionLevel(std::uint8_t level);
 
-/// Writes what the zlib stream contains. Raises EZDecompressionError, at the latest once there are more than maxSize bytes.
+/// Writes what the zlib stream contains. Raises EZDecompressionError, at the latest once there are more than
+/// maxSize bytes.
 void Decompress(std::span<const std::byte> compressed, TStream& dest, std::int64_t maxSize);
 
 }  // namespace Varnholt

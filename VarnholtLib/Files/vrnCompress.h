@@ -20,11 +20,11 @@
 ///     TVarnDecompressor archive(u"C:\\backup\\data.vrn");
 ///     archive.ExtractAllTo(u"C:\\restored");                // C:\restored\2012\may.csv
 ///
-/// A stored name is relative, with backslashes, and in the default 8-bit code page (TEncoding::Default). A file has at most
-/// 2,147,483,647 bytes, before and after compression. One file at a time is in memory, in compressed form.
+/// A stored name is relative, with backslashes, and in the default 8-bit code page (TEncoding::Default). A file has
+/// at most 2,147,483,647 bytes, before and after compression. One file at a time is in memory, in compressed form.
 ///
-/// Errors. An error of the table TCompressorError sets LastError and calls OnError, which may let the process go on; otherwise
-/// EVarnCompress is raised. Indexes count from 0; a wrong one raises EListError.
+/// Errors. An error of the table TCompressorError sets LastError and calls OnError, which may let the process go
+/// on; otherwise EVarnCompress is raised. Indexes count from 0; a wrong one raises EListError.
 ///
 /// Uses zlib. Threads: an object serves one thread at a time; callbacks come on that thread.
 namespace Varnholt {
@@ -147,14 +147,14 @@ public:
     [[nodiscard]] std::int32_t IndexOf(StringView fileName) const;
     [[nodiscard]] std::int32_t IndexOfJustFileName(StringView fileName) const;
 
-    /// Writes the archive, which replaces an existing one as a whole or not at all. A file that does not exist any more is
-    /// skipped silently; one that cannot be opened is skipped if OnError lets the process go on after
+    /// Writes the archive, which replaces an existing one as a whole or not at all. A file that does not exist any
+    /// more is skipped silently; one that cannot be opened is skipped if OnError lets the process go on after
     /// ceCannotOpenInputFile. The archive has the entries that were written, and says so.
     ///
-    /// Raises EVarnCompress ceUnableToCreateArchive, EArgumentException for a level above 3, Exception for a name that the code
-    /// page cannot hold (`The name "%s" cannot be stored in the code page %s`) and for a file that is too large
-    /// (`%s: The file has more than 2147483647 bytes`), and what reading and writing raise. If there is no archive of that
-    /// name, one with the entries before the failure is left.
+    /// Raises EVarnCompress ceUnableToCreateArchive, EArgumentException for a level above 3, Exception for a name
+    /// that the code page cannot hold (`The name "%s" cannot be stored in the code page %s`) and for a file that is
+    /// too large (`%s: The file has more than 2147483647 bytes`), and what reading and writing raise. If there is
+    /// no archive of that name, one with the entries before the failure is left.
     void SaveToFile(StringView fileName);
     /// Whether the last SaveToFile failed and left such a part.
     [[nodiscard]] bool GetHasLeftPart() const noexcept { return FHasLeftPart; }
@@ -185,17 +185,18 @@ using TOverwriteEvent =
     std::function<void(TVarnDecompressor& sender, const String& fileName, const TFileEntry& fileEntry,
                        bool& allowOverwrite, bool& cancelExtract)>;
 
-/// Whether a stored name is that of a file below the folder to which it is extracted: no step of it is empty, `.`, `..` or a reserved
-/// device name, or has a colon or a control character.
+/// Whether a stored name is that of a file below the folder to which it is extracted: no step of it is empty, `.`,
+/// `..` or a reserved device name, or has a colon or a control character.
 [[nodiscard]] VARNHOLT_EXPORT bool IsExtractableName(StringView storedName);
 
-/// Reads an archive, which may come from a stranger. Memory is bounded by the size of the archive. Names are looked up without
-/// regard to case.
+/// Reads an archive, which may come from a stranger. Memory is bounded by the size of the archive. Names are looked
+/// up without regard to case.
 ///
-/// Into a folder, a name is extracted only if the file lands below the folder: a name that is empty, has an empty step, a step
-/// `.` or `..`, a colon, a control character, a reserved device name (`NUL`, `COM1.txt`), or that passes through
-/// a symbolic link is a failure. A single extraction that fails returns false, writes a line to the debug output
-/// (Platform.h) and leaves no file, with one exception: a file that came out shorter than the entry says stays.
+/// Into a folder, a name is extracted only if the file lands below the folder: a name that is empty, has an empty
+/// step, a step `.` or `..`, a colon, a control character, a reserved device name (`NUL`, `COM1.txt`), or that
+/// passes through a symbolic link is a failure. A single extraction that fails returns false, writes a line to the
+/// debug output (Platform.h) and leaves no file, with one exception: a file that came out shorter than the entry
+/// says stays.
 class VARNHOLT_EXPORT TVarnDecompressor final : public TVarnBaseCompressor {
 public:
     /// Opens an archive and reads its entries. Raises EVarnCompress ceCannotOpenArchive or ceInvalidArchive, and
@@ -211,8 +212,9 @@ public:
     [[nodiscard]] std::int32_t GetEntryIndex(StringView fileName) const;
     [[nodiscard]] std::int32_t IndexOfFileName(StringView fileName) const;
 
-    /// Extracts to a file; its folder is created if the archive has subfolders. An existing file is left alone and the result
-    /// false, unless OnOverwriteRequest decides otherwise: true for a file that is skipped. False after any failure.
+    /// Extracts to a file; its folder is created if the archive has subfolders. An existing file is left alone and
+    /// the result false, unless OnOverwriteRequest decides otherwise: true for a file that is skipped. False after
+    /// any failure.
     bool Extract(std::int32_t index, StringView newFileName);
     /// The same for a stored name; false if there is none, here and below.
     bool Extract(StringView fileName, StringView newFileName);

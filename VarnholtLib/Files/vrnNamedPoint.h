@@ -12,9 +12,9 @@
 ///     sites.LoadFromFile(u"C:\\data\\sites.csv");
 ///
 /// A file has a header row and a row for each point. Written are three quoted columns, name, X and Y, with four
-/// decimals, in UTF-8 without a byte-order mark and with CR LF; a quote in a name is not escaped. Read is any file with commas
-/// whose header has the three names, in any order and among others; the names compare exactly. Numbers follow the
-/// decimal separator of the process (FormatSettings.h) in both directions.
+/// decimals, in UTF-8 without a byte-order mark and with CR LF; a quote in a name is not escaped. Read is any file
+/// with commas whose header has the three names, in any order and among others; the names compare exactly. Numbers
+/// follow the decimal separator of the process (FormatSettings.h) in both directions.
 ///
 /// Threads: a list serves one thread at a time.
 namespace Varnholt {
@@ -44,9 +44,9 @@ public:
     [[nodiscard]] const String& GetNameColName() const noexcept { return FNameColName; }
     void SetNameColName(StringView name) { FNameColName = name; }
 
-    /// Replaces the points by those of a file. The list is cleared first; after a failure it holds the rows before it. Raises
-    /// what TCSVReader::FromFile and GetColumnIndexes raise, EConvertError for a cell that is no number, and
-    /// ERangeError for a row without one of the three cells. A number beyond 32 bits becomes an infinity.
+    /// Replaces the points by those of a file. The list is cleared first; after a failure it holds the rows before
+    /// it. Raises what TCSVReader::FromFile and GetColumnIndexes raise, EConvertError for a cell that is no number,
+    /// and ERangeError for a row without one of the three cells. A number beyond 32 bits becomes an infinity.
     void LoadFromFile(StringView fileName);
     /// Replaces the file as a whole or not at all. Raises as WriteFileInOneGo.
     void SaveToFile(StringView fileName) const;

@@ -21,13 +21,14 @@ public:
     static constexpr TGuid kGuid = TGuid::FromText(u"{01FFDC80-4C7F-4D15-8CEA-C42E2CE86619}");
 
     virtual ~IPathBreadcrumb() = default;
-    /// Looks for a file in the folder of each element, from the last to the first, and not below these folders. True, with
-    /// the path of the file, at the first that has it; a file name that begins with a root or drive is that path itself.
-    /// Otherwise false, and the path is unchanged.
+    /// Looks for a file in the folder of each element, from the last to the first, and not below these folders.
+    /// True, with the path of the file, at the first that has it; a file name that begins with a root or drive is
+    /// that path itself. Otherwise false, and the path is unchanged.
     [[nodiscard]] virtual bool FindFileFromEnd(StringView fileName, String& foundFileName) const = 0;
     /// The same from the first to the last.
     [[nodiscard]] virtual bool FindFileFromStart(StringView fileName, String& foundFileName) const = 0;
-    /// The elements from 0 to the index, each with a backslash after it; all for an index beyond the last, none for one below
+    /// The elements from 0 to the index, each with a backslash after it; all for an index beyond the last, none for
+    /// one below
     /// 0.
     [[nodiscard]] virtual String BuildPath(std::int32_t index) const = 0;
     /// The path as it was set.

@@ -5,8 +5,8 @@
 
 #include "Platform/Runtime/Exceptions.h"
 
-/// A path as a list of its elements, with look-up and with searches for a file along the path. vrnPathArray.h compares the
-/// three classes for paths.
+/// A path as a list of its elements, with look-up and with searches for a file along the path. vrnPathArray.h
+/// compares the three classes for paths.
 ///
 ///     const String folder = TPathElements::PathContainingFileFromEnd(u"C:\\data\\2012\\may.csv", u"station.ini", false);
 ///     // "C:\data\2012" or "C:\data" or "C:", the first of these folders that has the file
@@ -34,8 +34,8 @@ public:
     [[nodiscard]] const String& GetElement(std::int32_t index) const;
     void SetElement(std::int32_t index, StringView element);
 
-    /// The index of the first or the last element equal to the text, without regard to the case of ASCII letters; -1 if there
-    /// is none.
+    /// The index of the first or the last element equal to the text, without regard to the case of ASCII letters;
+    /// -1 if there is none.
     [[nodiscard]] std::int32_t IndexFromStart(StringView element) const;
     [[nodiscard]] std::int32_t IndexFromEnd(StringView element) const;
     /// The elements from 0 to the index with a backslash between them; empty below 0.

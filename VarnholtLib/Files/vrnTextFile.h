@@ -26,8 +26,8 @@ namespace Varnholt {
 
 class VARNHOLT_EXPORT TTextFileReader {
 public:
-    /// Opens a file, which others may read and write at the same time. A byte-order mark decides the encoding; without one it
-    /// is UTF-8, and bytes that are not valid become U+FFFD.
+    /// Opens a file, which others may read and write at the same time. A byte-order mark decides the encoding;
+    /// without one it is UTF-8, and bytes that are not valid become U+FFFD.
     explicit TTextFileReader(StringView filename) : FReader(filename) {}
     /// The same from the stream's current position. The stream must outlive the reader.
     explicit TTextFileReader(TStream& stream) : FReader(stream) {}
@@ -43,8 +43,8 @@ private:
 
 class VARNHOLT_EXPORT TTextFileWriter {
 public:
-    /// Creates a file or replaces the content of an existing one. No byte-order mark is written. Without an encoding it is
-    /// UTF-8.
+    /// Creates a file or replaces the content of an existing one. No byte-order mark is written. Without an
+    /// encoding it is UTF-8.
     explicit TTextFileWriter(StringView filename, const TEncoding& encoding = TEncoding::Utf8())
         : FWriter(filename, encoding) {}
     /// The same at the stream's current position. The stream must outlive the writer.

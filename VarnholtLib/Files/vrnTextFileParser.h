@@ -15,9 +15,9 @@
 ///         parser.Next();
 ///     }
 ///
-/// Each line is split as by SplitStringEx (vrnString.h) with double quotes and trimming: quotes protect separators and are
-/// removed, blanks around a field are removed, and an empty line has no fields. A quote does not protect a line end.
-/// CR, LF and CR LF end a line. Lines and fields count from 0.
+/// Each line is split as by SplitStringEx (vrnString.h) with double quotes and trimming: quotes protect separators
+/// and are removed, blanks around a field are removed, and an empty line has no fields. A quote does not protect a
+/// line end. CR, LF and CR LF end a line. Lines and fields count from 0.
 ///
 /// A line is split when it is read. In memory a file takes two bytes for each character, and eight for each line.
 ///
@@ -34,8 +34,8 @@ public:
 
 class VARNHOLT_EXPORT TTextFileParser {
 public:
-    /// Loads a file, with the cursor at the first field of the first line. A byte-order mark overrides the encoding; bytes that
-    /// are not valid become U+FFFD. Raises EFOpenError or EReadError.
+    /// Loads a file, with the cursor at the first field of the first line. A byte-order mark overrides the
+    /// encoding; bytes that are not valid become U+FFFD. Raises EFOpenError or EReadError.
     TTextFileParser(StringView filename, Char parseChar, const TEncoding& encoding = TEncoding::Utf8());
 
     /// The number of lines.

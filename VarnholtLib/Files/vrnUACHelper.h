@@ -12,8 +12,8 @@
 ///     TUACHelper::FreeToken(token);                                  // deletes the probe file
 ///     if (!mayWrite && !TUACHelper::StartedFromRelaunch()) TUACHelper::LaunchAsAdmin(program, u"");
 ///
-/// Uses Random.h. Threads: InitToken on one thread at a time, because of its generator; the rest on any thread, for each token
-/// one at a time.
+/// Uses Random.h. Threads: InitToken on one thread at a time, because of its generator; the rest on any thread, for
+/// each token one at a time.
 namespace Varnholt {
 
 /// The argument by which a program knows that it was restarted.
@@ -39,8 +39,8 @@ public:
     TUACHelper() = delete;
     /// Prepares a probe of a folder, which with createDir is created if it is missing. Seeds the random generator.
     static void InitToken(TUACHelperToken& token, StringView path, bool createDir = false);
-    /// Whether a file can be created in the folder: creates the probe file, `TestFile` with the number of the token, or empties
-    /// one of that name.
+    /// Whether a file can be created in the folder: creates the probe file, `TestFile` with the number of the
+    /// token, or empties one of that name.
     [[nodiscard]] static TCheckForResult CheckForCreate(TUACHelperToken& token);
     /// Whether the probe file, which is created if it is missing, can be opened for writing.
     [[nodiscard]] static TCheckForResult CheckForWrite(TUACHelperToken& token);

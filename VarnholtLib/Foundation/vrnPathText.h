@@ -22,8 +22,9 @@ namespace Varnholt {
 /// two backslashes or with a letter and ":". Otherwise leaves the text unchanged and returns false.
 VARNHOLT_EXPORT bool EnsurePathString(String& text);
 
-/// The path of a name below a folder. A separator is put between them unless the folder ends with one or is empty: a
-/// backslash, or in a native path, which begins with a slash, a slash. The backslashes of the name then become slashes, too.
+/// The path of a name below a folder. A separator is put between them unless the folder ends with one or is empty:
+/// a backslash, or in a native path, which begins with a slash, a slash. The backslashes of the name then become
+/// slashes, too.
 [[nodiscard]] VARNHOLT_EXPORT String PathBelow(StringView folder, StringView name);
 
 /// Replaces each of the characters :*?"<>| in the file-name part by "_", and with includeSeparators also the

@@ -41,8 +41,9 @@ class VARNHOLT_EXPORT TMissingValues {
 public:
     /// The usual missing values only: a blank cell, "NA", "NaN", and the numbers for which IsMissing is true.
     TMissingValues() = default;
-    /// Also these codes, with commas between: numbers, in any spelling, and texts. A whole number up
-    /// to 2^53 matches itself only; any other number matches those with the same rounding to 32 bits. Blanks around a code and empty codes are ignored.
+    /// Also these codes, with commas between: numbers, in any spelling, and texts. A whole number up to 2^53
+    /// matches itself only; any other number matches those with the same rounding to 32 bits. Blanks around a code
+    /// and empty codes are ignored.
     explicit TMissingValues(StringView codes);
 
     /// What the cell holds, and the value if it is a number; otherwise the value is left alone. A number is

@@ -14,9 +14,9 @@
 ///     type.SetAction(u"open", u"station \"%1\"");
 ///     type.Save();
 ///
-/// Below HKEY_CLASSES_ROOT, all as default values: the key of the extension has the name of the file type; the key of that
-/// name has the display name, its key `DefaultIcon` the icon, its key `shell` the default action, and `shell\ACTION\Command`
-/// the command of each action.
+/// Below HKEY_CLASSES_ROOT, all as default values: the key of the extension has the name of the file type; the key
+/// of that name has the display name, its key `DefaultIcon` the icon, its key `shell` the default action, and
+/// `shell\ACTION\Command` the command of each action.
 ///
 /// Raises Exception `Failed to open registry key`, and ERegistryException (Registry.h).
 ///

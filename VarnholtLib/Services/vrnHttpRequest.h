@@ -17,15 +17,16 @@
 ///         if (isDone) Show(response->GetDataString());               // on the main thread
 ///     });
 ///
-/// The proxy is that of the moment when the request is made (vrnProxy.h). What is sent names itself "Mozilla/5.0 (Varnholt)".
-/// An address that begins with "https://" is fetched over TLS from version 1.0 on, and then the wait for data is limited to
-/// 30 s. IdHTTP.h has all other limits, and what Send raises.
+/// The proxy is that of the moment when the request is made (vrnProxy.h). What is sent names itself "Mozilla/5.0
+/// (Varnholt)". An address that begins with "https://" is fetched over TLS from version 1.0 on, and then the wait
+/// for data is limited to 30 s. IdHTTP.h has all other limits, and what Send raises.
 ///
 /// A request may be sent again; the parameters stay. Its connections are kept from one Send to the next.
 ///
-/// Threads: a request serves one thread; from SendAsync until the callback has returned it is that of the background. The main
-/// thread must serve steps (MainThread.h), or the background thread waits until the end of the program. At the end of the program requests in
-/// the background are stopped. After the first of them dlclose() no longer unloads the library.
+/// Threads: a request serves one thread; from SendAsync until the callback has returned it is that of the
+/// background. The main thread must serve steps (MainThread.h), or the background thread waits until the end of the
+/// program. At the end of the program requests in the background are stopped. After the first of them dlclose() no
+/// longer unloads the library.
 namespace Varnholt {
 
 enum THttpRequestMethod : std::uint8_t { HttpRequestMethodGet, HttpRequestMethodPost };
@@ -67,10 +68,10 @@ public:
     virtual void SetMethod(THttpRequestMethod value) = 0;
     /// Sends the request and waits for the response. Raises as TIdHTTP; the text of an earlier response stays then.
     virtual void Send() = 0;
-    /// Does the same on a thread of its own and returns at once. Then `onComplete`, if there is one, runs on the main thread while
-    /// the background thread waits. The request lives at least until then, whoever else holds it. What `onComplete` raises
-    /// is written to the default log, if there is one and it is enabled, and otherwise lost. Raises Exception
-    /// `Cannot start a thread` if the system refuses one.
+    /// Does the same on a thread of its own and returns at once. Then `onComplete`, if there is one, runs on the
+    /// main thread while the background thread waits. The request lives at least until then, whoever else holds it.
+    /// What `onComplete` raises is written to the default log, if there is one and it is enabled, and otherwise
+    /// lost. Raises Exception `Cannot start a thread` if the system refuses one.
     virtual void SendAsync(THttpRequestAsyncCompleteProcedure onComplete) = 0;
 };
 

@@ -21,8 +21,9 @@ inline constexpr std::int32_t kHttpReadTimeout = 30'000;
 /// A handler that allows TLS 1.0, 1.1 and 1.2, and what is newer.
 [[nodiscard]] VARNHOLT_EXPORT std::unique_ptr<TIdSSLIOHandlerSocketOpenSSL> NewHttpTlsHandler();
 
-/// Runs the work on a thread of its own, which ends by itself. The end of the program waits for it, unless it waits for the main thread. From then on the library stays loaded until the process ends. What it raises goes to the default log, if there is one and
-/// it is enabled. Raises Exception `Cannot start a thread`.
+/// Runs the work on a thread of its own, which ends by itself. The end of the program waits for it, unless it waits
+/// for the main thread. From then on the library stays loaded until the process ends. What it raises goes to the
+/// default log, if there is one and it is enabled. Raises Exception `Cannot start a thread`.
 VARNHOLT_EXPORT void RunHttpThread(std::function<void()> work);
 
 /// Synchronize of MainThread.h for such a thread.

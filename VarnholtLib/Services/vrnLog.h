@@ -45,9 +45,10 @@
 /// same after an escape, and the line separators U+2028 and U+2029 as U+2424. Other text is unchanged. An unpaired
 /// surrogate becomes U+FFFD.
 ///
-/// Lines are collected in a buffer and handed to the system as soon as there are 4096 bytes of them, at Flush and by
-/// the destructor. The file ends with a whole line, unless a write was cut by a full disk. Logging never fails because of the file: lines that
-/// cannot be written, as on a full disk, are lost silently, and later lines are tried again.
+/// Lines are collected in a buffer and handed to the system as soon as there are 4096 bytes of them, at Flush and
+/// by the destructor. The file ends with a whole line, unless a write was cut by a full disk. Logging never fails
+/// because of the file: lines that cannot be written, as on a full disk, are lost silently, and later lines are
+/// tried again.
 ///
 /// Uses Platform.h, vrnSpecialFolders.h and Format.h. Threads: all operations may be called on any thread. A lock
 /// covers reading the time, composing the line and writing, so lines are never mixed and their times are in

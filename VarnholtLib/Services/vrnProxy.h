@@ -20,9 +20,9 @@
 ///       <server>proxy.example.org</server><port>3128</port><username/><password/>
 ///     </proxy-settings>
 ///
-/// `enabled` is -1 or 0 when written, and read as Variant::ToBoolean reads a text. A missing element reads as an empty text. The
-/// password is in the file as it is; so only the owner can read the file (mode 0600, from the moment it exists), and it is
-/// replaced as a whole or not at all. No message or log contains the password.
+/// `enabled` is -1 or 0 when written, and read as Variant::ToBoolean reads a text. A missing element reads as an
+/// empty text. The password is in the file as it is; so only the owner can read the file (mode 0600, from the
+/// moment it exists), and it is replaced as a whole or not at all. No message or log contains the password.
 ///
 /// Loading reports nothing: what could be read before the first bad value is kept, the rest has its default. Bad are an
 /// `enabled` or a port that does not convert, and a port outside 0 to 65535, 0 standing for none.
@@ -33,8 +33,8 @@ namespace Varnholt {
 
 class VARNHOLT_EXPORT TProxySettings {
 public:
-    /// Creates the folder of the file, with those above it, if it is missing; loads the file. A folder that cannot be created is
-    /// reported by Save.
+    /// Creates the folder of the file, with those above it, if it is missing; loads the file. A folder that cannot
+    /// be created is reported by Save.
     TProxySettings();
     /// Writes the file if a property was set. Raises as Save, unless another exception is being handled, when the
     /// failure is not reported. Applications call Save.
@@ -57,7 +57,8 @@ public:
     /// Whether there is a user name.
     [[nodiscard]] bool GetAuthenticate() const noexcept { return !FUserName.empty(); }
 
-    /// Puts the settings on a client: its proxy, or none if they are not enabled. Frees the log-in of an earlier exchange.
+    /// Puts the settings on a client: its proxy, or none if they are not enabled. Frees the log-in of an earlier
+    /// exchange.
     void Apply(TIdHTTP& idHttp) const;
     /// Loads the settings and puts them on a client.
     static void ApplyTo(TIdHTTP& idHttp);

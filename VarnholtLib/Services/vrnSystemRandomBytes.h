@@ -10,8 +10,8 @@ namespace Varnholt {
 class VARNHOLT_EXPORT TSystemRandomBytesFactory {
 public:
     TSystemRandomBytesFactory() = delete;
-    /// The one source of the process, which exists while the library is loaded. Its operations raise Exception `The system returns
-    /// no random bytes: %s` with the reason if that fails.
+    /// The one source of the process, which exists while the library is loaded. Its operations raise Exception `The
+    /// system returns no random bytes: %s` with the reason if that fails.
     [[nodiscard]] static std::shared_ptr<IRandomBytes> GetObject();
 };
 

@@ -17,8 +17,8 @@ class TCustomForm;
 /// The handle of the screen's active form; 0 if there is none.
 [[nodiscard]] VARNHOLT_EXPORT std::uintptr_t GetActiveScreenHandle();
 
-/// Closes the forms inside a main form that have a system menu among their border icons. A form that raises stays as it is, silently, and
-/// the others are closed.
+/// Closes the forms inside a main form that have a system menu among their border icons. A form that raises stays
+/// as it is, silently, and the others are closed.
 VARNHOLT_EXPORT void MDICloseAll(TCustomForm& form);
 
 }  // namespace Varnholt

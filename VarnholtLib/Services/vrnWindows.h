@@ -12,15 +12,17 @@ namespace Varnholt {
 
 class TControl;
 
-/// Whether the user may act as administrator: the superuser, and members of the groups sudo, wheel and admin, whose members
-/// may become that by the usual configuration. The groups of the process count, whether or not sudo is installed.
+/// Whether the user may act as administrator: the superuser, and members of the groups sudo, wheel and admin, whose
+/// members may become that by the usual configuration. The groups of the process count, whether or not sudo is
+/// installed.
 [[nodiscard]] VARNHOLT_EXPORT bool IsWindowsAdmin();
 
 /// Draws the controls inside a control again, at every depth, and after those inside it the control itself.
 VARNHOLT_EXPORT void RepaintAll(TControl& control);
 
-/// Enables or disables a control and all inside it, at every depth. An edit, combo box, list box, list view, memo or tree view inside
-/// it, or of a class derived from these, also gets the colour clWindow, or clBtnFace while disabled.
+/// Enables or disables a control and all inside it, at every depth. An edit, combo box, list box, list view, memo
+/// or tree view inside it, or of a class derived from these, also gets the colour clWindow, or clBtnFace while
+/// disabled.
 VARNHOLT_EXPORT void SetChildControlsState(TControl& control, bool enabled);
 
 /// Adds so many bytes to a pointer.

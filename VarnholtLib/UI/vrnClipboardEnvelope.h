@@ -8,8 +8,9 @@
 ///     ...
 ///     if (TClipboardEnvelope::Contains(u"Station.Rows")) Insert(TClipboardEnvelope::GetText(u"Station.Rows"));
 ///
-/// An envelope is the text `$ENVELOPE:TYPE:TEXT`. Type names are compared exactly; one with a colon cannot be read back, since the
-/// part after the colon counts as text. The text may be anything, also empty. What is on the clipboard may come from any program.
+/// An envelope is the text `$ENVELOPE:TYPE:TEXT`. Type names are compared exactly; one with a colon cannot be read
+/// back, since the part after the colon counts as text. The text may be anything, also empty. What is on the
+/// clipboard may come from any program.
 ///
 /// Uses Clipboard.h. Threads: main thread only.
 namespace Varnholt {
@@ -20,8 +21,9 @@ public:
 
     /// Replaces what is on the clipboard by an envelope.
     static void SetText(StringView typeName, StringView text);
-    /// The text of the envelope on the clipboard. Raises Exception `Clipboard does not contain correct format` if there is no
-    /// text or the envelope has another type, and `Data not in required format` for a text without an envelope.
+    /// The text of the envelope on the clipboard. Raises Exception `Clipboard does not contain correct format` if
+    /// there is no text or the envelope has another type, and `Data not in required format` for a text without an
+    /// envelope.
     [[nodiscard]] static String GetText(StringView typeName);
     /// Whether the clipboard has an envelope of that type.
     [[nodiscard]] static bool Contains(StringView typeName);

@@ -49,8 +49,8 @@ public:
                                            std::uint8_t& b) noexcept;
 };
 
-/// So many colours from one to the other, in equal steps of each channel. Both ends are as given; the bytes of the colours count as they
-/// are, so pass plain ones. Raises Exception `Invalid number of colors` for a number below 2.
+/// So many colours from one to the other, in equal steps of each channel. Both ends are as given; the bytes of the
+/// colours count as they are, so pass plain ones. Raises Exception `Invalid number of colors` for a number below 2.
 [[nodiscard]] VARNHOLT_EXPORT std::vector<TColor> BlendColors(TColor color1, TColor color2,
                                                               std::int32_t numColors);
 

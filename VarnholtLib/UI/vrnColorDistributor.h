@@ -9,9 +9,10 @@
 ///
 ///     const auto colors = TColorDistributorFactory::GetObject()->Distribute(9);
 ///
-/// There are six hues, in this order: red, green, blue, yellow, magenta, cyan. Up to six colours have one brightness; more have as
-/// many brightnesses as are needed, in equal steps from the darkest to the brightest, each with the six hues. The same count
-/// always gives the same colours, and a count above a multiple of six changes all of them.
+/// There are six hues, in this order: red, green, blue, yellow, magenta, cyan. Up to six colours have one
+/// brightness; more have as many brightnesses as are needed, in equal steps from the darkest to the brightest, each
+/// with the six hues. The same count always gives the same colours, and a count above a multiple of six changes all
+/// of them.
 ///
 /// Threads: an object may be used by any thread.
 namespace Varnholt {

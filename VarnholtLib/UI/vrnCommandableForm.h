@@ -11,7 +11,8 @@
 ///     ICommandableForm* form = nullptr;
 ///     if (GetCommandableForm(Screen().GetActiveForm(), form)) ...
 ///
-/// The interface marks such forms. What the commands are is each application's own, in an interface derived from this one.
+/// The interface marks such forms. What the commands are is each application's own, in an interface derived from
+/// this one.
 ///
 /// Threads: main thread only.
 namespace Varnholt {

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] String GetControlTypeName() const override;
 };
 
-/// Keeps the item's text, not its position; a text typed into the field is not kept. Selects the item of that text, or none if it
-/// is no longer there, then calls OnChange.
+/// Keeps the item's text, not its position; a text typed into the field is not kept. Selects the item of that text,
+/// or none if it is no longer there, then calls OnChange.
 class VARNHOLT_EXPORT TComboBoxUIBookmarkValueAdapter final : public IUIBookmarkValueAdapter {
 public:
     [[nodiscard]] String GetData(TControl& control) override;
@@ -49,8 +49,8 @@ public:
     [[nodiscard]] String GetControlTypeName() const override;
 };
 
-/// Makes the first page of that name the active one, then calls OnChange with the page control as sender. Does nothing for a text of
-/// another form, "page:nil", or a page that does not exist.
+/// Makes the first page of that name the active one, then calls OnChange with the page control as sender. Does
+/// nothing for a text of another form, "page:nil", or a page that does not exist.
 class VARNHOLT_EXPORT TPageControlUIBookmarkValueAdapter final : public IUIBookmarkValueAdapter {
 public:
     [[nodiscard]] String GetData(TControl& control) override;

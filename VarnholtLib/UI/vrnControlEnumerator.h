@@ -12,8 +12,8 @@ namespace Varnholt {
 class VARNHOLT_EXPORT TControlEnumerator {
 public:
     TControlEnumerator() = delete;
-    /// Sets the enabled state of each control inside the given one, with `enumChildren` at every depth. The control itself is not
-    /// changed.
+    /// Sets the enabled state of each control inside the given one, with `enumChildren` at every depth. The control
+    /// itself is not changed.
     static void SetEnabled(TWinControl& control, bool value, bool enumChildren);
 };
 

@@ -24,8 +24,8 @@ namespace Varnholt {
 
 /// `WIDTH,HEIGHT`.
 [[nodiscard]] VARNHOLT_EXPORT String SizeToString(const TSize& size);
-/// Two integers with a comma between them, each as StrToInt reads it. Raises EConvertError `String is not a valid Size string`
-/// for another number of parts, and as StrToInt for a part that is no integer.
+/// Two integers with a comma between them, each as StrToInt reads it. Raises EConvertError `String is not a valid
+/// Size string` for another number of parts, and as StrToInt for a part that is no integer.
 [[nodiscard]] VARNHOLT_EXPORT TSize StringToSize(StringView text);
 
 /// `LEFT,TOP,RIGHT,BOTTOM`.

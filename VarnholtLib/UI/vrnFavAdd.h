@@ -16,8 +16,9 @@
 ///         favourites.Save();
 ///     }
 ///
-/// The dialog changes no favourite. It closes with OK only for a name that is not empty and that no other favourite has; names
-/// that differ only in the case of ASCII letters count as equal. A favourite that is renamed may keep its name.
+/// The dialog changes no favourite. It closes with OK only for a name that is not empty and that no other favourite
+/// has; names that differ only in the case of ASCII letters count as equal. A favourite that is renamed may keep
+/// its name.
 ///
 /// Threads: main thread only.
 namespace Varnholt {
@@ -26,8 +27,8 @@ enum TAddMethod : std::uint8_t { amAdd, amRename };
 
 class VARNHOLT_EXPORT TFavAddDlg : public TForm {
 public:
-    /// The favourites, and `renameItem`, must outlive the dialog. With amRename the field begins with the name of `renameItem`, if that
-    /// is not null. The dialog is that of FavAddDlg until it is destroyed.
+    /// The favourites, and `renameItem`, must outlive the dialog. With amRename the field begins with the name of
+    /// `renameItem`, if that is not null. The dialog is that of FavAddDlg until it is destroyed.
     TFavAddDlg(TFavouriteData& favData, TAddMethod addMethod, TBaseFavourite* renameItem = nullptr);
     ~TFavAddDlg() override;
 

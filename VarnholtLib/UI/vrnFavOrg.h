@@ -10,8 +10,8 @@
 ///
 ///     TFavOrg(favourites).ShowModal();
 ///
-/// Each change is saved at once. A favourite must not be deleted elsewhere while the dialog is open. What Save raises passes on; the change
-/// is then in the list but not in the file.
+/// Each change is saved at once. A favourite must not be deleted elsewhere while the dialog is open. What Save
+/// raises passes on; the change is then in the list but not in the file.
 ///
 /// Threads: main thread only.
 namespace Varnholt {

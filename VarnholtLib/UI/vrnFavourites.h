@@ -114,9 +114,9 @@ private:
 /// All favourites of one kind.
 class VARNHOLT_EXPORT TFavouriteData {
 public:
-    /// Loads the file; creates its folder if it is missing. Raises only EArgumentNilException (`favouriteClass`) for a kind
-    /// without Create. If the folder cannot be created, or the user has none for application data, the list is empty, and
-    /// FileName is the folder, so that Save fails.
+    /// Loads the file; creates its folder if it is missing. Raises only EArgumentNilException (`favouriteClass`)
+    /// for a kind without Create. If the folder cannot be created, or the user has none for application data, the
+    /// list is empty, and FileName is the folder, so that Save fails.
     explicit TFavouriteData(TFavouriteClass favouriteClass);
     TFavouriteData(const TFavouriteData&) = delete;
     TFavouriteData& operator=(const TFavouriteData&) = delete;
@@ -131,7 +131,8 @@ public:
     /// Appends a favourite that this object made; the list owns it. Names may repeat. EArgumentNilException (`fav`) for
     /// null, EArgumentException `The favourite belongs to another list` for one that another object made.
     void Add(std::unique_ptr<TBaseFavourite> fav);
-    /// The favourites of that name in list order; ASCII letters match without regard to case. They stay owned by the list.
+    /// The favourites of that name in list order; ASCII letters match without regard to case. They stay owned by
+    /// the list.
     [[nodiscard]] std::vector<TBaseFavourite*> FindItems(StringView name) const;
     /// EListError as the list.
     [[nodiscard]] TBaseFavourite& GetFav(std::int32_t index) const { return FItems.GetItem(index); }

@@ -17,8 +17,8 @@ namespace Varnholt {
 /// nearest end of these.
 [[nodiscard]] VARNHOLT_EXPORT std::int32_t HiDpiScaleValue(std::int32_t value);
 
-/// Scales the width, unless the control is aligned to the top or bottom, and the height, unless it is aligned to the left or right.
-/// Null is ignored.
+/// Scales the width, unless the control is aligned to the top or bottom, and the height, unless it is aligned to
+/// the left or right. Null is ignored.
 VARNHOLT_EXPORT void HiDpiScaleControlSize(TControl* control);
 /// The same for the control and all inside it, at every depth. Null is ignored.
 VARNHOLT_EXPORT void HiDpiScaleControlSizes(TControl* control);

@@ -19,11 +19,12 @@ public:
     [[nodiscard]] static std::vector<TListItem*> GetAllItems(const TListView& listView);
     [[nodiscard]] static std::vector<TListItem*> GetSelectedItems(const TListView& listView);
 
-    /// All items, selected or not, each with CR LF after it. With one column, the caption; with more, the caption and ":" unless
-    /// that is empty, then a blank and the text for each sub-item. Empty for null or a list view without columns.
+    /// All items, selected or not, each with CR LF after it. With one column, the caption; with more, the caption
+    /// and ":" unless that is empty, then a blank and the text for each sub-item. Empty for null or a list view
+    /// without columns.
     [[nodiscard]] static String GetSelectedItemsText(const TListView* listView);
-    /// All items, selected or not. With one column, the caption and CR LF; with more, the caption, then the delimiter and the
-    /// text for each sub-item, and no line end. Empty for null or a list view without columns.
+    /// All items, selected or not. With one column, the caption and CR LF; with more, the caption, then the
+    /// delimiter and the text for each sub-item, and no line end. Empty for null or a list view without columns.
     [[nodiscard]] static String GetSelectedItemsTextDelim(const TListView* listView, StringView delim);
 
     /// The bounds of a cell in the list view. Column 0 is the caption.

@@ -23,10 +23,11 @@ struct TScaledImageList {
 
 class VARNHOLT_EXPORT TScaledImageListCollection {
 public:
-    /// Adds a list for a scale, 1 being the design's. Of equal scales the one added first comes first. A scale that is no number
-    /// comes last.
+    /// Adds a list for a scale, 1 being the design's. Of equal scales the one added first comes first. A scale that
+    /// is no number comes last.
     void AddImageList(TImageList* imageList, float scale);
-    /// The list of the smallest scale that is at least the given one; if all are smaller, that of the largest. Null if there is none.
+    /// The list of the smallest scale that is at least the given one; if all are smaller, that of the largest. Null
+    /// if there is none.
     [[nodiscard]] TImageList* GetImageList(float scale) const;
     /// The same for the density of the screen.
     [[nodiscard]] TImageList* GetImageList() const;

@@ -9,8 +9,8 @@
 ///     ...
 ///     rows.HandleScrollMessage(message);
 ///
-/// The position is the one asked for. It may be outside the range, while the bar is at the nearest end: after a step beyond the end, a
-/// step back starts from there. Sums that leave 32 bits stay at the end of these.
+/// The position is the one asked for. It may be outside the range, while the bar is at the nearest end: after a
+/// step beyond the end, a step back starts from there. Sums that leave 32 bits stay at the end of these.
 ///
 /// The control is not owned. Once it is destroyed, only the values here change.
 ///
@@ -28,15 +28,16 @@ public:
     TScrollBarAssist(const TScrollBarAssist&) = delete;
     TScrollBarAssist& operator=(const TScrollBarAssist&) = delete;
 
-    /// The low 16 bits of the message are the scroll code: 0 and 1 a line up and down, 2 and 3 a page up and down, 4 the box was released and
-    /// 5 it is being dragged (both read the position from the control), 6 to the minimum, 7 to the maximum. Others are ignored.
+    /// The low 16 bits of the message are the scroll code: 0 and 1 a line up and down, 2 and 3 a page up and down,
+    /// 4 the box was released and 5 it is being dragged (both read the position from the control), 6 to the
+    /// minimum, 7 to the maximum. Others are ignored.
     void HandleScrollMessage(std::uint32_t message);
 
     /// 0 at first. Setting it moves the bar and raises OnChange, except within an OnChange of such a move.
     [[nodiscard]] std::int32_t GetPosition() const noexcept { return FPos; }
     void SetPosition(std::int32_t position);
-    /// Setting a limit sends the range, in rising order, and raises OnChange, except within an OnChange of such a change. A position
-    /// above the range becomes its maximum.
+    /// Setting a limit sends the range, in rising order, and raises OnChange, except within an OnChange of such a
+    /// change. A position above the range becomes its maximum.
     [[nodiscard]] std::int32_t GetMin() const noexcept { return FMin; }
     void SetMin(std::int32_t min);
     [[nodiscard]] std::int32_t GetMax() const noexcept { return FMax; }

@@ -18,9 +18,9 @@ public:
     /// Raises as Parse.
     explicit THTMLColorString(StringView htmlColorString) { Parse(htmlColorString); }
 
-    /// Reads three or six hexadecimal digits, in either case, after a "#" that may be missing; of three, each stands for two. Raises
-    /// Exception `HTML color string is empty`, or `Invalid HTML color string` for another length, and EConvertError as StrToInt for
-    /// what is no hexadecimal digit; the colour is then unchanged.
+    /// Reads three or six hexadecimal digits, in either case, after a "#" that may be missing; of three, each
+    /// stands for two. Raises Exception `HTML color string is empty`, or `Invalid HTML color string` for another
+    /// length, and EConvertError as StrToInt for what is no hexadecimal digit; the colour is then unchanged.
     void Parse(StringView str);
 
     [[nodiscard]] std::uint8_t GetRed() const noexcept { return FRed; }

@@ -15,9 +15,10 @@
 ///     binder->UpdateBookmark(*bookmark);                  // controls to bookmark
 ///     binder->UpdateControls(*bookmark);                  // bookmark to controls
 ///
-/// A value adapter turns the state of one class of control into a text and back. The adapter of a control is that of its exact class
-/// name, and is looked up at each pass. TUIBookmarkValueAdapters knows TCheckBox, TEdit and TRadioButton; those for TComboBox and
-/// TPageControl (vrnCommonUIBookmarkValueAdapters.h), and an application's own, are added to the list.
+/// A value adapter turns the state of one class of control into a text and back. The adapter of a control is that
+/// of its exact class name, and is looked up at each pass. TUIBookmarkValueAdapters knows TCheckBox, TEdit and
+/// TRadioButton; those for TComboBox and TPageControl (vrnCommonUIBookmarkValueAdapters.h), and an application's
+/// own, are added to the list.
 ///
 /// Controls are not owned. A binding whose control was destroyed is passed over.
 ///
@@ -27,8 +28,8 @@ namespace Varnholt {
 class VARNHOLT_EXPORT IUIBookmarkValueAdapter {
 public:
     virtual ~IUIBookmarkValueAdapter() = default;
-    /// The state of the control. Adapters raise what they like; those of the library EInvalidOperation `Control "%s" is not a %s`
-    /// for a control of another class.
+    /// The state of the control. Adapters raise what they like; those of the library EInvalidOperation `Control
+    /// "%s" is not a %s` for a control of another class.
     [[nodiscard]] virtual String GetData(TControl& control) = 0;
     /// Sets the state, and raises the control's notifications.
     virtual void UpdateControl(TControl& control, StringView data) = 0;
@@ -56,7 +57,8 @@ public:
     [[nodiscard]] std::shared_ptr<IUIBookmarkValueAdapter> GetAdapter(StringView typeName) const override;
 };
 
-/// One control and its key. The setters change the binding alone: its binder still finds it under the former key and control.
+/// One control and its key. The setters change the binding alone: its binder still finds it under the former key
+/// and control.
 class VARNHOLT_EXPORT IUIBookmarkBinding {
 public:
     virtual ~IUIBookmarkBinding() = default;
@@ -85,10 +87,10 @@ public:
     virtual ~IUIBookmarkBinder() = default;
     /// Binds a control under its own name.
     virtual void Add(TControl* control) = 0;
-    /// Binds a control under a key. EInvalidOperation `Control cannot be null`, `Adapters object not specified`, or `A value adapter for
-    /// control type "%s" not found`. A control or a key that is bound already raises EListError `Control "%s" is bound already`
-    /// or `Key "%s" is bound already`; the new binding takes part in the passes all the same, and is found under its
-    /// control if only the key is in use.
+    /// Binds a control under a key. EInvalidOperation `Control cannot be null`, `Adapters object not specified`, or
+    /// `A value adapter for control type "%s" not found`. A control or a key that is bound already raises
+    /// EListError `Control "%s" is bound already` or `Key "%s" is bound already`; the new binding takes part in the
+    /// passes all the same, and is found under its control if only the key is in use.
     virtual void Add(TControl* control, StringView valueKey) = 0;
     /// The binding of a control. EListError `The control is not bound`.
     [[nodiscard]] virtual std::shared_ptr<IUIBookmarkBinding> GetBinding(const TControl* control) const = 0;
@@ -97,11 +99,12 @@ public:
     /// Null at first.
     [[nodiscard]] virtual std::shared_ptr<IUIBookmarkValueAdapters> GetAdapters() const = 0;
     virtual void SetAdapters(std::shared_ptr<IUIBookmarkValueAdapters> value) = 0;
-    /// Replaces all values of the bookmark by those of the controls, in the order of Add. A control without an adapter is left
-    /// out. An adapter that raises ends it, with the values so far.
+    /// Replaces all values of the bookmark by those of the controls, in the order of Add. A control without an
+    /// adapter is left out. An adapter that raises ends it, with the values so far.
     virtual void UpdateBookmark(IUIBookmark& bookmark) = 0;
-    /// Sets the controls from the bookmark, in the order of Add. A control without an adapter, or whose key the bookmark does not
-    /// have, is not touched, and so is one whose adapter raises, silently. Handlers of the controls get a null sender.
+    /// Sets the controls from the bookmark, in the order of Add. A control without an adapter, or whose key the
+    /// bookmark does not have, is not touched, and so is one whose adapter raises, silently. Handlers of the
+    /// controls get a null sender.
     virtual void UpdateControls(IUIBookmark& bookmark) = 0;
 };
 

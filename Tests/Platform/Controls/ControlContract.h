@@ -8,8 +8,8 @@
 
 namespace Varnholt::Test {
 
-/// What a person does with the controls of a shown form, by the means of a back end. Each operation returns whether the control
-/// took it.
+/// What a person does with the controls of a shown form, by the means of a back end. Each operation returns whether
+/// the control took it.
 class IUserDriver {
 public:
     virtual ~IUserDriver() = default;

@@ -113,9 +113,9 @@ public:
     /// An expression that calls the function must be set after it was registered.
     /// Raises EArgumentNilException for an empty callback.
     void RegisterFunction(StringView name, int minParams, int maxParams, TFunctionEvent event);
-    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is passed
-    /// to the callback as it is, and what it points to must live as long as it is used. Keywords may be registered at any time.
-    /// Raises EArgumentNilException for an empty callback.
+    /// Adds a keyword under its name without the dollar sign; names as for functions. The pointer is passed to the
+    /// callback as it is, and what it points to must live as long as it is used. Keywords may be registered at any
+    /// time. Raises EArgumentNilException for an empty callback.
     void RegisterKeyword(StringView name, void* param, TKeywordEvent event);
     void RegisterKeyword(StringView name, TKeywordEvent event);
 
