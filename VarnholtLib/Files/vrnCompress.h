@@ -185,8 +185,8 @@ using TOverwriteEvent =
     std::function<void(TVarnDecompressor& sender, const String& fileName, const TFileEntry& fileEntry,
                        bool& allowOverwrite, bool& cancelExtract)>;
 
-/// Whether a stored name is that of a file below the folder to which it is extracted: no step of it is empty, `.`,
-/// `..` or a reserved device name, or has a colon or a control character.
+/// Whether a stored name is that of a file below the folder to which it is extracted. No step of it may be empty, one
+/// full stop, two full stops or a reserved device name, or have a colon or a control character.
 [[nodiscard]] VARNHOLT_EXPORT bool IsExtractableName(StringView storedName);
 
 /// Reads an archive, which may come from a stranger. Memory is bounded by the size of the archive. Names are looked
