@@ -13,6 +13,8 @@
 namespace Varnholt {
 namespace {
 
+constexpr std::size_t kMaxDepth = 1000;
+
 std::shared_ptr<IControlBackend>& Backend() {
     static TImmortal<std::shared_ptr<IControlBackend>> backend;
     return *backend;
@@ -157,6 +159,9 @@ void TWinControl::InsertControl(std::unique_ptr<TControl> child) {
     if (child == nullptr) throw EArgumentNilException(u"child");
     if (dynamic_cast<TCustomForm*>(child.get()) != nullptr)
         throw EInvalidOperation(u"A form cannot be placed in a control");
+    std::size_t depth = 1;
+    for (const TWinControl* at = this; at != nullptr; at = at->GetParent()) ++depth;
+    if (depth > kMaxDepth) throw EInvalidOperation(u"Controls are nested more than 1000 levels deep");
     TControl& inserted = *child;
     FControls.push_back(std::move(child));
     inserted.FParent = this;

@@ -20,6 +20,9 @@
 /// Ownership: a parent owns its children and destroys them, the last first. A reference to a control is never owned;
 /// TComponentRef becomes null when the control is destroyed. A control must not be destroyed by its own event.
 ///
+/// Walks over the controls of a container read its list at each step, so an event that removes controls may make a walk
+/// pass over others. Controls are nested at most 1000 levels deep.
+///
 /// Operations named `...ByUser` are what a person does: they raise the events, and do nothing and return false while
 /// the control is disabled or hidden, itself or through its parents. Back ends and tests call them.
 ///
@@ -149,7 +152,8 @@ public:
     // --- Children ---
 
     /// Takes the control as the last child and returns it. Raises EArgumentNilException `child` for null, and
-    /// EInvalidOperation `A form cannot be placed in a control` for a form.
+    /// EInvalidOperation `A form cannot be placed in a control` for a form, and `Controls are nested more than 1000
+    /// levels deep`.
     template <std::derived_from<TControl> T>
     T& Insert(std::unique_ptr<T> child) {
         T* const inserted = child.get();

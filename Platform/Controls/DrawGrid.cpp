@@ -22,8 +22,10 @@ void CheckFixed(std::int32_t fixed, std::int32_t count) {
 TDrawGrid::TDrawGrid(std::int32_t colCount, std::int32_t rowCount, std::int32_t fixedCols,
                      std::int32_t fixedRows) {
     SetBounds(0, 0, 320, 120);
-    SetColCount(colCount);
-    SetRowCount(rowCount);
+    CheckCount(colCount);
+    CheckCount(rowCount);
+    FColCount = colCount;
+    FRowCount = rowCount;
     SetFixedCols(fixedCols);
     SetFixedRows(fixedRows);
 }

@@ -14,8 +14,8 @@ namespace Varnholt {
 namespace {
 
 constexpr long kMaxRedirects = 15;
-constexpr std::size_t kMaxHeaderSize = 256 * 1024;
-constexpr std::size_t kMaxErrorBody = 1024 * 1024;  // what an error message keeps of a body
+constexpr std::size_t kMaxHeaderSize = 262'144;
+constexpr std::size_t kMaxErrorBody = 1'048'576;  // what an error message keeps of a body
 
 template <typename TValue>
 void Set(CURL* easy, CURLoption option, TValue value) {

@@ -26,7 +26,7 @@ std::string HeaderText(StringView text) {
 }
 
 std::string FormEncoded(StringView text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string encoded;
     for (const char c : ToUtf8(text)) {
         const auto byte = static_cast<unsigned char>(c);
@@ -36,7 +36,7 @@ std::string FormEncoded(StringView text) {
         if (isPlain) {
             encoded += c;
         } else {
-            encoded += {'%', digits[byte >> 4], digits[byte & 15]};
+            encoded += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
         }
     }
     return encoded;

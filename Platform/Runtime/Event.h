@@ -36,12 +36,14 @@ template <typename... TArgs>
 class VARNHOLT_EXPORT TEvent {
 public:
     TEvent() = default;
+    // NOLINTBEGIN(bugprone-forwarding-reference-overload): copies and moves are excluded
     template <typename TCallback>
     requires(!std::same_as<std::remove_cvref_t<TCallback>, TEvent> &&
              std::constructible_from<std::function<void(TArgs...)>, TCallback>) TEvent(TCallback&& callback) {
         std::function<void(TArgs...)> function(std::forward<TCallback>(callback));
         if (function) FFunction = std::make_shared<const std::function<void(TArgs...)>>(std::move(function));
     }
+    // NOLINTEND(bugprone-forwarding-reference-overload)
 
     [[nodiscard]] explicit operator bool() const noexcept { return FFunction != nullptr; }
     bool operator==(const TEvent&) const noexcept = default;

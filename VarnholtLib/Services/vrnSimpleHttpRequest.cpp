@@ -68,8 +68,8 @@ String FormatUrl(StringView url, const std::optional<THttpRequestParams>& params
 }
 
 std::vector<std::uint8_t> HttpRequestSync(StringView method, StringView url,
-                                          std::optional<THttpRequestParams> params,
-                                          THttpRequestProgressEvent onProgress) {
+                                          const std::optional<THttpRequestParams>& params,
+                                          const THttpRequestProgressEvent& onProgress) {
     CheckMethod(method);
     const bool hasBody = method == u"POST" || method == u"PUT";
     if (hasBody && !params) throw EArgumentNilException(u"Params");
@@ -82,7 +82,7 @@ std::vector<std::uint8_t> HttpRequestSync(StringView method, StringView url,
         input.SetPosition(0);
         client.SetContentType(u"application/x-www-form-urlencoded");
     }
-    handler.OnProgressEvent = std::move(onProgress);
+    handler.OnProgressEvent = onProgress;
     client.SetUserAgent(kHttpUserAgent);
     client.SetOnWorkBegin([&](TObject* sender, TWorkMode mode, std::int64_t max) {
         handler.HandleWorkBegin(sender, mode, max);
@@ -105,9 +105,9 @@ std::vector<std::uint8_t> HttpRequestSync(StringView method, StringView url,
     return BytesIn(output);
 }
 
-void HttpRequest(StringView method, StringView url, std::optional<THttpRequestParams> params,
-                 THttpRequestSuccessEvent onSuccess, THttpRequestErrorEvent onError,
-                 THttpRequestProgressEvent onProgress) {
+void HttpRequest(StringView method, StringView url, const std::optional<THttpRequestParams>& params,
+                 const THttpRequestSuccessEvent& onSuccess, const THttpRequestErrorEvent& onError,
+                 const THttpRequestProgressEvent& onProgress) {
     CheckMethod(method);
     RunHttpThread([=, method = String(method), url = String(url)] {
         const auto report = [&](const String& message) {

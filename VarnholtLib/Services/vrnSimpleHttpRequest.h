@@ -64,15 +64,17 @@ private:
 /// opposed to no entries among them, raises EArgumentNilException `Params`. The progress event runs on the calling
 /// thread; what it raises ends the exchange. Raises as TIdHTTP.
 [[nodiscard]] VARNHOLT_EXPORT std::vector<std::uint8_t> HttpRequestSync(
-    StringView method, StringView url, std::optional<THttpRequestParams> params,
-    THttpRequestProgressEvent onProgress);
+    StringView method, StringView url, const std::optional<THttpRequestParams>& params,
+    const THttpRequestProgressEvent& onProgress);
 
 /// Does the same on a thread of its own, and returns at once. On the main thread, while the background thread
 /// waits, `onSuccess` is called with the body, or `onError` with the message of whatever failed, `onSuccess`
 /// included. The progress event runs on the background thread. The method is checked at once. Raises Exception
 /// `Cannot start a thread` if the system refuses one. What `onError` raises is written to the default log.
-VARNHOLT_EXPORT void HttpRequest(StringView method, StringView url, std::optional<THttpRequestParams> params,
-                                 THttpRequestSuccessEvent onSuccess, THttpRequestErrorEvent onError,
-                                 THttpRequestProgressEvent onProgress);
+VARNHOLT_EXPORT void HttpRequest(StringView method, StringView url,
+                                 const std::optional<THttpRequestParams>& params,
+                                 const THttpRequestSuccessEvent& onSuccess,
+                                 const THttpRequestErrorEvent& onError,
+                                 const THttpRequestProgressEvent& onProgress);
 
 }  // namespace Varnholt

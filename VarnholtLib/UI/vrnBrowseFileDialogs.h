@@ -7,8 +7,9 @@
 ///     if (BrowseForFileOpen(u"Open a station", edFile, filters.GetFilterString())) Load(edFile.GetText());
 ///
 /// The current file is the text of the variable or the edit. If it names a folder, the dialog starts there; if it
-/// names a file, in the folder of that; otherwise the desktop decides. If the user chose, the new name is stored
-/// there and the result is true; otherwise nothing changes. Saving asks before an existing file is chosen.
+/// names a file, in the folder of that; otherwise the desktop decides. A name that is no folder is also the name in
+/// the dialog. If the user chose, the new name is stored there and the result is true; otherwise nothing changes.
+/// Saving asks before an existing file is chosen.
 ///
 /// Uses FileDialogs.h. Threads: main thread only.
 namespace Varnholt {

@@ -9,8 +9,9 @@
 ///     String folder = config.ReadString(u"main.folder");
 ///     if (BrowseForFolderDlg(u"Folder of the stations", folder)) Load(folder);
 ///
-/// Uses Platform().FileDialogs, which returns false without a desktop. The path is the folder in the dialog, and,
-/// if the user chose, the new one with a separator at its end; otherwise it is unchanged.
+/// An edit field for the name is left to the desktop. Uses Platform().FileDialogs, which returns false without a
+/// desktop. The path is the folder in the dialog, and, if the user chose, the new one with a separator at its end;
+/// otherwise it is unchanged.
 ///
 /// Threads: main thread only.
 namespace Varnholt {

@@ -25,6 +25,10 @@ TEnvelope PartsOf(StringView s) {
     return {rest.substr(0, end), rest.substr(std::min(end + 1, rest.size()))};
 }
 
+[[noreturn]] void RaiseWrongFormat() {
+    throw Exception(u"Clipboard does not contain correct format");
+}
+
 }  // namespace
 
 void TClipboardEnvelope::SetText(StringView typeName, StringView text) {
@@ -32,18 +36,21 @@ void TClipboardEnvelope::SetText(StringView typeName, StringView text) {
 }
 
 String TClipboardEnvelope::GetText(StringView typeName) {
-    const Exception wrong(u"Clipboard does not contain correct format");
-    if (!Clipboard().HasFormat(kClipboardText)) throw wrong;
+    if (!Clipboard().HasFormat(kClipboardText)) RaiseWrongFormat();
     const String s = Clipboard().GetAsText();
     const TEnvelope envelope = PartsOf(s);
-    if (envelope.TypeName != typeName) throw wrong;
+    if (envelope.TypeName != typeName) RaiseWrongFormat();
     return String(envelope.Text);
 }
 
 bool TClipboardEnvelope::Contains(StringView typeName) {
-    if (!Clipboard().HasFormat(kClipboardText)) return false;
-    const String s = Clipboard().GetAsText();
-    return HasEnvelope(s) && PartsOf(s).TypeName == typeName;
+    try {
+        if (!Clipboard().HasFormat(kClipboardText)) return false;
+        const String s = Clipboard().GetAsText();
+        return HasEnvelope(s) && PartsOf(s).TypeName == typeName;
+    } catch (const Exception&) {
+        return false;  // a clipboard that cannot be read has none
+    }
 }
 
 String TClipboardEnvelope::FormatEenvelope(StringView typeName, StringView text) {

@@ -25,7 +25,7 @@ public:
     /// there is no text or the envelope has another type, and `Data not in required format` for a text without an
     /// envelope.
     [[nodiscard]] static String GetText(StringView typeName);
-    /// Whether the clipboard has an envelope of that type.
+    /// Whether the clipboard has an envelope of that type. False if it cannot be read.
     [[nodiscard]] static bool Contains(StringView typeName);
 
     // --- The envelope ---

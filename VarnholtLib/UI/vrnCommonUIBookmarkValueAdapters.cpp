@@ -22,8 +22,9 @@ T& As(TControl& control, const IUIBookmarkValueAdapter& adapter) {
 }
 
 /// Calls a handler of the control without a sender.
-void Notify(TNotifyEvent handler) {
-    handler(nullptr);
+void Notify(const TNotifyEvent& handler) {
+    const TNotifyEvent kept = handler;  // it may be replaced while it runs
+    kept(nullptr);
 }
 
 template <typename T>

@@ -50,7 +50,7 @@ private:
     TAddMethod FAddMethod;
 };
 
-/// The dialog made last that still exists; null if there is none.
+/// The dialog made last, while it exists; otherwise null.
 [[nodiscard]] VARNHOLT_EXPORT TFavAddDlg* FavAddDlg() noexcept;
 
 }  // namespace Varnholt

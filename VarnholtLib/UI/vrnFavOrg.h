@@ -40,7 +40,7 @@ private:
     TFavouriteData& FFavData;
 };
 
-/// The dialog made last that still exists; null if there is none.
+/// The dialog made last, while it exists; otherwise null.
 [[nodiscard]] VARNHOLT_EXPORT TFavOrg* FavOrg() noexcept;
 
 }  // namespace Varnholt

@@ -9,6 +9,7 @@ constexpr StringView kLineEnd = u"\r\n";
 
 std::vector<TListItem*> TListViewHelper::GetAllItems(const TListView& listView) {
     std::vector<TListItem*> items;
+    items.reserve(static_cast<std::size_t>(listView.GetItemCount()));
     for (std::int32_t i = 0; i < listView.GetItemCount(); ++i) items.push_back(&listView.GetItem(i));
     return items;
 }

@@ -14,7 +14,7 @@ namespace Varnholt {
 /// Where a popup menu appears: below the control, or at its right.
 enum TPopupPlacement : std::uint8_t { ppUnder, ppRight };
 
-/// A new item, which the caller adds to a menu.
+/// A new item, which the caller adds to a menu; the menu then owns it.
 [[nodiscard]] VARNHOLT_EXPORT std::unique_ptr<TMenuItem> CreateMenuItem(StringView caption, std::int32_t tag,
                                                                         TNotifyEvent onClick);
 /// Appends a new item to the top level of a menu and returns it.

@@ -7,8 +7,9 @@
 namespace Varnholt {
 
 void TScaledImageListCollection::AddImageList(TImageList* imageList, float scale) {
-    const auto place = std::ranges::find_if(FScaledImageLists,
-                                            [&](const TScaledImageList& item) { return item.Scale > scale; });
+    const auto place = std::ranges::find_if(FScaledImageLists, [&](const TScaledImageList& item) {
+        return item.Scale > scale || item.Scale != item.Scale;
+    });
     FScaledImageLists.insert(place, {imageList, scale});
 }
 

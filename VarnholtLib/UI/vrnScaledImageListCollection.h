@@ -9,7 +9,7 @@
 ///     TScaledImageListCollection icons;
 ///     icons.AddImageList(&small, 1.0F);
 ///     icons.AddImageList(&large, 2.0F);
-///     tree.SetImages(icons.GetImageList());
+///     Draw(*icons.GetImageList(), row);
 ///
 /// The lists are not owned. One that is destroyed is returned as null.
 ///

@@ -5,14 +5,15 @@
 /// Range and position of a scroll bar in one object, which scroll messages drive.
 ///
 ///     TScrollBarAssist rows(grid, sbVertical, 0, 99);
-///     rows.SetOnChange([&](TObject*) { ScrollTo(rows.GetPosition()); });
+///     rows.SetOnChange([&](TScrollBarAssist&) { ScrollTo(rows.GetPosition()); });
 ///     ...
 ///     rows.HandleScrollMessage(message);
 ///
 /// The position is the one asked for. It may be outside the range, while the bar is at the nearest end: after a
 /// step beyond the end, a step back starts from there. Sums that leave 32 bits stay at the end of these.
 ///
-/// The control is not owned. Once it is destroyed, only the values here change.
+/// The control is not owned. The assist must not be destroyed by its own OnChange. Once it is destroyed, only the
+/// values here change.
 ///
 /// Threads: main thread only.
 namespace Varnholt {

@@ -46,7 +46,11 @@ void TSwitchToHelper::DoShow() {
 }
 
 void TSwitchToHelper::SwitchTimerTimer() {
-    FSwitchResult = Platform().Screen->BringWindowToTop(FSwitchToHandle);
+    try {
+        FSwitchResult = Platform().Screen->BringWindowToTop(FSwitchToHandle);
+    } catch (...) {
+        FSwitchResult = false;  // the form must not stay open
+    }
     FSwitchTimer.SetEnabled(false);
     Close();
 }

@@ -14,7 +14,7 @@ namespace Varnholt {
 /// A panel with a text that brings the window to the top 500 ms after it was shown, and closes.
 class VARNHOLT_EXPORT TSwitchToHelper : public TForm {
 public:
-    /// Makes this the one of SwitchToHelper until it is destroyed.
+    /// Makes this the form of SwitchToHelper.
     explicit TSwitchToHelper(std::uintptr_t switchToHandle);
     ~TSwitchToHelper() override;
 
@@ -36,7 +36,7 @@ private:
     bool FSwitchResult = false;
 };
 
-/// The form that exists; null if none does.
+/// The form made last, while it exists; otherwise null.
 [[nodiscard]] VARNHOLT_EXPORT TSwitchToHelper* SwitchToHelper() noexcept;
 
 }  // namespace Varnholt

@@ -4,6 +4,7 @@
 
 #include "Tests/Support/MessageBoxes.h"
 #include "Tests/Support/Raised.h"
+#include "VarnholtLib/Services/vrnWindows.h"
 
 namespace Varnholt::Test {
 namespace {
@@ -67,6 +68,10 @@ TEST(Controls, KnowTheirClassFamilyAndEnd) {
               u"Control \"form\" has no child \"other\"");
     EXPECT_EQ(Raised<EArgumentNilException>([&] { form.Insert(std::unique_ptr<TLabel>()); }), u"child");
     EXPECT_EQ(Raised<EListError>([&] { return &form.GetControl(1); }), u"List index out of bounds (1)");
+    TWinControl* at = &form;
+    for (int i = 1; i < 1000; ++i) at = &at->Add<TPanel>(u"");
+    EXPECT_EQ(Raised<EInvalidOperation>([&] { at->Add<TPanel>(u""); }),
+              u"Controls are nested more than 1000 levels deep");
 }
 
 TEST(Controls, ScrollBarsStayInTheirRange) {
@@ -174,6 +179,8 @@ TEST(Controls, ReportEachChangeToTheBackEnd) {
         edit.SetScrollInfo(sbVertical, {}, true);
         edit.Repaint();
         EXPECT_EQ(backend->Take(), "edit 0; edit 5; edit 1; edit 7; edit 2; edit 3; edit 6; edit 8; ");
+        RepaintAll(form);
+        EXPECT_EQ(backend->Take(), "edit 8; panel 8; form 8; ");
         TListView& list = form.Add<TListView>(u"list");
         list.AddColumn(u"c", 5);
         list.AddItem(u"i").SetSelected(true);
