@@ -23,8 +23,7 @@ T& As(TControl& control, const IUIBookmarkValueAdapter& adapter) {
 
 /// Calls a handler of the control without a sender.
 void Notify(const TNotifyEvent& handler) {
-    const TNotifyEvent kept = handler;  // it may be replaced while it runs
-    kept(nullptr);
+    handler(nullptr);
 }
 
 template <typename T>
