@@ -103,6 +103,9 @@ TEST(ScrollBarAssist, KeepsThePositionThatWasAskedFor) {
     EXPECT_THAT(bar(), ElementsAre(5, 20, 10, 11));
     assist.SetMin(0);  // the position moves to the maximum
     EXPECT_THAT(bar(), ElementsAre(0, 5, 5, 5));
+    assist.SetPosition(6);
+    assist.SetMax(5);  // also by one
+    EXPECT_THAT(bar(), ElementsAre(0, 5, 5, 5));
     assist.SetOnChange(
         [&](TScrollBarAssist&) { assist.SetPosition(assist.GetPosition() + 1), assist.SetMax(100); });
     assist.SetPosition(1);  // within its own change a position is only stored, but the range is sent
