@@ -48,6 +48,7 @@ struct TUses {
     std::mutex Mutex;
     std::condition_variable Ended;
     std::vector<CURLM*> Running;  // what drives the exchanges in progress
+    std::vector<void*> Left;      // the handles of clients that were destroyed while the process ended
     int Count = 0;
     CURLcode Code = CURLE_OK;  // of the initialisation
     std::atomic<bool> IsEnding = false;
@@ -59,6 +60,16 @@ TUses& Uses() {
 }
 
 thread_local int usesOfThread = 0;
+
+/// Keeps a handle reachable, so that a leak checker can tell it from one that was lost.
+void LeaveToTheSystem(void* handle) noexcept {
+    TUses& uses = Uses();
+    const std::lock_guard lock(uses.Mutex);
+    try {
+        uses.Left.push_back(handle);
+    } catch (const std::bad_alloc&) {  // the process ends; the list serves leak checkers alone
+    }
+}
 
 void Initialise() {
     static std::once_flag once;
@@ -118,7 +129,11 @@ TCurlHandles::TCurlHandles() {
 
 TCurlHandles::~TCurlHandles() {
     const TCurlUse use(nullptr);
-    if (!use.IsAllowed()) return;
+    if (!use.IsAllowed()) {
+        LeaveToTheSystem(Easy);
+        LeaveToTheSystem(Multi);
+        return;
+    }
     curl_easy_cleanup(Easy);
     curl_multi_cleanup(Multi);
 }
