@@ -17,8 +17,11 @@ is_present() {
     case $1 in
         build-essential) command -v c++ && command -v make ;;
         clang) command -v clang++ ;;
+        fonts-dejavu-core) ls /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf ;;
+        gnuplot-nox) command -v gnuplot ;;
         libbenchmark-dev) has_header benchmark/benchmark.h ;;
         libboost-dev) has_header boost/version.hpp ;;
+        libcairo2-dev) has_header cairo/cairo.h ;;
         libclang-rt-14-dev) ls "$(clang++ -print-runtime-dir)"/libclang_rt.fuzzer-*.a ;;
         libcli11-dev) has_header CLI/CLI.hpp ;;
         libcurl4-openssl-dev) has_header curl/curl.h ;;
@@ -27,6 +30,7 @@ is_present() {
         libgtest-dev) has_header gtest/gtest.h ;;
         libicu-dev) has_header unicode/uchar.h ;;
         libmuparser-dev) has_header muParser.h ;;
+        libpango1.0-dev) has_header pango-1.0/pango/pango.h || pkg-config --exists pangocairo ;;
         libspdlog-dev) has_header spdlog/spdlog.h ;;
         libsqlite3-dev) has_header sqlite3.h ;;
         libxml2-dev) has_header libxml2/libxml/tree.h ;;
