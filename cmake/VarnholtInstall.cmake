@@ -23,6 +23,7 @@ install(FILES "${PROJECT_BINARY_DIR}/VarnholtLibConfig.cmake"
               "${PROJECT_BINARY_DIR}/VarnholtLibConfigVersion.cmake"
               "${CMAKE_CURRENT_LIST_DIR}/VarnholtEmbedVersion.cmake"
               "${CMAKE_CURRENT_LIST_DIR}/FindLibZip.cmake"
+              "${CMAKE_CURRENT_LIST_DIR}/FindPangoCairo.cmake"
         DESTINATION "${package_dir}")
 
 # The pkg-config file finds the package from its own place, so an installed tree can be moved.
@@ -31,7 +32,7 @@ string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
 set(pc_requires "")
 set(pc_link_options "")
 if(NOT BUILD_SHARED_LIBS)
-    set(pc_requires "icu-uc >= 67, libxml-2.0 >= 2.9.10, zlib >= 1.2.11, libcurl >= 7.85, libzip >= 1.5, sqlite3 >= 3.34")
+    set(pc_requires "icu-uc >= 67, libxml-2.0 >= 2.9.10, zlib >= 1.2.11, libcurl >= 7.85, libzip >= 1.5, sqlite3 >= 3.34, pangocairo >= 1.46, cairo-png >= 1.16, cairo-svg >= 1.16, cairo-pdf >= 1.16")
     get_target_property(pc_link_options VarnholtLib INTERFACE_LINK_OPTIONS)
     string(REPLACE "LINKER:" "-Wl," pc_link_options "${pc_link_options} ")
 endif()

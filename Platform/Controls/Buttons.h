@@ -25,6 +25,7 @@ public:
 
 protected:
     TButtonControl();
+    [[nodiscard]] StringView GetPaintedText() const noexcept override { return FCaption; }
     /// The space bar clicks.
     bool PressedByUser(std::int32_t virtualKey) override;
 

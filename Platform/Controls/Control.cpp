@@ -4,6 +4,7 @@
 #include <atomic>
 
 #include "Platform/Controls/Application.h"
+#include "Platform/Drawing/Canvas.h"
 #include "Platform/Runtime/FlagScope.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Immortal.h"
@@ -117,6 +118,28 @@ bool TControl::ClickByUser() {
 
 void TControl::Repaint() {
     Changed(caRepaint);
+}
+
+void TControl::PaintTo(TCanvas& canvas, std::int32_t x, std::int32_t y) {
+    if (FPeer)
+        FPeer->PaintTo(canvas, x, y);
+    else
+        Paint(canvas, x, y);
+}
+
+void TControl::Paint(TCanvas& canvas, std::int32_t x, std::int32_t y) {
+    canvas.SetBrush({.Color = FColor});
+    canvas.FillRect({x, y, Clamped(std::int64_t{x} + FWidth), Clamped(std::int64_t{y} + FHeight)});
+    canvas.SetFont(FFont);
+    canvas.TextOut(x, y, GetPaintedText());
+}
+
+void TWinControl::Paint(TCanvas& canvas, std::int32_t x, std::int32_t y) {
+    TControl::Paint(canvas, x, y);
+    for (const std::unique_ptr<TControl>& child : FControls)
+        if (child->GetVisible())
+            child->PaintTo(canvas, Clamped(std::int64_t{x} + child->GetLeft()),
+                           Clamped(std::int64_t{y} + child->GetTop()));
 }
 
 TPoint TControl::GetClientOrigin() {

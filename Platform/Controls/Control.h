@@ -32,6 +32,7 @@
 /// Threads: main thread only.
 namespace Varnholt {
 
+class TCanvas;
 class TCustomForm;
 class TWinControl;
 
@@ -92,6 +93,9 @@ public:
 
     /// Draws the control again.
     void Repaint();
+    /// Draws the control and its visible children with its upper left corner at a point of the canvas. Without a back end
+    /// a control is its area in its colour, with its text in its font.
+    void PaintTo(TCanvas& canvas, std::int32_t x, std::int32_t y);
     /// The upper left corner of the control on the screen. Without a back end a form is at its own bounds.
     [[nodiscard]] TPoint GetClientOrigin();
 
@@ -107,6 +111,10 @@ protected:
     virtual void Resized(TSize former);
     virtual void CreatePeers();
     virtual void FreePeers() noexcept;
+    /// Draws the control, which has no peer.
+    virtual void Paint(TCanvas& canvas, std::int32_t x, std::int32_t y);
+    /// The text inside the control.
+    [[nodiscard]] virtual StringView GetPaintedText() const noexcept { return {}; }
 
 private:
     friend class TWinControl;
@@ -215,6 +223,7 @@ protected:
     void Resized(TSize former) override;
     void CreatePeers() override;
     void FreePeers() noexcept override;
+    void Paint(TCanvas& canvas, std::int32_t x, std::int32_t y) override;
     /// A person presses a key while the control has the focus. False if the control does nothing with it.
     virtual bool PressedByUser(std::int32_t virtualKey);
     /// Whether the control is the form's button for a key that its focused control has no use for.

@@ -19,6 +19,7 @@
 /// Threads: main thread only.
 namespace Varnholt {
 
+class TCanvas;
 class TControl;
 class TPopupMenu;
 
@@ -47,6 +48,8 @@ public:
     [[nodiscard]] virtual TPoint GetClientOrigin() = 0;
     /// Cells of a list view: the bounds in the control of a column, from 0, of a row, from 0.
     [[nodiscard]] virtual TRect GetCellRect(std::int32_t column, std::int32_t row) = 0;
+    /// Draws the widget, with its children, at a point of the canvas.
+    virtual void PaintTo(TCanvas& canvas, std::int32_t x, std::int32_t y) = 0;
 };
 
 class IControlBackend {

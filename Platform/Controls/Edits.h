@@ -47,6 +47,7 @@ public:
 
 protected:
     TCustomEdit();
+    [[nodiscard]] StringView GetPaintedText() const noexcept override { return FText; }
     /// The text as the control keeps it.
     [[nodiscard]] virtual String Kept(StringView text) const;
     virtual void TextChanged();

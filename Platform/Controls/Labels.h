@@ -14,6 +14,9 @@ public:
     [[nodiscard]] const String& GetCaption() const noexcept { return FCaption; }
     void SetCaption(StringView caption);
 
+protected:
+    [[nodiscard]] StringView GetPaintedText() const noexcept override { return FCaption; }
+
 private:
     String FCaption;
 };
@@ -27,6 +30,7 @@ public:
     void SetCaption(StringView caption);
 
 protected:
+    [[nodiscard]] StringView GetPaintedText() const noexcept override { return FCaption; }
     [[nodiscard]] bool TakesInput() const noexcept override { return false; }
 
 private:

@@ -15,6 +15,9 @@ namespace Varnholt {
 /// number is in the low byte.
 using TColor = std::uint32_t;
 
+/// Alpha, red, green, blue from the top byte to the low one; alpha 255 is opaque.
+using TARGB = std::uint32_t;
+
 inline constexpr TColor clBlack = 0x000000;
 inline constexpr TColor clWhite = 0xFFFFFF;
 inline constexpr TColor clRed = 0x0000FF;

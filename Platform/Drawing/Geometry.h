@@ -4,6 +4,8 @@
 
 /// Points, sizes and rectangles in pixels, with y growing downwards.
 ///
+/// A whole number is the middle of a pixel: the line from (0, 0) to (3, 0) is on the first four pixels of the first row.
+///
 /// Threads: plain values.
 namespace Varnholt {
 
@@ -11,6 +13,13 @@ struct TPoint {
     std::int32_t X = 0;
     std::int32_t Y = 0;
     bool operator==(const TPoint&) const = default;
+};
+
+/// A point between the pixels.
+struct TFloatPoint {
+    float X = 0;
+    float Y = 0;
+    bool operator==(const TFloatPoint&) const = default;
 };
 
 struct TSize {

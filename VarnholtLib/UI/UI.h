@@ -4,6 +4,7 @@
 ///
 /// For applications. Code of the library includes the headers that it uses.
 #include "VarnholtLib/UI/vrnAppExceptionHandler.h"
+#include "VarnholtLib/UI/vrnBitmapPixels.h"
 #include "VarnholtLib/UI/vrnBrowseFileDialogs.h"
 #include "VarnholtLib/UI/vrnBrowseFolderDialog.h"
 #include "VarnholtLib/UI/vrnClipboardEnvelope.h"
@@ -17,6 +18,8 @@
 #include "VarnholtLib/UI/vrnFavAdd.h"
 #include "VarnholtLib/UI/vrnFavOrg.h"
 #include "VarnholtLib/UI/vrnFavourites.h"
+#include "VarnholtLib/UI/vrnGraphicPrims.h"
+#include "VarnholtLib/UI/vrnGraphics.h"
 #include "VarnholtLib/UI/vrnHiDpi.h"
 #include "VarnholtLib/UI/vrnKeyboard.h"
 #include "VarnholtLib/UI/vrnListViewHelper.h"

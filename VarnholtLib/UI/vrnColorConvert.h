@@ -18,9 +18,6 @@
 /// Threads: as Colors.h.
 namespace Varnholt {
 
-/// Alpha, red, green, blue from the top byte to the low one.
-using TARGB = std::uint32_t;
-
 class VARNHOLT_EXPORT TColorConvert {
 public:
     TColorConvert() = delete;
