@@ -39,6 +39,29 @@ TCairoSurface MakeSurface(TPictureFormat format, TSize size, std::string& bytes)
     return page;
 }
 
+/// Cairo writes six decimals, and half of an SVG file is digits that nobody can see: two are kept after the XML
+/// declaration.
+std::string WithShortNumbers(std::string_view svg) {
+    constexpr std::size_t kDecimals = 2;
+    const auto isDigit = [&](std::size_t i) { return i < svg.size() && svg[i] >= '0' && svg[i] <= '9'; };
+    std::string text;
+    text.reserve(svg.size());
+    const std::size_t declaration = svg.find('\n');
+    for (std::size_t i = 0; i < svg.size();) {
+        if (i < declaration || svg[i] != '.' || !isDigit(i + 1)) {
+            text += svg[i++];
+            continue;
+        }
+        std::size_t end = ++i;
+        while (isDigit(end)) ++end;
+        std::string_view decimals = svg.substr(i, std::min(end - i, kDecimals));
+        decimals = decimals.substr(0, decimals.find_last_not_of('0') + 1);
+        if (!decimals.empty()) text.append(".").append(decimals);
+        i = end;
+    }
+    return text;
+}
+
 }  // namespace
 
 std::optional<TPictureFormat> PictureFormatOf(StringView fileName) {
@@ -67,7 +90,7 @@ std::string DrawPicture(TPictureFormat format, TSize size, const std::function<v
     if (format == pictPng) CheckCairo(cairo_surface_write_to_png_stream(surface.get(), Append, &bytes));
     cairo_surface_finish(surface.get());
     CheckCairo(cairo_surface_status(surface.get()));
-    return bytes;
+    return format == pictSvg ? WithShortNumbers(bytes) : bytes;
 }
 
 void DrawToFile(StringView fileName, TSize size, const std::function<void(TCanvas&)>& draw) {

@@ -155,8 +155,9 @@ void TCsvOutput::Finish() {
     FinishTogether({this});
 }
 
-void TCsvOutput::FinishTogether(std::initializer_list<TCsvOutput*> files) {
+void TCsvOutput::FinishTogether(std::initializer_list<TCsvOutput*> files, TDraftFileStream* other) {
     std::vector<TDraftFileStream*> drafts;
+    if (other != nullptr) drafts.push_back(other);
     for (TCsvOutput* const file : files) {
         if (!file->FFile) {
             FlushOutput();

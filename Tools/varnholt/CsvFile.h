@@ -104,7 +104,8 @@ public:
     /// Completes the file after its last row.
     void Finish();
     /// Completes several files, all of them or none; see TDraftFileStream::CommitTogether.
-    static void FinishTogether(std::initializer_list<TCsvOutput*> files);
+    /// With another file that is written, unless it is null.
+    static void FinishTogether(std::initializer_list<TCsvOutput*> files, TDraftFileStream* other = nullptr);
 
 private:
     void Write(StringView text);

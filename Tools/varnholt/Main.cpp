@@ -14,6 +14,7 @@
 #include "Tools/varnholt/FoldersCommand.h"
 #include "Tools/varnholt/Output.h"
 #include "Tools/varnholt/PackCommand.h"
+#include "Tools/varnholt/PlotCommand.h"
 #include "Tools/varnholt/Process.h"
 #include "Tools/varnholt/ProgramLog.h"
 #include "Tools/varnholt/ProxyCommand.h"
@@ -138,6 +139,7 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     AddPackCommand(app);
     AddProxyCommand(app);
     AddReportCommand(app);
+    AddPlotCommand(app);
     AddTableCommand(app);
     AddUnpackCommands(app);
     AddVersionCommand(app);

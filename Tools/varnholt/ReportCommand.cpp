@@ -7,14 +7,17 @@
 #include <optional>
 #include <vector>
 
+#include "Platform/Drawing/Picture.h"
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
 #include "Platform/Runtime/Numbers.h"
 #include "Platform/Runtime/Paths.h"
 #include "Tools/varnholt/InputOptions.h"
 #include "Tools/varnholt/Output.h"
+#include "Tools/varnholt/PictureOption.h"
 #include "Tools/varnholt/ReportFiles.h"
 #include "Tools/varnholt/ReportOutput.h"
+#include "Tools/varnholt/StationChart.h"
 #include "Tools/varnholt/StationFile.h"
 #include "Tools/varnholt/StationSummary.h"
 #include "VarnholtLib/Foundation/vrnString.h"
@@ -30,6 +33,7 @@ struct TReportOptions {
     std::optional<std::string> Sunshine;
     std::optional<std::string> Angstrom;
     std::optional<std::string> OutFolder;
+    std::optional<std::string> Chart;
     TInputOptions Input;
 };
 
@@ -125,18 +129,43 @@ std::optional<String> ReadOutFolder(const TReportOptions& options) {
     return FromUtf8(*options.OutFolder);
 }
 
+std::optional<String> ReadChart(const TReportOptions& options) {
+    if (!options.Chart) return std::nullopt;
+    const String path = FromUtf8(*options.Chart);
+    CheckPicture("--chart", path);
+    return path;
+}
+
+/// Writes the tables and the chart as far as they are wanted, all or none.
+void WriteFiles(const std::optional<String>& folder, const std::optional<String>& chart, StringView title,
+                const TStationSummary& summary) {
+    constexpr TSize kSize{800, 1000};
+    const auto draw = [&](TCanvas& canvas) { DrawStationChart(canvas, kSize, title, summary); };
+    if (folder) {
+        std::optional<TReportChart> picture;
+        if (chart) picture = {*chart, DrawPicture(*PictureFormatOf(*chart), kSize, draw)};
+        WriteReportFiles(*folder, summary, picture);
+    } else if (chart) {
+        DrawToFile(*chart, kSize, draw);
+    }
+}
+
 void RunReport(const TReportOptions& options) {
     const TStationColumns columns = options.Columns ? ReadColumns(*options.Columns) : TStationColumns();
     const TSite site = ReadSite(options);
     const std::optional<String> folder = ReadOutFolder(options);
-    const String path = FromUtf8(options.File), printed = u"-";
-    CheckOutputs({&path, 1}, {&printed, 1});
-    if (folder) CheckReportFiles(*folder, path);
+    const std::optional<String> chart = ReadChart(options);
+    const String path = FromUtf8(options.File);
+    std::vector<String> outputs = {u"-"};
+    if (chart) outputs.push_back(*chart);
+    CheckOutputs({&path, 1}, outputs);
+    if (folder) CheckReportFiles(*folder, path, chart);
     TCsvInput file(path, options.Input.GetEncoding());
     const TStation station = ReadStation(file, columns, options.Input.GetMissingValues());
     const TStationSummary summary = Summarise(station, site);
-    if (folder) WriteReportFiles(*folder, summary);
-    PrintReport(ExtractFileName(file.GetName()), summary);
+    const String title = ExtractFileName(file.GetName());
+    WriteFiles(folder, chart, title, summary);
+    PrintReport(title, summary);
     FlushOutput();  // before the warnings
     file.ReportShortRows();
     WarnOfFindings(station);
@@ -171,6 +200,10 @@ void AddReportCommand(CLI::App& app) {
         ->add_option("--out", options->OutFolder,
                      "Folder for monthly.csv, yearly.csv and summary.csv, which are replaced together")
         ->type_name("FOLDER");
+    report
+        ->add_option("--chart", options->Chart,
+                     "Climate diagram, yearly means and monthly totals as a picture: .svg, .png or .pdf")
+        ->type_name("FILE");
     AddInputOptions(*report, options->Input);
     report->callback([options] { RunReport(*options); });
 }

@@ -85,10 +85,12 @@ std::array<String, 3> PathsIn(StringView folder) {
 
 }  // namespace
 
-void CheckReportFiles(StringView folder, StringView stationPath) {
-    if (!DirectoryExists(folder)) return;
+void CheckReportFiles(StringView folder, StringView stationPath, const std::optional<String>& chartPath) {
     const StringView station = stationPath == u"-" ? u"/dev/stdin" : stationPath;
-    const auto paths = PathsIn(folder);
+    const auto tables = PathsIn(folder);
+    std::vector<String> paths;
+    if (DirectoryExists(folder)) paths.assign(tables.begin(), tables.end());
+    if (chartPath) paths.push_back(*chartPath);
     for (const String& path : paths) {
         const StringView reason = IsSameFile(station, path) ? u"It is also the input"
                                   : FileExists(path) && TDraftFileStream::IsWrittenDirectly(path)
@@ -96,20 +98,22 @@ void CheckReportFiles(StringView folder, StringView stationPath) {
                                       : StringView();
         if (!reason.empty()) throw Exception(Format(u"Cannot write file \"%s\": %s", {path, reason}));
     }
-    std::vector<String> outputs(paths.begin(), paths.end());
-    outputs.emplace_back(u"-");
-    CheckOutputs({}, outputs);
+    paths.emplace_back(u"-");
+    CheckOutputs({}, paths);
 }
 
-void WriteReportFiles(StringView folder, const TStationSummary& summary) {
+void WriteReportFiles(StringView folder, const TStationSummary& summary,
+                      const std::optional<TReportChart>& chart) {
     TNewFolder newFolder(folder);
     newFolder.Create();
+    std::optional<TDraftFileStream> picture;
+    if (chart) picture.emplace(chart->Path).WriteBuffer(BytesOf(chart->Bytes));
     const auto [monthsPath, yearsPath, summaryPath] = PathsIn(folder);
     TCsvOutput months(monthsPath), years(yearsPath), figures(summaryPath);
     WriteMonths(months, summary);
     WriteYears(years, summary);
     WriteSummary(figures, summary);
-    TCsvOutput::FinishTogether({&months, &years, &figures});
+    TCsvOutput::FinishTogether({&months, &years, &figures}, picture ? &*picture : nullptr);
     newFolder.Keep();
 }
 

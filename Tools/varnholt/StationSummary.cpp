@@ -241,6 +241,7 @@ void FillGammaFit(std::span<const TMonthTally> months, TStationSummary& summary)
         if (!month.IsFull()) continue;
         ++summary.FullMonths;
         const auto total = static_cast<float>(month.Precipitation.Sum);
+        summary.MonthlyTotals.push_back(total);
         if (total > 0) totals.push_back(total);
     }
     const auto count = static_cast<std::int32_t>(totals.size());

@@ -70,6 +70,7 @@ struct TStationSummary {
     TFigure PrecipitationMean, PrecipitationSd, PrecipitationMax;
     TFigure CorrTMaxTMin, TMaxPpcc, TMaxKs;
     TFigure GammaAlpha, GammaBeta;               // fitted to the totals above 0 mm of the full months
+    std::vector<float> MonthlyTotals;            // mm, of the full months
     TFigure P10, P50, P90;                       // of the full months, dry ones included
     std::int32_t FullMonths = 0, DryMonths = 0;  // dry: a full month with a total of 0 mm (or below)
     TFigure YearlySlope, YearlyIntercept, MonthlySlope;

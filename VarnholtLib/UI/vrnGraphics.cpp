@@ -21,6 +21,13 @@ TGradientVertex Corner(std::int32_t x, std::int32_t y, TColor color) noexcept {
     return {.X = x, .Y = y, .Red = channel(0), .Green = channel(1), .Blue = channel(2), .Alpha = 0};
 }
 
+constexpr StringView kDots = u"...";
+constexpr std::size_t kMaxMeasured = 32767;
+
+bool Fits(StringView text, TCanvas& canvas, std::int32_t width) {
+    return text.size() <= kMaxMeasured && canvas.TextWidth(text) <= width;
+}
+
 /// The first units of a text, without half of a surrogate pair at the end.
 StringView Head(StringView text, std::size_t count) noexcept {
     const bool isCut = count > 0 && count < text.size() && (text[count - 1] & 0xFC00) == 0xD800;
@@ -34,10 +41,10 @@ std::optional<String> Longest(StringView before, StringView text, StringView aft
     const auto made = [&](std::size_t count) {
         return String(before) + String(Head(text, count)) + String(after);
     };
-    const auto fits = [&](std::size_t count) { return canvas.TextWidth(made(count)) <= width; };
+    const auto fits = [&](std::size_t count) { return Fits(made(count), canvas, width); };
     if (!fits(0)) return std::nullopt;
-    // The first 32,767 units are measured, so longer beginnings would seem to fit.
-    std::size_t fitting = 0, failing = std::min<std::size_t>(text.size(), 32000) + 1;
+    const std::size_t rest = std::min(before.size() + after.size(), kMaxMeasured);
+    std::size_t fitting = 0, failing = std::min(text.size(), kMaxMeasured - rest) + 1;
     while (failing - fitting > 1) {
         const std::size_t middle = fitting + (failing - fitting) / 2;
         (fits(middle) ? fitting : failing) = middle;
@@ -78,9 +85,13 @@ void AngleTextOut(TCanvas& canvas, std::int32_t angle, std::int32_t x, std::int3
     canvas.TextOut(x, y, text);
 }
 
+String ShortenedText(StringView text, TCanvas& canvas, std::int32_t width) {
+    if (Fits(text, canvas, width)) return String(text);
+    return Longest({}, text, kDots, canvas, width).value_or(String(text));
+}
+
 String EllipsePathString(StringView path, TCanvas& canvas, std::int32_t width) {
-    constexpr StringView kDots = u"...";
-    if (path.size() <= 32767 && canvas.TextWidth(path) <= width) return String(path);
+    if (Fits(path, canvas, width)) return String(path);
     const std::size_t slash = path.find_last_of(u"\\/");
     const StringView name = slash == StringView::npos ? path : path.substr(slash);  // with its separator
     if (slash != StringView::npos) {
@@ -88,7 +99,7 @@ String EllipsePathString(StringView path, TCanvas& canvas, std::int32_t width) {
         if (const auto shortened = Longest({}, path.substr(0, slash), end, canvas, width)) return *shortened;
         if (const auto shortened = Longest(kDots, name, kDots, canvas, width)) return *shortened;
     }
-    return Longest({}, name, kDots, canvas, width).value_or(String(path));
+    return ShortenedText(name, canvas, width);
 }
 
 String EllipsePathString(StringView path, const TLabel& label) {

@@ -36,6 +36,10 @@ VARNHOLT_EXPORT void GradFill(TCanvas& canvas, TColor color1, TColor color2, std
 VARNHOLT_EXPORT void AngleTextOut(TCanvas& canvas, std::int32_t angle, std::int32_t x, std::int32_t y,
                                   StringView text);
 
+/// The text, with as much of its end replaced by `...` as does not fit into a width in pixels; the text itself if not
+/// even `...` fits.
+[[nodiscard]] VARNHOLT_EXPORT String ShortenedText(StringView text, TCanvas& canvas, std::int32_t width);
+
 /// The path, shortened to a width in pixels of the font of the canvas. What does not fit is left out of the middle of
 /// the folders, `C:\Users\...\rain.csv`; then all folders are left out, and then the end of the file name,
 /// `...\ra...`. If not even `...` fits, the path remains as it is. The path may have any length.
