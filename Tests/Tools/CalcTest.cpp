@@ -69,9 +69,11 @@ TEST_F(CalcTest, ReplacesTheFileOnlyWhenAllRowsAreDone) {
     EXPECT_EQ(Run("'$a * 2' --csv rows.csv --out rows.csv"), 0);
     const std::string written = "a,b,value\n1,2,2\n4,,8\n-999.5,3,-999\nNA,1,-999\n6,0,12\n8,,16\n";
     EXPECT_EQ(Content(u"rows.csv"), written);
+    EXPECT_EQ(Run("'$d' --csv short.csv --out filled.csv"), 0);
+    EXPECT_EQ(Content(u"filled.csv"), "d,x,value\n1,0.5,1\n2,,2\n");
     EXPECT_EQ(Run("'$a' --csv long.csv --out rows.csv"), 1);
     EXPECT_EQ(Content(u"rows.csv"), written) << "the former file is lost";
-    EXPECT_EQ(Names(), "empty.csv\nlong.csv\nodd.csv\npipe\nprinted\nreported\nrows.csv\nshort.csv\n")
+    EXPECT_EQ(Names(), "empty.csv\nfilled.csv\nlong.csv\nodd.csv\npipe\nprinted\nreported\nrows.csv\nshort.csv\n")
         << "a draft remains";
 }
 

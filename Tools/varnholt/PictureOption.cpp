@@ -5,6 +5,9 @@
 #include <optional>
 
 #include "Platform/Drawing/Picture.h"
+#include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Files.h"
+#include "Platform/Runtime/Format.h"
 
 namespace Varnholt::Tool {
 namespace {
@@ -18,9 +21,11 @@ std::optional<std::int32_t> ReadLength(std::string_view text) {
 
 }  // namespace
 
-void CheckPicture(const std::string& option, StringView fileName) {
+void CheckPicture(const std::string& option, StringView fileName, StringView input) {
     if (!PictureFormatOf(fileName))
         throw CLI::ValidationError(option, "takes a file name that ends in .svg, .png or .pdf");
+    if (IsSameFile(input == u"-" ? StringView(u"/dev/stdin") : input, fileName))
+        throw Exception(Format(u"Cannot write file \"%s\": It is also the input", {fileName}));
 }
 
 TSize ReadPictureSize(const std::string& option, const std::string& text) {

@@ -187,7 +187,7 @@ TChart ChartOf(TPlotData& data, const TPlotOptions& options, StringView title) {
 
 void RunPlot(const TPlotOptions& options) {
     const String path = FromUtf8(options.File), target = FromUtf8(options.OutFile.value_or("plot.svg"));
-    CheckPicture("--out", target);
+    CheckPicture("--out", target, path);
     const TSize size = ReadPictureSize("--size", options.Size);
     CheckOutputs({&path, 1}, {&target, 1});
     TCsvInput file(path, options.Input.GetEncoding());

@@ -132,7 +132,7 @@ std::optional<String> ReadOutFolder(const TReportOptions& options) {
 std::optional<String> ReadChart(const TReportOptions& options) {
     if (!options.Chart) return std::nullopt;
     const String path = FromUtf8(*options.Chart);
-    CheckPicture("--chart", path);
+    CheckPicture("--chart", path, FromUtf8(options.File));
     return path;
 }
 
