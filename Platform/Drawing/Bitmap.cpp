@@ -76,6 +76,10 @@ void Store(std::uint32_t rgb, std::uint8_t* pixel, TPixelFormat format) noexcept
     }
 }
 
+std::uint8_t* BytesOf(std::vector<TPixelByte>& pixels) noexcept {
+    return reinterpret_cast<std::uint8_t*>(pixels.data());
+}
+
 /// A block of pixels in one format.
 struct TBlock {
     std::uint8_t* Pixels;
@@ -164,7 +168,7 @@ private:
                 static_cast<std::size_t>(cairo_image_surface_get_stride(FSurface.get())), pf32bit};
     }
     [[nodiscard]] TBlock BitmapBlock() const noexcept {
-        return {FBitmap.FPixels.data(), Stride(FBitmap.FWidth, FBitmap.FFormat), FBitmap.FFormat};
+        return {BytesOf(FBitmap.FPixels), Stride(FBitmap.FWidth, FBitmap.FFormat), FBitmap.FFormat};
     }
 
     TCairoTarget& Image() {
@@ -185,6 +189,7 @@ private:
         }
         FIsStale = false;
         FHasDrawn = true;
+        FBitmap.ForgetRow();
         image.Check();
         return image;
     }
@@ -224,19 +229,19 @@ void TBitmap::TakeDrawing() const {
 }
 
 void TBitmap::Replace(std::int32_t width, std::int32_t height, TPixelFormat format,
-                      std::vector<std::uint8_t>&& pixels) noexcept {
+                      std::vector<TPixelByte>&& pixels) noexcept {
     if (FTarget != nullptr && (width != FWidth || height != FHeight)) FTarget->Reset();
     FWidth = width;
     FHeight = height;
     FFormat = format;
     FPixels = std::move(pixels);
-    ++FGeneration;
+    ForgetRow();
 }
 
 void TBitmap::Assign(const TBitmap& source) {
     source.TakeDrawing();
     TakeDrawing();
-    std::vector<std::uint8_t> pixels = source.FPixels;
+    std::vector<TPixelByte> pixels = source.FPixels;
     Replace(source.FWidth, source.FHeight, source.FFormat, std::move(pixels));
 }
 
@@ -247,8 +252,8 @@ void TBitmap::SetSize(std::int32_t width, std::int32_t height) {
             Format(u"Size %d x %d of a bitmap is not between 0 and 32767", {width, height}));
     TakeDrawing();
     const std::size_t stride = Stride(width, FFormat);
-    std::vector<std::uint8_t> pixels(stride * static_cast<std::size_t>(height), 0xFF);
-    Convert({FPixels.data(), Stride(FWidth, FFormat), FFormat}, {pixels.data(), stride, FFormat},
+    std::vector<TPixelByte> pixels(stride * static_cast<std::size_t>(height), TPixelByte{0xFF});
+    Convert({BytesOf(FPixels), Stride(FWidth, FFormat), FFormat}, {BytesOf(pixels), stride, FFormat},
             std::min(width, FWidth), std::min(height, FHeight));
     Replace(width, height, FFormat, std::move(pixels));
 }
@@ -257,17 +262,23 @@ void TBitmap::SetPixelFormat(TPixelFormat format) {
     if (format == FFormat || !Holds(format)) return;
     TakeDrawing();
     const std::size_t stride = Stride(FWidth, format);
-    std::vector<std::uint8_t> pixels(stride * static_cast<std::size_t>(FHeight));
-    Convert({FPixels.data(), Stride(FWidth, FFormat), FFormat}, {pixels.data(), stride, format}, FWidth,
+    std::vector<TPixelByte> pixels(stride * static_cast<std::size_t>(FHeight));
+    Convert({BytesOf(FPixels), Stride(FWidth, FFormat), FFormat}, {BytesOf(pixels), stride, format}, FWidth,
             FHeight);
     Replace(FWidth, FHeight, format, std::move(pixels));
 }
 
-std::span<std::uint8_t> TBitmap::ScanLine(std::int32_t row) {
+void TBitmap::FetchRow(std::int32_t row) {
     const std::size_t index = ListIndex(row, static_cast<std::size_t>(FHeight));
     TakeDrawing();
-    const std::size_t stride = Stride(FWidth, FFormat);
-    return std::span(FPixels).subspan(index * stride, stride);
+    FRow = {.Bytes = FPixels.data() + index * Stride(FWidth, FFormat),
+            .Number = row,
+            .WidthOf24 = FFormat == pf24bit ? static_cast<std::uint32_t>(FWidth) : 0};
+}
+
+std::span<std::uint8_t> TBitmap::ScanLine(std::int32_t row) {
+    FetchRow(row);
+    return {reinterpret_cast<std::uint8_t*>(FRow.Bytes), Stride(FWidth, FFormat)};
 }
 
 TCanvas& TBitmap::GetCanvas() {

@@ -28,6 +28,10 @@ enum TPixelFormat : std::uint8_t {
     pfCustom,  ///< not held
 };
 
+/// A byte of a pixel. Unlike a plain byte it shares no memory with other types, so that a compiler can keep other variables
+/// in registers while pixels are written.
+enum TPixelByte : std::uint8_t {};
+
 class VARNHOLT_EXPORT TBitmap {
 public:
     /// An empty bitmap, or a white one. Errors as SetSize.
@@ -56,12 +60,21 @@ public:
     /// The bytes of a row from 0, the upper one; they may be read and written until the bitmap or its canvas is
     /// used otherwise. A row ends at a multiple of 4 bytes. EListError as a list.
     [[nodiscard]] std::span<std::uint8_t> ScanLine(std::int32_t row);
+    /// A row whose address was asked for.
+    struct TRow {
+        TPixelByte* Bytes = nullptr;
+        std::int32_t Number = -1;     ///< -1 for none
+        std::uint32_t WidthOf24 = 0;  ///< in pixels; 0 if the bitmap has not 24 bits a pixel
+    };
+    /// The row that was fetched last; none as soon as its address is no longer right, or the canvas has drawn. The
+    /// reference lives as long as the bitmap.
+    [[nodiscard]] const TRow& GetFetchedRow() const noexcept { return FRow; }
+    /// Fetches a row. Errors as ScanLine.
+    void FetchRow(std::int32_t row);
+    void ForgetRow() noexcept { FRow.Number = -1; }
 
     /// Lives as long as the bitmap.
     [[nodiscard]] TCanvas& GetCanvas();
-
-    /// Counts changes of size and format, and assignments.
-    [[nodiscard]] const std::uint32_t& GetGeneration() const noexcept { return FGeneration; }
 
 protected:
     /// Whether the bitmap holds a format; a derived bitmap may refuse more.
@@ -71,16 +84,16 @@ private:
     class TTarget;
 
     void Replace(std::int32_t width, std::int32_t height, TPixelFormat format,
-                 std::vector<std::uint8_t>&& pixels) noexcept;
+                 std::vector<TPixelByte>&& pixels) noexcept;
     void TakeDrawing() const;
 
     std::int32_t FWidth = 0;
     std::int32_t FHeight = 0;
     TPixelFormat FFormat = pf32bit;
-    mutable std::vector<std::uint8_t> FPixels;
+    mutable std::vector<TPixelByte> FPixels;
     std::unique_ptr<TTarget> FTarget;
     std::unique_ptr<TCanvas> FCanvas;
-    std::uint32_t FGeneration = 0;
+    TRow FRow;
 };
 
 }  // namespace Varnholt

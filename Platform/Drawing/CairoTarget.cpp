@@ -129,10 +129,11 @@ void TCairoTarget::Hatch(TBrushStyle style) {
     cairo_t* const cairo = FCairo.get();
     double left = 0, top = 0, right = 0, bottom = 0;
     cairo_clip_extents(cairo, &left, &top, &right, &bottom);
-    const auto first = [](double value) { return std::floor(value / kHatchStep) * kHatchStep; };
     const double height = bottom - top;
     const auto lines = [&](double from, double to, auto&& line) {
-        for (double at = first(from); at <= to; at += kHatchStep) line(at + 0.5);
+        for (auto number = static_cast<int>(std::floor(from / kHatchStep)); number * kHatchStep <= to;
+             ++number)
+            line(number * kHatchStep + 0.5);
     };
     const auto segment = [&](double x1, double y1, double x2, double y2) {
         cairo_move_to(cairo, x1, y1);

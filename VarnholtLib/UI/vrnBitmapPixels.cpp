@@ -17,9 +17,9 @@ std::uint32_t Low5(TColor value, int index) noexcept {
     return LowerPixel(value >> (8 * index), 31);
 }
 
-void StoreWord(std::uint8_t* pixel, std::uint32_t word) noexcept {
-    pixel[0] = static_cast<std::uint8_t>(word);
-    pixel[1] = static_cast<std::uint8_t>(word >> 8);
+void StoreWord(TPixelByte* pixel, std::uint32_t word) noexcept {
+    pixel[0] = TPixelByte{static_cast<std::uint8_t>(word)};
+    pixel[1] = TPixelByte{static_cast<std::uint8_t>(word >> 8)};
 }
 
 }  // namespace
@@ -40,6 +40,7 @@ TBitmapPixels::TBitmapPixels(TBitmap& bitmap, bool copy) : FBitmap(&bitmap) {
 }
 
 void TBitmapPixels::SetUp() {
+    FRow = &FBitmap->GetFetchedRow();
     for (const TPixelFormat format : {pf24bit, pf16bit, pf15bit, pfDevice}) {
         FBitmap->SetPixelFormat(format);
         if (FBitmap->GetPixelFormat() == format) return;
@@ -56,24 +57,17 @@ bool TBitmapPixels::Fetch(std::int32_t x, std::int32_t y) {
         return false;
 #endif
     }
-    if (IsInRow(x, y)) return true;
-    FFormat = FBitmap->GetPixelFormat();
-    // What is not stored in bytes of ours goes through the canvas, which must not find an address given away.
-    if (FFormat == pfDevice || FFormat == pf8bit) {
-        FRow = -1;
-        return true;
-    }
-    FBytes = FBitmap->ScanLine(y).data();
-    FRow = y;
-    FRowWidth = static_cast<std::uint32_t>(GetWidth());
-    FGeneration = FBitmap->GetGeneration();
+    // What is not stored in bytes that are known here goes through the canvas.
+    const TPixelFormat format = GetPixelFormat();
+    if (format != pfDevice && format != pf8bit && FRow->Number != y) FBitmap->FetchRow(y);
     return true;
 }
 
 TColor TBitmapPixels::GetOther(std::int32_t x, std::int32_t y) {
     if (!Fetch(x, y)) return clBlack;
-    if (FFormat != pf24bit && FFormat != pf32bit) return GetCanvas().GetPixel(x, y);
-    const std::uint8_t* const pixel = FBytes + static_cast<std::size_t>(x) * (FFormat == pf24bit ? 3 : 4);
+    const TPixelFormat format = GetPixelFormat();
+    if (format != pf24bit && format != pf32bit) return GetCanvas().GetPixel(x, y);
+    const TPixelByte* const pixel = FRow->Bytes + static_cast<std::size_t>(x) * (format == pf24bit ? 3 : 4);
     return static_cast<TColor>(pixel[2] | pixel[1] << 8 | pixel[0] << 16);
 }
 
@@ -81,20 +75,21 @@ void TBitmapPixels::SetOther(std::int32_t x, std::int32_t y, TColor value) {
     if (!Fetch(x, y)) return;
     value = ColorToRGB(value);
     const auto column = static_cast<std::size_t>(x);
-    switch (FFormat) {
+    const TPixelFormat format = GetPixelFormat();
+    switch (format) {
         case pf15bit:
-            return StoreWord(FBytes + 2 * column,
+            return StoreWord(FRow->Bytes + 2 * column,
                              Low5(value, 0) << 10 | Low5(value, 1) << 5 | Low5(value, 2));
         case pf16bit:
-            return StoreWord(FBytes + 2 * column,
+            return StoreWord(FRow->Bytes + 2 * column,
                              Low5(value, 0) << 11 | LowerPixel(value >> 8, 63) << 5 | Low5(value, 2));
         case pf24bit:
         case pf32bit: {
-            std::uint8_t* const pixel = FBytes + column * (FFormat == pf24bit ? 3 : 4);
-            pixel[0] = static_cast<std::uint8_t>(value >> 16);
-            pixel[1] = static_cast<std::uint8_t>(value >> 8);
-            pixel[2] = static_cast<std::uint8_t>(value);
-            if (FFormat == pf32bit) pixel[3] = 0;
+            TPixelByte* const pixel = FRow->Bytes + column * (format == pf24bit ? 3 : 4);
+            pixel[0] = PixelByte(value, 2);
+            pixel[1] = PixelByte(value, 1);
+            pixel[2] = PixelByte(value, 0);
+            if (format == pf32bit) pixel[3] = TPixelByte{0};
             return;
         }
         default:

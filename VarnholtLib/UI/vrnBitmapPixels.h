@@ -37,9 +37,8 @@ public:
     /// ones.
     void Set_Pixel(std::int32_t x, std::int32_t y, TColor value);
 
-    /// Forgets the row. To be called when the pixels or the canvas have been used by other means; a new size or format
-    /// is noticed without it.
-    void Reset() noexcept { FRow = -1; }
+    /// Forgets the row. Not needed after drawing, a new size or a new format, which are noticed.
+    void Reset() noexcept { FBitmap->ForgetRow(); }
 
     [[nodiscard]] std::int32_t GetWidth() const noexcept { return FBitmap->GetWidth(); }
     void SetWidth(std::int32_t width);
@@ -48,44 +47,41 @@ public:
     [[nodiscard]] TPixelFormat GetPixelFormat() const noexcept { return FBitmap->GetPixelFormat(); }
     /// Raises Exception `Pixel format is not supported`, with the former format in place, if the bitmap refuses it.
     void SetPixelFormat(TPixelFormat format);
-    /// Call Reset after drawing.
     [[nodiscard]] TCanvas& GetCanvas() { return FBitmap->GetCanvas(); }
     [[nodiscard]] TBitmap& GetBitmap() noexcept { return *FBitmap; }
 
 private:
-    /// Whether the pixel is in the row whose address is held.
-    [[nodiscard]] bool IsInRow(std::int32_t x, std::int32_t y) const noexcept {
-        return y == FRow && static_cast<std::uint32_t>(x) < FRowWidth &&
-               FGeneration == FBitmap->GetGeneration();
+    /// Whether the pixel is in the row that was fetched, and this has 24 bits a pixel.
+    [[nodiscard]] bool IsIn24BitRow(std::int32_t x, std::int32_t y) const noexcept {
+        return y == FRow->Number && static_cast<std::uint32_t>(x) < FRow->WidthOf24;
+    }
+    static TPixelByte PixelByte(TColor value, int index) noexcept {
+        return TPixelByte{static_cast<std::uint8_t>(value >> (8 * index))};
     }
     void SetUp();
     bool Fetch(std::int32_t x, std::int32_t y);
     TColor GetOther(std::int32_t x, std::int32_t y);
     void SetOther(std::int32_t x, std::int32_t y, TColor value);
 
-    std::uint8_t* FBytes = nullptr;  // of the row
     TBitmap* FBitmap;
-    std::int32_t FRow = -1;
-    std::uint32_t FRowWidth = 0;
-    std::uint32_t FGeneration = 0;
-    TPixelFormat FFormat = pfDevice;  // of the row
+    const TBitmap::TRow* FRow = nullptr;  // of the bitmap
     std::unique_ptr<TBitmap> FCreated;
 };
 
 inline TColor TBitmapPixels::Get_Pixel(std::int32_t x, std::int32_t y) {
-    if (!IsInRow(x, y) || FFormat != pf24bit) [[unlikely]]
+    if (!IsIn24BitRow(x, y)) [[unlikely]]
         return GetOther(x, y);
-    const std::uint8_t* const pixel = FBytes + static_cast<std::size_t>(x) * 3;
+    const TPixelByte* const pixel = FRow->Bytes + static_cast<std::size_t>(x) * 3;
     return static_cast<TColor>(pixel[2] | pixel[1] << 8 | pixel[0] << 16);
 }
 
 inline void TBitmapPixels::Set_Pixel(std::int32_t x, std::int32_t y, TColor value) {
-    if (!IsInRow(x, y) || FFormat != pf24bit || value > 0xFFFFFF) [[unlikely]]
+    if (!IsIn24BitRow(x, y) || value > 0xFFFFFF) [[unlikely]]
         return SetOther(x, y, value);
-    std::uint8_t* const pixel = FBytes + static_cast<std::size_t>(x) * 3;
-    pixel[0] = static_cast<std::uint8_t>(value >> 16);
-    pixel[1] = static_cast<std::uint8_t>(value >> 8);
-    pixel[2] = static_cast<std::uint8_t>(value);
+    TPixelByte* const pixel = FRow->Bytes + static_cast<std::size_t>(x) * 3;
+    pixel[0] = PixelByte(value, 2);
+    pixel[1] = PixelByte(value, 1);
+    pixel[2] = PixelByte(value, 0);
 }
 
 }  // namespace Varnholt

@@ -304,11 +304,12 @@ private:
 std::vector<TColor> ChartColors(std::int32_t count) {
     static constexpr std::array<StringView, 7> kTold = {u"#0072B2", u"#D55E00", u"#009E73", u"#CC79A7",
                                                         u"#E69F00", u"#56B4E9", u"#000000"};
-    std::vector<TColor> colors;
     if (count > static_cast<std::int32_t>(kTold.size()))
         return TColorDistributorFactory::GetObject()->Distribute(count)->ToArray();
-    for (std::int32_t i = 0; i < count; ++i)
-        colors.push_back(THTMLColorString::HTMLToColor(kTold[static_cast<std::size_t>(i)]));
+    std::vector<TColor> colors;
+    colors.reserve(kTold.size());
+    for (const StringView color : std::span(kTold).first(static_cast<std::size_t>(std::max(count, 0))))
+        colors.push_back(THTMLColorString::HTMLToColor(color));
     return colors;
 }
 

@@ -118,8 +118,8 @@ void TChartAxis::PutNumbers(std::int32_t maxTicks, bool isWhole, bool isLoose) {
     const auto above = [&](Extended value) { return std::ceil(value / step - 1e-9L); };
     const Extended first = isLoose ? below(FMin) : above(FMin);
     const Extended last = isLoose ? above(FMax) : below(FMax);
-    for (Extended number = first; number <= last; number += 1)
-        FTicks.push_back({number * step, FloatToStr(number * step, TFormatSettings::Invariant())});
+    for (int i = 0; first + i <= last; ++i)
+        FTicks.push_back({(first + i) * step, FloatToStr((first + i) * step, TFormatSettings::Invariant())});
     if (!isLoose) return;
     FMin = first * step;
     FMax = last * step;

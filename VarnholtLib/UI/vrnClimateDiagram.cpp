@@ -24,7 +24,7 @@ using TMonths = std::array<std::optional<double>, 12>;
 /// The values by the months of the diagram, which begins in January or July. What is not finite is left out.
 TMonths Arranged(const TMonths& values, bool beginsInJuly) {
     TMonths arranged = values;
-    if (beginsInJuly) std::ranges::rotate(arranged, arranged.begin() + 6);
+    if (beginsInJuly) std::rotate(arranged.begin(), arranged.begin() + 6, arranged.end());
     for (std::optional<double>& value : arranged)
         if (value)
             value = std::isfinite(*value) ? std::optional(std::clamp(*value, -kLimit, kLimit)) : std::nullopt;

@@ -20,9 +20,13 @@ TColor Plain(std::uint32_t r, std::uint32_t g, std::uint32_t b) noexcept {
 
 /// The nearest channel of a value from 0 to 1.
 std::uint8_t Channel(float value) noexcept {
-    const Extended scaled = Extended{value} * 255;
-    if (!(scaled > 0)) return 0;  // also for no number
-    return scaled >= 255 ? std::uint8_t{255} : static_cast<std::uint8_t>(*TryRoundToInt64(scaled));
+    const double scaled = double{value} * 255;  // exact: 24 bits by 8
+    if (!(scaled > 0)) return 0;                // also for no number
+    if (scaled >= 255) return 255;
+    const int whole = static_cast<int>(scaled);
+    const double rest = scaled - whole;
+    const bool goesUp = rest > 0.5 || (rest == 0.5 && whole % 2 == 1);  // ties to even
+    return static_cast<std::uint8_t>(whole + (goesUp ? 1 : 0));
 }
 
 /// How far a channel is from the largest, in sixths.

@@ -37,6 +37,14 @@ std::uint8_t CodeOf(TNumber x, TNumber y, const TRect& rect) noexcept {
     return static_cast<std::uint8_t>(horizontal + vertical);
 }
 
+/// The nearest integer of a quotient, ties to the even one.
+std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor) noexcept {
+    const std::int64_t whole = dividend / divisor;
+    const std::int64_t rest = 2 * std::abs(dividend % divisor), limit = std::abs(divisor);
+    const bool isAway = rest > limit || (rest == limit && whole % 2 != 0);
+    return whole + (isAway ? ((dividend < 0) == (divisor < 0) ? 1 : -1) : 0);
+}
+
 /// A line whose ends have coordinates of one type, and its slope.
 template <typename TNumber>
 struct TLine {
@@ -60,26 +68,42 @@ struct TLine {
         const std::int32_t edge = isVerticalEdge          ? (code & kLeft) != 0 ? rect.Left : rect.Right
                                   : (code & kBottom) != 0 ? rect.Bottom
                                                           : rect.Top;
-        const Extended distance = isVerticalEdge ? DY * (edge - static_cast<Extended>(Start.X)) / DX
-                                                 : DX * (edge - static_cast<Extended>(Start.Y)) / DY;
+        const Extended distance =
+            isVerticalEdge ? Distance(DY, Start.X, edge, DX) : Distance(DX, Start.Y, edge, DY);
         if (!std::isfinite(distance)) return false;
+        const bool isExact = isVerticalEdge && std::is_same_v<TNumber, float>;
+        const Extended rounded = isExact ? distance : Rounded(distance);
         if (isVerticalEdge)
-            end = {static_cast<TNumber>(edge), Moved(Start.Y, distance, std::is_same_v<TNumber, float>)};
+            end = {static_cast<TNumber>(edge), Moved(Start.Y, rounded)};
         else
-            end = {Moved(Start.X, distance, false), static_cast<TNumber>(edge)};
+            end = {Moved(Start.X, rounded), static_cast<TNumber>(edge)};
         return true;
     }
 
-    static TNumber Moved(TNumber from, Extended distance, bool isExact) noexcept {
-        // Below 2^63 the rounding is exact; larger floats are whole.
-        const Extended moved = from + (isExact ? distance : Rounded(distance));
-        if constexpr (std::is_same_v<TNumber, float>)
-            return static_cast<float>(moved);
-        else
-            return Truncated(moved);
+    /// rise * (edge - start) / run. Of small integers it is rounded already, which gives the same integer: quotients
+    /// below 2^31 by divisors up to 2^30 are never so near to a half that the 64 bits of Extended cannot tell them apart.
+    static Extended Distance(Extended rise, TNumber start, std::int32_t edge, Extended run) noexcept {
+        if constexpr (!std::is_same_v<TNumber, float>) {
+            constexpr std::int64_t kSmall = 1 << 30;
+            const std::int64_t way = std::int64_t{edge} - start;
+            if (run != 0 && std::fabs(rise) <= kSmall && std::fabs(run) <= kSmall && std::abs(way) <= kSmall)
+                return static_cast<Extended>(
+                    RoundedQuotient(static_cast<std::int64_t>(rise) * way, static_cast<std::int64_t>(run)));
+        }
+        return rise * (edge - static_cast<Extended>(start)) / run;
     }
 
+    static TNumber Moved(TNumber from, Extended distance) noexcept {
+        if constexpr (std::is_same_v<TNumber, float>)
+            return static_cast<float>(from + distance);
+        else
+            return Truncated(from + distance);
+    }
+
+    /// Numbers from 2^63 on are whole.
     static Extended Rounded(Extended value) noexcept {
+        if (std::fabs(value) < (1 << 30) && value == static_cast<Extended>(static_cast<std::int32_t>(value)))
+            return value;
         const std::optional<std::int64_t> rounded = TryRoundToInt64(value);
         return rounded ? static_cast<Extended>(*rounded) : value;
     }

@@ -99,7 +99,7 @@ String EllipsePathString(StringView path, TCanvas& canvas, std::int32_t width) {
         if (const auto shortened = Longest({}, path.substr(0, slash), end, canvas, width)) return *shortened;
         if (const auto shortened = Longest(kDots, name, kDots, canvas, width)) return *shortened;
     }
-    return ShortenedText(name, canvas, width);
+    return Longest({}, name, kDots, canvas, width).value_or(String(path));
 }
 
 String EllipsePathString(StringView path, const TLabel& label) {
