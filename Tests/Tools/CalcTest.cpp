@@ -73,7 +73,8 @@ TEST_F(CalcTest, ReplacesTheFileOnlyWhenAllRowsAreDone) {
     EXPECT_EQ(Content(u"filled.csv"), "d,x,value\n1,0.5,1\n2,,2\n");
     EXPECT_EQ(Run("'$a' --csv long.csv --out rows.csv"), 1);
     EXPECT_EQ(Content(u"rows.csv"), written) << "the former file is lost";
-    EXPECT_EQ(Names(), "empty.csv\nfilled.csv\nlong.csv\nodd.csv\npipe\nprinted\nreported\nrows.csv\nshort.csv\n")
+    EXPECT_EQ(Names(),
+              "empty.csv\nfilled.csv\nlong.csv\nodd.csv\npipe\nprinted\nreported\nrows.csv\nshort.csv\n")
         << "a draft remains";
 }
 

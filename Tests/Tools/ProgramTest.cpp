@@ -16,7 +16,7 @@ constexpr const char* kRows = "a,b\n1,2\n3,4\n";
 // What all commands have in common. Links lead to file.csv; other.csv is a hard link of hard.csv.
 // clang-format off
 constexpr TProgramCase cases[] = {
-    {"", 2, "", "varnholt: A command is required: calc, config, fetch, folders, pack, proxy, report, table, unpack, list or version\nTry 'varnholt --help'.\n"},
+    {"", 2, "", "varnholt: A command is required: calc, config, fetch, folders, pack, plot, proxy, report, table, unpack, list or version\nTry 'varnholt --help'.\n"},
     {"tabel x.csv", 2, "", "varnholt: \"tabel\" is not a command; the nearest is table\nTry 'varnholt --help'.\n"},
     {"table file.csv --colums a", 2, "",
      "varnholt: The following arguments were not expected: a --colums; the nearest is --columns\nTry 'varnholt table --help'.\n"},

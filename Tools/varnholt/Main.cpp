@@ -137,9 +137,9 @@ int RunCommand(int argc, char** argv, std::shared_ptr<TProgramLog>& log) {
     AddFetchCommand(app);
     AddFoldersCommand(app);
     AddPackCommand(app);
+    AddPlotCommand(app);
     AddProxyCommand(app);
     AddReportCommand(app);
-    AddPlotCommand(app);
     AddTableCommand(app);
     AddUnpackCommands(app);
     AddVersionCommand(app);
