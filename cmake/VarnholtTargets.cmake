@@ -72,5 +72,7 @@ function(varnholt_test name folder)
     add_executable(${name} ${sources})
     varnholt_private_settings(${name})
     target_link_libraries(${name} PRIVATE VarnholtLib GTest::gmock GTest::gtest_main)
-    gtest_discover_tests(${name} TEST_PREFIX "${folder}/" DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+    gtest_discover_tests(${name} TEST_PREFIX "${folder}/" DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 300
+                   ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/Support/leaks.txt:print_suppressions=0")
 endfunction()

@@ -7,6 +7,7 @@
 #include "Platform/Drawing/CairoTargetPrivate.h"
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
+#include "Platform/System/Platform.h"
 
 namespace Varnholt {
 namespace {
@@ -60,6 +61,11 @@ void TraceEllipse(cairo_t* cairo, const TBox& box) {
     cairo_close_path(cairo);
     cairo_restore(cairo);
 }
+
+/// The pixel library of Cairo allocates when it is loaded and frees nothing. Cairo stays loaded when this library is
+/// closed, so that loading this one again does not repeat that.
+[[maybe_unused]] const bool isCairoKept =
+    (KeepLibraryLoaded(reinterpret_cast<const void*>(&cairo_create)), true);
 
 }  // namespace
 
