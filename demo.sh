@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 scripts/install-packages.sh build
-scripts/build.sh release -DVARNHOLT_BUILD_TESTS=OFF -DVARNHOLT_BUILD_BENCHMARKS=OFF varnholt
+scripts/build.sh release -DVARNHOLT_BUILD_TESTS=OFF -DVARNHOLT_BUILD_BENCHMARKS=OFF -DVARNHOLT_BUILD_DESKTOP=OFF varnholt
 
 echo '$ varnholt calc "($temp_max + $temp_min) / 2" --csv Examples/data/seattle-weather.csv --summary'
 build/release/bin/varnholt calc '($temp_max + $temp_min) / 2' --csv Examples/data/seattle-weather.csv --summary

@@ -40,6 +40,7 @@ is_present() {
         ninja-build) command -v ninja ;;
         qt6-base-dev) ls /usr/lib/*/cmake/Qt6Core ;;
         tinyproxy-bin) command -v tinyproxy ;;
+        xvfb) command -v Xvfb ;;
         zlib1g-dev) has_header zlib.h ;;
         *) command -v "$1" ;;
     esac >/dev/null 2>&1

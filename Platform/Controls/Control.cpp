@@ -127,9 +127,13 @@ void TControl::PaintTo(TCanvas& canvas, std::int32_t x, std::int32_t y) {
         Paint(canvas, x, y);
 }
 
+TRect TControl::AreaAt(std::int32_t x, std::int32_t y) const noexcept {
+    return {x, y, Clamped(std::int64_t{x} + FWidth), Clamped(std::int64_t{y} + FHeight)};
+}
+
 void TControl::Paint(TCanvas& canvas, std::int32_t x, std::int32_t y) {
     canvas.SetBrush({.Color = FColor});
-    canvas.FillRect({x, y, Clamped(std::int64_t{x} + FWidth), Clamped(std::int64_t{y} + FHeight)});
+    canvas.FillRect(AreaAt(x, y));
     canvas.SetFont(FFont);
     canvas.TextOut(x, y, GetPaintedText());
 }
@@ -235,6 +239,7 @@ void TWinControl::CreatePeers() {
     TControl::CreatePeers();
     if (GetPeer() == nullptr) return;
     for (const std::unique_ptr<TControl>& child : FControls) child->CreatePeers();
+    AlignControls();
 }
 
 void TWinControl::FreePeers() noexcept {

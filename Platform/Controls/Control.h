@@ -113,6 +113,8 @@ protected:
     virtual void FreePeers() noexcept;
     /// Draws the control, which has no peer.
     virtual void Paint(TCanvas& canvas, std::int32_t x, std::int32_t y);
+    /// The rectangle of the control with its upper left corner at a point.
+    [[nodiscard]] TRect AreaAt(std::int32_t x, std::int32_t y) const noexcept;
     /// The text inside the control.
     [[nodiscard]] virtual StringView GetPaintedText() const noexcept { return {}; }
 
@@ -230,7 +232,7 @@ protected:
     [[nodiscard]] virtual bool AnswersKey(std::int32_t virtualKey) const noexcept;
     /// Whether controls of this class take input; true unless overridden.
     [[nodiscard]] virtual bool TakesInput() const noexcept { return true; }
-    [[nodiscard]] virtual TSize GetClientSize() const noexcept { return {GetWidth(), GetHeight()}; }
+    [[nodiscard]] virtual TSize GetClientSize() const { return {GetWidth(), GetHeight()}; }
     void AlignControls();
     /// A child was inserted or removed.
     virtual void ControlsChanged() {}

@@ -28,8 +28,8 @@ enum TControlAspect : std::uint8_t {
     caText,       ///< text or caption, read-only, limits, number of a spin edit
     caState,      ///< enabled, visible, checked, default and cancel button, border, buttons of a page
     caBounds,     ///< left, top, width, height
-    caLook,       ///< colour, font, hint, cursor
-    caItems,      ///< items, rows, columns, pages, nodes, cells, counts
+    caLook,       ///< colour, font, hint, sizes of rows and columns
+    caItems,      ///< items, rows, columns, pages, nodes, cells, counts, menu
     caSelection,  ///< selected items, position of the caret, active page
     caScroll,     ///< range and position of a scroll bar
     caFocus,      ///< the control has received or lost the focus
@@ -46,6 +46,8 @@ public:
     [[nodiscard]] virtual std::uintptr_t GetHandle() = 0;
     /// The upper left corner of the control on the screen.
     [[nodiscard]] virtual TPoint GetClientOrigin() = 0;
+    /// The room for the children of a page control.
+    [[nodiscard]] virtual TSize GetClientSize() = 0;
     /// Cells of a list view: the bounds in the control of a column, from 0, of a row, from 0.
     [[nodiscard]] virtual TRect GetCellRect(std::int32_t column, std::int32_t row) = 0;
     /// Draws the widget, with its children, at a point of the canvas.

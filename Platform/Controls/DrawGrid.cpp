@@ -74,4 +74,47 @@ void TDrawGrid::SetDefaultColWidth(std::int32_t width) {
     Changed(caLook);
 }
 
+std::int32_t TDrawGrid::GetColWidth(std::int32_t col) const {
+    const auto found = FColWidths.find(col);
+    return found == FColWidths.end() ? FDefaultColWidth : found->second;
+}
+
+void TDrawGrid::SetColWidth(std::int32_t col, std::int32_t width) {
+    if (width < 0)
+        FColWidths.erase(col);
+    else
+        FColWidths[col] = width;
+    Changed(caLook);
+}
+
+// --- The user ---
+
+TGridRect TDrawGrid::GetSelection() const {
+    return {std::max(FSelection.Left, GetFixedCols()), std::max(FSelection.Top, GetFixedRows()),
+            std::min(FSelection.Right, GetColCount() - 1), std::min(FSelection.Bottom, GetRowCount() - 1)};
+}
+
+void TDrawGrid::SetSelection(const TGridRect& selection) {
+    FSelection = selection;
+    Changed(caSelection);
+}
+
+bool TDrawGrid::SelectByUser(const TGridRect& selection) {
+    if (!FocusByUser() || !CanFocus()) return false;
+    SetSelection(selection);
+    const TNotifyEvent onSelect = FOnSelect;
+    onSelect(this);
+    return true;
+}
+
+bool TDrawGrid::ClickFixedByUser(std::int32_t col, std::int32_t row, bool isShiftDown) {
+    const bool isThere = IsIndex(col, static_cast<std::size_t>(GetColCount())) &&
+                         IsIndex(row, static_cast<std::size_t>(GetRowCount()));
+    if (!isThere || (col >= GetFixedCols() && row >= GetFixedRows()) || !FocusByUser() || !CanFocus())
+        return false;
+    const TFixedCellEvent onClick = FOnFixedCellClick;
+    onClick(this, col, row, isShiftDown);
+    return true;
+}
+
 }  // namespace Varnholt

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_map>
+
 #include "Platform/Controls/Control.h"
 
 /// A table of cells. Its first columns and rows may be fixed, as headings of the data.
@@ -10,6 +12,20 @@
 /// Threads: main thread only while the grid is in a form; otherwise one thread at a time, or any number that only
 /// read it.
 namespace Varnholt {
+
+/// The cells of the columns from Left to Right in the rows from Top to Bottom, both included; none if Right is below Left
+/// or Bottom below Top.
+struct TGridRect {
+    std::int32_t Left = 0;
+    std::int32_t Top = 0;
+    std::int32_t Right = -1;
+    std::int32_t Bottom = -1;
+    [[nodiscard]] bool IsEmpty() const noexcept { return Right < Left || Bottom < Top; }
+    bool operator==(const TGridRect&) const = default;
+};
+
+/// A fixed cell, by its column and row, and whether Shift is held down.
+using TFixedCellEvent = TEvent<TObject*, std::int32_t, std::int32_t, bool>;
 
 class VARNHOLT_EXPORT TDrawGrid : public TWinControl {
 public:
@@ -39,6 +55,23 @@ public:
     void SetDefaultRowHeight(std::int32_t height);
     [[nodiscard]] std::int32_t GetDefaultColWidth() const noexcept { return FDefaultColWidth; }
     void SetDefaultColWidth(std::int32_t width);
+    /// The width of a column, which need not be there yet; a width below 0 gives it the default one again.
+    [[nodiscard]] std::int32_t GetColWidth(std::int32_t col) const;
+    void SetColWidth(std::int32_t col, std::int32_t width);
+
+    // --- The user ---
+
+    /// The selected cells, none at first; of the data, what is beyond it is left out. Setting it raises no event.
+    [[nodiscard]] TGridRect GetSelection() const;
+    void SetSelection(const TGridRect& selection);
+    /// A person selects cells, which raises OnSelect.
+    bool SelectByUser(const TGridRect& selection);
+    [[nodiscard]] const TNotifyEvent& GetOnSelect() const noexcept { return FOnSelect; }
+    void SetOnSelect(TNotifyEvent onSelect) { FOnSelect = std::move(onSelect); }
+    /// A person clicks on a fixed cell. False for one that is not fixed or not there.
+    bool ClickFixedByUser(std::int32_t col, std::int32_t row, bool isShiftDown);
+    [[nodiscard]] const TFixedCellEvent& GetOnFixedCellClick() const noexcept { return FOnFixedCellClick; }
+    void SetOnFixedCellClick(TFixedCellEvent onClick) { FOnFixedCellClick = std::move(onClick); }
 
 protected:
     /// The number of columns or rows is about to change. It may raise, and then nothing changes.
@@ -48,6 +81,10 @@ protected:
     [[nodiscard]] std::int32_t OwnRowCount() const noexcept { return FRowCount; }
 
 private:
+    std::unordered_map<std::int32_t, std::int32_t> FColWidths;
+    TNotifyEvent FOnSelect;
+    TFixedCellEvent FOnFixedCellClick;
+    TGridRect FSelection;
     std::int32_t FColCount = 0;
     std::int32_t FRowCount = 0;
     std::int32_t FFixedCols = 0;

@@ -68,7 +68,15 @@ bool TCustomEdit::TypeByUser(StringView text) {
     }
     String whole = FText;
     whole.replace(start, selected, typed);
-    FSelStart += static_cast<std::int32_t>(typed.size());
+    return EditByUser(whole, FSelStart + static_cast<std::int32_t>(typed.size()));
+}
+
+bool TCustomEdit::EditByUser(StringView text, std::int32_t caret) {
+    const std::size_t limit = FMaxLength == 0 ? SIZE_MAX : static_cast<std::size_t>(FMaxLength);
+    String whole = Kept(text);
+    if (FReadOnly || whole.size() > std::max(limit, FText.size()) || !FocusByUser() || !CanFocus())
+        return false;
+    FSelStart = std::clamp(caret, 0, static_cast<std::int32_t>(whole.size()));
     FSelLength = 0;
     Replace(std::move(whole));
     return true;
@@ -89,6 +97,15 @@ bool TCustomEdit::ClickByUser() {
 TEdit::TEdit() = default;
 
 TEdit::~TEdit() = default;
+
+void TEdit::SetIsPassword(bool isPassword) {
+    FIsPassword = isPassword;
+    Changed(caText);
+}
+
+StringView TEdit::GetPaintedText() const noexcept {
+    return FIsPassword ? StringView() : TCustomEdit::GetPaintedText();
+}
 
 String TEdit::Kept(StringView text) const {
     String line(text);

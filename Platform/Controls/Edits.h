@@ -41,6 +41,9 @@ public:
     /// A person types: the text replaces the selection, as far as the longest text allows. False if the field is
     /// read-only.
     bool TypeByUser(StringView text);
+    /// A person has made the whole text into another one, with the caret behind what was done. False if the field is
+    /// read-only, or the text is longer than both the former and the longest one.
+    bool EditByUser(StringView text, std::int32_t caret);
     /// A person selects.
     bool SelectByUser(std::int32_t start, std::int32_t length);
     bool ClickByUser() override;
@@ -68,9 +71,16 @@ class VARNHOLT_EXPORT TEdit : public TCustomEdit {
 public:
     TEdit();
     ~TEdit() override;
+    /// Whether the text is shown as dots; false at first.
+    [[nodiscard]] bool GetIsPassword() const noexcept { return FIsPassword; }
+    void SetIsPassword(bool isPassword);
 
 protected:
+    [[nodiscard]] StringView GetPaintedText() const noexcept override;
     [[nodiscard]] String Kept(StringView text) const override;
+
+private:
+    bool FIsPassword = false;
 };
 
 /// Several lines, with CR LF between them.

@@ -256,6 +256,24 @@ void TCustomForm::ForgetFocusIn(const TControl& control) noexcept {
     if (at != nullptr) FActiveControl = {};
 }
 
+// --- Menu and files ---
+
+void TCustomForm::SetMenu(TMainMenu* menu) {
+    FMenu = menu;
+    Changed(caItems);
+}
+
+bool TCustomForm::ChooseMenuByUser(TMenuItem& item) {
+    return FMenu && IsUsable() && FMenu.Get()->ChooseByUser(item);
+}
+
+bool TCustomForm::DropFilesByUser(const std::vector<String>& files) {
+    const TDropFilesEvent onDropFiles = FOnDropFiles;
+    if (!onDropFiles || !IsUsable()) return false;
+    onDropFiles(this, files);
+    return true;
+}
+
 // --- Forms inside this one ---
 
 TCustomForm& TCustomForm::AddMDIChild(std::unique_ptr<TCustomForm> child) {

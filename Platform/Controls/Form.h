@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Controls/Control.h"
+#include "Platform/Controls/Menus.h"
 #include "Platform/System/Desktop.h"
 
 /// Windows: forms that are shown beside others or wait for an answer, and forms inside a main form.
@@ -32,6 +33,7 @@ enum TCloseAction : std::uint8_t {
 
 using TCloseEvent = TEvent<TObject*, TCloseAction&>;
 using TCloseQueryEvent = TEvent<TObject*, bool&>;
+using TDropFilesEvent = TEvent<TObject*, const std::vector<String>&>;
 
 /// The keys that forms handle, by their virtual key codes.
 inline constexpr std::int32_t kKeyTab = 9;
@@ -89,6 +91,18 @@ public:
     [[nodiscard]] TWinControl* GetActiveControl() const noexcept { return FActiveControl.Get(); }
     void SetActiveControl(TWinControl* control);
 
+    // --- Menu and files ---
+
+    /// The menu bar above the client area; null for none. The form does not own it.
+    [[nodiscard]] TMainMenu* GetMenu() const noexcept { return FMenu.Get(); }
+    void SetMenu(TMainMenu* menu);
+    /// A person chooses an item of the menu bar.
+    bool ChooseMenuByUser(TMenuItem& item);
+    /// A person drops files, by their full paths. False without OnDropFiles.
+    bool DropFilesByUser(const std::vector<String>& files);
+    [[nodiscard]] const TDropFilesEvent& GetOnDropFiles() const noexcept { return FOnDropFiles; }
+    void SetOnDropFiles(TDropFilesEvent onDropFiles) { FOnDropFiles = std::move(onDropFiles); }
+
     // --- Forms inside this one ---
 
     /// Takes the form as the last one inside and shows it. Raises EArgumentNilException `child` for null.
@@ -136,6 +150,8 @@ private:
     TNotifyEvent FOnShow, FOnHide;
     TCloseEvent FOnClose;
     TCloseQueryEvent FOnCloseQuery;
+    TDropFilesEvent FOnDropFiles;
+    TComponentRef<TMainMenu> FMenu;
     TComponentRef<TWinControl> FActiveControl;
     TComponentRef<TWinControl> FEntered;  // the control that was told last that it has the focus
     std::vector<std::unique_ptr<TCustomForm>> FMDIChildren;

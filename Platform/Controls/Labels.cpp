@@ -1,5 +1,7 @@
 #include "Platform/Controls/Labels.h"
 
+#include <algorithm>
+
 namespace Varnholt {
 
 TLabel::TLabel() {
@@ -25,6 +27,35 @@ TPanel::~TPanel() = default;
 void TPanel::SetCaption(StringView caption) {
     FCaption = caption;
     Changed(caText);
+}
+
+TProgressBar::TProgressBar() {
+    SetColor(clBtnFace);
+    SetBounds(0, 0, 150, 17);
+}
+
+TProgressBar::~TProgressBar() = default;
+
+void TProgressBar::SetPercent(std::int32_t percent) {
+    FPercent = std::clamp(percent, -1, 100);
+    Changed(caText);
+}
+
+TPaintBox::TPaintBox() {
+    SetBounds(0, 0, 105, 105);
+}
+
+TPaintBox::~TPaintBox() = default;
+
+void TPaintBox::SetOnPaint(TPaintEvent onPaint) {
+    FOnPaint = std::move(onPaint);
+    Repaint();
+}
+
+void TPaintBox::Paint(TCanvas& canvas, std::int32_t x, std::int32_t y) {
+    TControl::Paint(canvas, x, y);
+    const TPaintEvent onPaint = FOnPaint;
+    onPaint(this, canvas, AreaAt(x, y));
 }
 
 }  // namespace Varnholt

@@ -122,7 +122,8 @@ bool TListView::SelectByUser(std::int32_t index, bool isAdded) {
 }
 
 bool TListView::DoubleClickByUser(std::int32_t index) {
-    if (!SelectByUser(index) || !IsUsable()) return false;
+    const bool isSelected = FSelCount == 1 && IsIndex(index, FItems.size()) && GetItem(index).FSelected;
+    if (!(isSelected ? FocusByUser() : SelectByUser(index)) || !CanFocus()) return false;
     const TNotifyEvent onDblClick = FOnDblClick;
     onDblClick(this);
     return true;

@@ -95,7 +95,7 @@ public:
     /// A person selects an item instead of those selected before; with `isAdded`, where several may be selected, turns
     /// its selection around and leaves the others. Raises OnSelectItem, then OnClick.
     bool SelectByUser(std::int32_t index, bool isAdded = false);
-    /// A person clicks twice on an item, which selects it. Raises OnDblClick.
+    /// A person clicks twice on an item, which selects it if it is not the selected one already. Raises OnDblClick.
     bool DoubleClickByUser(std::int32_t index);
     [[nodiscard]] const TNotifyEvent& GetOnSelectItem() const noexcept { return FOnSelectItem; }
     void SetOnSelectItem(TNotifyEvent onSelectItem) { FOnSelectItem = std::move(onSelectItem); }

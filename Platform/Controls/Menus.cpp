@@ -30,6 +30,26 @@ void TMenuItem::Delete(std::int32_t index) {
     FItems.erase(FItems.begin() + static_cast<std::ptrdiff_t>(ListIndex(index, FItems.size())));
 }
 
+TMenu::TMenu() = default;
+
+TMenu::~TMenu() = default;
+
+bool TMenu::Offers(const TMenuItem& item) const noexcept {
+    const TMenuItem* at = &item;
+    while (at != nullptr && at != &FItems && at->GetEnabled() && at->GetVisible()) at = at->GetParent();
+    return at == &FItems && &item != &FItems && item.GetCount() == 0;
+}
+
+bool TMenu::ChooseByUser(TMenuItem& item) {
+    if (!Offers(item)) return false;
+    item.Click();
+    return true;
+}
+
+TMainMenu::TMainMenu() = default;
+
+TMainMenu::~TMainMenu() = default;
+
 TPopupMenu::TPopupMenu() = default;
 
 TPopupMenu::~TPopupMenu() = default;
@@ -43,12 +63,9 @@ void TPopupMenu::Popup(std::int32_t x, std::int32_t y) {
 }
 
 bool TPopupMenu::ChooseByUser(TMenuItem& item) {
-    const TMenuItem* at = &item;
-    while (at != nullptr && at != &FItems && at->GetEnabled() && at->GetVisible()) at = at->GetParent();
-    if (!FIsOpen || at != &FItems || &item == &FItems || item.GetCount() > 0) return false;
+    if (!FIsOpen || !Offers(item)) return false;
     FIsOpen = false;
-    item.Click();
-    return true;
+    return TMenu::ChooseByUser(item);
 }
 
 }  // namespace Varnholt

@@ -6,13 +6,15 @@
 #include "Platform/Controls/Component.h"
 #include "Platform/Drawing/Geometry.h"
 
-/// Popup menus.
+/// Popup menus, and the menu bar of a form.
 ///
 ///     TPopupMenu menu;
 ///     TMenuItem& copy = menu.GetItems().Add(std::make_unique<TMenuItem>());
 ///     copy.SetCaption(u"&Copy");
 ///     copy.SetOnClick([&](TObject*) { Copy(); });
 ///     menu.Popup(point.X, point.Y);
+///
+///     copy.SetShortCut(u"Ctrl+C");           // in a TMainMenu, which TCustomForm::SetMenu shows
 ///
 /// A menu owns its items, and an item those below it. Indices count from 0; one outside the list raises EListError
 /// as a list. A caption of one hyphen makes a separator.
@@ -33,6 +35,10 @@ public:
     void SetVisible(bool visible) noexcept { FVisible = visible; }
     [[nodiscard]] bool GetChecked() const noexcept { return FChecked; }
     void SetChecked(bool checked) noexcept { FChecked = checked; }
+    /// The keys that choose the item of a menu bar, as "Ctrl+O", "Shift+F5" or "Del"; empty for none. A back end ignores
+    /// what it does not understand.
+    [[nodiscard]] const String& GetShortCut() const noexcept { return FShortCut; }
+    void SetShortCut(StringView shortCut) { FShortCut = shortCut; }
     [[nodiscard]] const TNotifyEvent& GetOnClick() const noexcept { return FOnClick; }
     void SetOnClick(TNotifyEvent onClick) { FOnClick = std::move(onClick); }
     /// Raises OnClick with this item as sender.
@@ -49,6 +55,7 @@ public:
 
 private:
     String FCaption;
+    String FShortCut;
     TNotifyEvent FOnClick;
     std::vector<std::unique_ptr<TMenuItem>> FItems;
     TMenuItem* FParent = nullptr;
@@ -57,14 +64,37 @@ private:
     bool FChecked = false;
 };
 
-class VARNHOLT_EXPORT TPopupMenu : public TComponent {
+class VARNHOLT_EXPORT TMenu : public TComponent {
 public:
-    TPopupMenu();
-    ~TPopupMenu() override;
+    ~TMenu() override;
 
     /// The item whose items are the top level of the menu.
     [[nodiscard]] TMenuItem& GetItems() noexcept { return FItems; }
     [[nodiscard]] const TMenuItem& GetItems() const noexcept { return FItems; }
+    /// A person chooses an item, which raises OnClick. False if the item is not in the menu, has items of its own, or it
+    /// or one above it is disabled or hidden.
+    virtual bool ChooseByUser(TMenuItem& item);
+
+protected:
+    TMenu();
+    [[nodiscard]] bool Offers(const TMenuItem& item) const noexcept;
+
+private:
+    TMenuItem FItems;
+};
+
+/// The menu bar of a form, whose items are read when it is shown and each time one of its menus opens.
+class VARNHOLT_EXPORT TMainMenu : public TMenu {
+public:
+    TMainMenu();
+    ~TMainMenu() override;
+};
+
+class VARNHOLT_EXPORT TPopupMenu : public TMenu {
+public:
+    TPopupMenu();
+    ~TPopupMenu() override;
+
     /// Raised before the menu appears.
     [[nodiscard]] const TNotifyEvent& GetOnPopup() const noexcept { return FOnPopup; }
     void SetOnPopup(TNotifyEvent onPopup) { FOnPopup = std::move(onPopup); }
@@ -75,14 +105,12 @@ public:
     [[nodiscard]] bool IsOpen() const noexcept { return FIsOpen; }
     /// Where the menu was shown last.
     [[nodiscard]] TPoint GetPopupPoint() const noexcept { return FPopupPoint; }
-    /// A person chooses an item, which closes the menu and raises OnClick. False if the menu is closed, or the item
-    /// is not in it, has items of its own, or it or one above it is disabled or hidden.
-    bool ChooseByUser(TMenuItem& item);
+    /// Closes the menu first. False also if it is closed already.
+    bool ChooseByUser(TMenuItem& item) override;
     /// A person leaves the menu.
     void CloseByUser() noexcept { FIsOpen = false; }
 
 private:
-    TMenuItem FItems;
     TNotifyEvent FOnPopup;
     TPoint FPopupPoint;
     bool FIsOpen = false;

@@ -71,6 +71,10 @@ bool TPageControl::SelectPageByUser(std::int32_t index) {
     return true;
 }
 
+TSize TPageControl::GetClientSize() const {
+    return GetPeer() != nullptr ? GetPeer()->GetClientSize() : TWinControl::GetClientSize();
+}
+
 void TPageControl::ControlsChanged() {
     const std::vector<TTabSheet*> pages = Pages();
     Changed(caItems);

@@ -50,6 +50,7 @@ public:
     bool SelectPageByUser(std::int32_t index);
 
 protected:
+    [[nodiscard]] TSize GetClientSize() const override;
     void ControlsChanged() override;
 
 private:

@@ -12,7 +12,8 @@ import sys
 # Folder: floor, and the folders of the same floor that it may use. VarnholtLib/ alone is the frame.
 FOLDERS = {
     "Tools/": (10, []),
-    "Desktop/": (10, []),
+    "Desktop/Station/": (11, []),
+    "Desktop/Qt/": (10, []),
     "Benchmarks/": (10, []),
     "Examples/": (10, []),
     "Fuzz/": (10, ["Tests/"]),
@@ -35,7 +36,8 @@ FOLDERS = {
     "Platform/Runtime/": (0, []),
 }
 
-# The beginning of a header's path, and who may include it. A plain name in brackets is the standard library's.
+# The beginning of a header's path, and who may include it. A plain name in brackets is the standard library's, or
+# Qt's if it begins with a Q.
 THIRD_PARTIES = {
     "unicode/": ["Platform/Runtime/"],
     "libxml/": ["Platform/Xml/", "Benchmarks/"],
@@ -48,7 +50,7 @@ THIRD_PARTIES = {
     "boost/": ["VarnholtLib/Data/", "VarnholtLib/Numerics/", "Benchmarks/"],
     "CLI/": ["Tools/"],
     "mpi.h": ["Tools/"],
-    "Q": ["Desktop/", "Benchmarks/"],
+    "Q": ["Desktop/Qt/", "Benchmarks/"],
     "benchmark/": ["Benchmarks/"],
     "spdlog/": ["Benchmarks/"],
     "gsl/": ["Benchmarks/"],
@@ -90,12 +92,12 @@ def is_private(path):
 
 
 def is_public(path):
-    inside = starts_with_one_of(path, ["Platform/", "VarnholtBaseLib/", "VarnholtLib/"])
+    inside = starts_with_one_of(path, ["Platform/", "VarnholtBaseLib/", "VarnholtLib/", "Desktop/Qt/"])
     return inside and path.endswith(".h") and not is_private(path)
 
 
 def problem_of_third_party(source, header):
-    if not re.search("[/.]", header):
+    if not re.search("^Q|[/.]", header):
         return ""
     if is_public(source):
         return "shows a third party in a public header"
@@ -216,6 +218,10 @@ CASES = [
     ("VarnholtLib/Data/a.cpp", '<unicode/b.h', FOREIGN),
     ("VarnholtLib/Data/a.cpp", '<unistd.h', FOREIGN),
     ("Platform/Runtime/a.cpp", '<CLI/CLI.hpp', FOREIGN),
+    ("Platform/Controls/a.cpp", '<QString', FOREIGN),
+    ("Desktop/Station/a.cpp", '<QString', FOREIGN),
+    ("Desktop/Qt/a.cpp", '<QString', ""),
+    ("Desktop/Qt/a.h", '<QString', "shows a third party in a public header"),
     ("Tools/varnholt/a.cpp", '<CLI/CLI.hpp', ""),
     ("Tools/varnholt/a.cpp", '<new/a.h', "is unknown: list who may include it, in floors.py"),
 ]

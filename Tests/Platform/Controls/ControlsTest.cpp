@@ -142,6 +142,7 @@ struct TRecordingBackend : IControlBackend {
         }
         std::uintptr_t GetHandle() override { return 4711; }
         TPoint GetClientOrigin() override { return {30, 40}; }
+        TSize GetClientSize() override { return {}; }
         TRect GetCellRect(std::int32_t column, std::int32_t row) override { return {column, row, 1, 1}; }
         void PaintTo(TCanvas&, std::int32_t x, std::int32_t) override {
             Backend.Notes += "paint " + std::to_string(x);
