@@ -23,6 +23,7 @@ public:
         return parent.isValid() ? 0 : FGrid.GetColCount() - FGrid.GetFixedCols();
     }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::TextAlignmentRole) return AlignmentOf(index.column() + FGrid.GetFixedCols());
         if (role != Qt::DisplayRole) return {};
         return TextOf(index.column() + FGrid.GetFixedCols(), index.row() + FGrid.GetFixedRows());
     }
@@ -38,6 +39,13 @@ public:
     }
 
 private:
+    [[nodiscard]] QVariant AlignmentOf(std::int32_t col) const {
+        const TAlignment alignment = FGrid.GetColAlignment(col);
+        const Qt::Alignment across = alignment == taRightJustify ? Qt::AlignRight
+                                     : alignment == taCenter     ? Qt::AlignHCenter
+                                                                 : Qt::AlignLeft;
+        return QVariant::fromValue(across | Qt::AlignVCenter);
+    }
     [[nodiscard]] QVariant TextOf(std::int32_t col, std::int32_t row) const {
         const bool isThere = col >= 0 && row >= 0 && col < FGrid.GetColCount() && row < FGrid.GetRowCount();
         return isThere && FTexts != nullptr ? ToQt(FTexts->GetCell(col, row)) : QString();

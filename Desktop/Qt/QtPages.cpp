@@ -34,6 +34,7 @@ public:
             Widget.setTabEnabled(index, page.GetEnabled());
             ++index;
         }
+        Control.Realign();  // the tabs have their height now
     }
 
 protected:

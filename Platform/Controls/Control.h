@@ -187,6 +187,9 @@ public:
     /// there is none.
     [[nodiscard]] TControl* FindControl(StringView name) const noexcept;
 
+    /// Places the aligned children again, after a change that the control does not see by itself.
+    void Realign() { AlignControls(); }
+
     // --- Focus ---
 
     /// Whether Tab reaches the control; at first true for those that take input.

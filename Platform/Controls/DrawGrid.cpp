@@ -87,6 +87,16 @@ void TDrawGrid::SetColWidth(std::int32_t col, std::int32_t width) {
     Changed(caLook);
 }
 
+TAlignment TDrawGrid::GetColAlignment(std::int32_t col) const {
+    const auto found = FColAlignments.find(col);
+    return found == FColAlignments.end() ? taLeftJustify : found->second;
+}
+
+void TDrawGrid::SetColAlignment(std::int32_t col, TAlignment alignment) {
+    FColAlignments[col] = alignment;
+    Changed(caLook);
+}
+
 // --- The user ---
 
 TGridRect TDrawGrid::GetSelection() const {

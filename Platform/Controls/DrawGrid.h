@@ -13,6 +13,8 @@
 /// read it.
 namespace Varnholt {
 
+enum TAlignment : std::uint8_t { taLeftJustify, taRightJustify, taCenter };
+
 /// The cells of the columns from Left to Right in the rows from Top to Bottom, both included; none if Right is below Left
 /// or Bottom below Top.
 struct TGridRect {
@@ -58,6 +60,9 @@ public:
     /// The width of a column, which need not be there yet; a width below 0 gives it the default one again.
     [[nodiscard]] std::int32_t GetColWidth(std::int32_t col) const;
     void SetColWidth(std::int32_t col, std::int32_t width);
+    /// Where the texts of a column are, left at first.
+    [[nodiscard]] TAlignment GetColAlignment(std::int32_t col) const;
+    void SetColAlignment(std::int32_t col, TAlignment alignment);
 
     // --- The user ---
 
@@ -82,6 +87,7 @@ protected:
 
 private:
     std::unordered_map<std::int32_t, std::int32_t> FColWidths;
+    std::unordered_map<std::int32_t, TAlignment> FColAlignments;
     TNotifyEvent FOnSelect;
     TFixedCellEvent FOnFixedCellClick;
     TGridRect FSelection;
