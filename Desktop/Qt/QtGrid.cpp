@@ -70,6 +70,8 @@ public:
         rows.setMinimumSectionSize(1);
         columns.setMinimumSectionSize(1);
         columns.setHighlightSections(false);
+        rows.setHighlightSections(false);
+        rows.setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
         columns.setSectionsClickable(true);
         // A click on a heading is the application's matter, and selects nothing by itself.
         for (QHeaderView* const header : {&rows, &columns}) {

@@ -64,7 +64,8 @@ TQtPeer* TQtPeer::Of(const TControl* control) noexcept {
 }
 
 TQtPeer* TQtPeer::Around(const QWidget* widget) noexcept {
-    for (; widget != nullptr; widget = widget->parentWidget())
+    // A box of the toolkit is a window of its own, whatever window it belongs to.
+    for (; widget != nullptr; widget = widget->isWindow() ? nullptr : widget->parentWidget())
         if (void* const peer = widget->property(kPeerOfWidget).value<void*>())
             return static_cast<TQtPeer*>(peer);
     return nullptr;

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <set>
@@ -23,11 +24,14 @@ QWidget* WindowOf(std::uintptr_t handle) {
     return nullptr;
 }
 
-/// Shows a dialog and handles the application's messages until it is closed.
+/// Shows a dialog and handles the application's messages until it is closed. Not every window manager makes the
+/// former window the active one again.
 void Await(QDialog& dialog) {
+    const QPointer<QWidget> former = QApplication::activeWindow();
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.show();
     while (dialog.isVisible()) Application().HandleMessage(true);
+    if (former) former->activateWindow();
 }
 
 // --- Message boxes ---

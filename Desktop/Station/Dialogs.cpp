@@ -41,7 +41,7 @@ void TRowsDialog::Finish() {
 // --- TColumnDialog ---
 
 TColumnDialog::TColumnDialog(const TStationTable& table)
-    : TRowsDialog(u"Computed column", 560),
+    : TRowsDialog(u"Computed column", 600),
       edName(AddRow<TEdit>(u"Name:", u"edName")),
       Expression(AddRow<TExpressionField>(u"Expression:", u"Expression", 46)) {
     Finish();
@@ -62,7 +62,7 @@ void TColumnDialog::UpdateOk(const TStationTable& table) {
 // --- TProxyDialog ---
 
 TProxyDialog::TProxyDialog()
-    : TRowsDialog(u"Proxy", 420),
+    : TRowsDialog(u"Proxy", 460),
       cbEnabled(AddRow<TCheckBox>(u"", u"cbEnabled")),
       edServer(AddRow<TEdit>(u"Server:", u"edServer")),
       edPort(AddRow<TSpinEdit>(u"Port:", u"edPort")),
@@ -109,7 +109,7 @@ struct TAddressDialog::TTransfer {
 };
 
 TAddressDialog::TAddressDialog()
-    : TRowsDialog(u"Open from address", 520),
+    : TRowsDialog(u"Open from address", 560),
       edAddress(AddRow<TEdit>(u"Address:", u"edAddress")),
       Progress(AddRow<TProgressBar>(u"", u"Progress", 17)),
       Status(AddRow<TLabel>(u"", u"Status", 17)) {

@@ -35,7 +35,7 @@ protected:
     void Finish();
 
     static constexpr std::int32_t kMargin = 12;
-    static constexpr std::int32_t kLabelWidth = 130;
+    static constexpr std::int32_t kLabelWidth = 170;
 
 private:
     std::int32_t FNextTop = kMargin;

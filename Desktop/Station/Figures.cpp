@@ -152,8 +152,7 @@ TReport MakeReport(const TStationTable& table, const TReportSettings& settings) 
     for (std::size_t m = 0; m < 12; ++m) {
         report.Diagram.Temperature[m] = temperatures[m].Get();
         report.Diagram.Precipitation[m] = months[m].Get();
-        const auto middle = static_cast<std::int32_t>(30.4 * static_cast<double>(m) + 15);
-        report.DayLengths[m] = CalcDayLength(middle, settings.Latitude);
+        report.DayLengths[m] = CalcDayLength(MonthAccLength[kMonths[m]] + 15, settings.Latitude);
     }
     report.Diagram.AnnualPrecipitation = SumOf(report.Diagram.Precipitation);
     if (const std::optional<double> sum = SumOf(report.Diagram.Temperature))

@@ -32,7 +32,7 @@ struct TReportSettings {
 /// The mean year of a station.
 struct TReport {
     TClimateDiagram Diagram;
-    std::array<double, 12> DayLengths{};  ///< hours, in the middle of each month
+    std::array<double, 12> DayLengths{};  ///< hours, on the 15th of each month
     std::optional<TMonthlyData>
         Evaporation;  ///< potential, mm a month; none without sunshine or a temperature
 };

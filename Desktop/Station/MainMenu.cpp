@@ -27,7 +27,7 @@ void TMainForm::BuildMenu() {
     AddItem(file, u"&Save table as...", u"Ctrl+S", &TMainForm::SaveTable);
     AddItem(file, u"Save &chart as...", u"Ctrl+Shift+S", &TMainForm::SaveChart);
     AddItem(file, u"&Pack session...", u"", &TMainForm::SaveSession);
-    AddItem(file, u"Open sessions with this &program", u"", &TMainForm::Associate);
+    AddItem(file, u"Open sessions with this pro&gram", u"", &TMainForm::Associate);
     AddItem(file, u"-", u"", nullptr);
     AddItem(file, u"E&xit", u"Ctrl+Q", &TMainForm::ExitApplication);
 

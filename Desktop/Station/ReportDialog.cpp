@@ -26,7 +26,7 @@ void OfferColumns(TComboBox& comboBox, const TStationTable& table, std::initiali
 }  // namespace
 
 TReportDialog::TReportDialog(const TStationTable& table, IUIBookmarkDb& bookmarks)
-    : TRowsDialog(u"Report", 560),
+    : TRowsDialog(u"Report", 600),
       cbKept(AddRow<TComboBox>(u"Kept settings:", u"cbKept")),
       edTitle(AddRow<TEdit>(u"Title:", u"edTitle")),
       edLatitude(AddRow<TEdit>(u"Latitude:", u"edLatitude")),

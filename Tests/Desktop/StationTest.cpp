@@ -17,6 +17,8 @@
 #include "Platform/Runtime/Paths.h"
 #include "Tests/Desktop/QtDriver.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "VarnholtLib/Services/vrnProxy.h"
+#include "VarnholtLib/UI/vrnFavOrg.h"
 
 namespace Varnholt::Test {
 namespace {
@@ -30,9 +32,14 @@ protected:
         for (const char* const variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
             qputenv(variable, QByteArray::fromStdString(ToNativePath(FFolder.GetPath(u"home"))));
         ForceDirectories(FFolder.GetPath(u"home\\Varnholt\\Station"));
+        Start();
+    }
+    ~StationWalk() override { EXPECT_EQ(pending, 0) << "a dialog has not opened"; }
+
+    void Start() {
         FForm = std::make_unique<TMainForm>();
         FForm->Show();
-        static_cast<void>(QTest::qWaitForWindowExposed(&WidgetOf(*FForm)));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&WidgetOf(*FForm)));
     }
 
     [[nodiscard]] String Path(StringView name) { return FFolder.GetPath(name); }
@@ -64,10 +71,19 @@ protected:
     }
     /// Does something in the dialog or box that the next action opens.
     static void InDialog(std::function<void()> act) {
-        QTimer::singleShot(10, [act = std::move(act)] {
-            if (QApplication::activeModalWidget() == nullptr ||
-                !QApplication::activeModalWidget()->isVisible())
-                return InDialog(act);
+        ++pending;
+        WaitFor(QApplication::activeModalWidget(), std::move(act));
+    }
+    static void WaitFor(QWidget* former, std::function<void()> act) {
+        QTimer::singleShot(10, [former, act = std::move(act)] {
+            QWidget* const modal = QApplication::activeModalWidget();
+            if (modal == nullptr || modal == former || !modal->isVisible()) return WaitFor(former, act);
+            const QWidget* const focus = QApplication::focusWidget();
+            if (focus == nullptr || focus->window() != modal) {
+                modal->activateWindow();
+                return WaitFor(former, act);
+            }
+            --pending;
             act();
         });
     }
@@ -82,6 +98,8 @@ protected:
     [[nodiscard]] String Cell(std::int32_t column, std::int32_t row) {
         return String(FForm->Grid.GetCell(column + 1, row + 1));
     }
+
+    static inline int pending = 0;  // dialogs that are expected
 
     TTemporaryFolder FFolder;
     TQtDriver FUser;
@@ -134,6 +152,150 @@ TEST_F(StationWalk, OpensSortsFiltersAndCalculates) {
     });
     WidgetOf(*FForm).close();
     EXPECT_TRUE(FForm->GetVisible());
+}
+
+TEST_F(StationWalk, ReportsWithSettingsThatAreKept) {
+    FForm->OpenFile(FromNativePath(VARNHOLT_SAMPLE));
+    const auto fill = [](TReportDialog& dialog) {
+        Type(dialog.edTitle, u"Seattle");
+        Type(dialog.edLatitude, u"47.6N");
+        Type(dialog.edSunshine, u"69.8,108.8,178.4,207.3,253.7,268.4,312.0,281.4,221.7,142.6,72.7,52.9");
+    };
+    InDialog([&] {
+        auto& dialog = Dialog<TReportDialog>();
+        fill(dialog);
+        Type(dialog.edSunshine, u"1,2,3");
+        InDialog([] {
+            Shot("8-wrong-field");
+            Press(Qt::Key_Return);
+        });
+        Press(Qt::Key_Return);
+        EXPECT_TRUE(dialog.edSunshine.Focused());
+        fill(dialog);
+        WidgetOf(dialog.cbKept).setFocus(Qt::MouseFocusReason);
+        QTest::keyClicks(QApplication::focusWidget(), "Seattle");
+        FUser.Click(dialog.btKeep);
+        Shot("9-report-dialog");
+        FUser.Click(dialog.Ok);
+    });
+    PressInForm(Qt::Key_F8);
+    ASSERT_EQ(FForm->ReportList.GetItemCount(), 13);
+    EXPECT_THAT(FForm->ReportList.GetItem(12).GetSubItems(),
+                testing::ElementsAre(u"12.3", u"1106.5", u"", u"1145.6"));
+    Shot("10-report");
+
+    FForm.reset();  // the application ends, and begins anew
+    Start();
+    FForm->OpenFile(FromNativePath(VARNHOLT_SAMPLE));
+    InDialog([&] {
+        auto& dialog = Dialog<TReportDialog>();
+        EXPECT_EQ(dialog.edLatitude.GetText(), u"");
+        EXPECT_TRUE(FUser.Choose(dialog.cbKept, 0));
+        EXPECT_EQ(dialog.edLatitude.GetText(), u"47.6N");
+        EXPECT_EQ(dialog.cbMaximum.GetText(), u"temp_max");
+        Press(Qt::Key_Escape);
+    });
+    PressInForm(Qt::Key_F8);
+}
+
+TEST_F(StationWalk, KeepsFavouritesProxyAndSessions) {
+    FForm->OpenFile(FromNativePath(VARNHOLT_SAMPLE));
+    Type(FForm->Filter.Edit, u"@gt($precipitation,20)");
+    InDialog([] {
+        QTest::keyClicks(QApplication::focusWidget(), "heavy");
+        Shot("11-favourite");
+        Press(Qt::Key_Return);
+    });
+    PressInForm(Qt::Key_D, Qt::ControlModifier);
+    const auto organize = [&](const std::function<void(TFavOrg&)>& act) {
+        InDialog([&] {
+            act(Dialog<TFavOrg>());
+            Press(Qt::Key_Escape);
+        });
+        PressInForm(Qt::Key_A, Qt::AltModifier);
+        Press(Qt::Key_O);
+    };
+    organize([&](TFavOrg& dialog) {
+        InDialog([] {
+            QApplication::focusWidget()->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClicks(QApplication::focusWidget(), "wet");
+            Press(Qt::Key_Return);
+        });
+        FUser.DoubleClick(dialog.lvFavs, 0);
+        EXPECT_EQ(dialog.lvFavs.GetItem(0).GetCaption(), u"wet");
+        Shot("12-organize");
+    });
+    Type(FForm->Filter.Edit, u"");
+    PressInForm(Qt::Key_A, Qt::AltModifier);
+    Shot("13-menu");
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(FForm->Filter.Edit.GetText(), u"@gt($precipitation,20)");
+    organize([&](TFavOrg& dialog) {
+        FUser.Choose(dialog.lvFavs, 0, false);
+        InDialog([] { Press(Qt::Key_Y, Qt::AltModifier); });
+        FUser.Click(dialog.Button1);
+        EXPECT_EQ(dialog.lvFavs.GetItemCount(), 0);
+    });
+
+    InDialog([&] {
+        auto& dialog = Dialog<TProxyDialog>();
+        FUser.Click(dialog.cbEnabled);
+        InDialog([] { Press(Qt::Key_Return); });
+        Press(Qt::Key_Return);  // a proxy without a server
+        EXPECT_TRUE(dialog.edServer.Focused());
+        Type(dialog.edServer, u"proxy.example.org");
+        Type(dialog.edPassword, u"secret");
+        Shot("14-proxy");
+        Press(Qt::Key_Return);
+    });
+    PressInForm(Qt::Key_O, Qt::AltModifier);
+    Press(Qt::Key_P);
+    EXPECT_EQ(TProxySettings().GetServer(), u"proxy.example.org");
+
+    const String session = Path(u"wet.vrnstation");
+    InDialog([&] {
+        QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(ToNativePath(session)));
+        Press(Qt::Key_Return);
+    });
+    PressInForm(Qt::Key_F, Qt::AltModifier);
+    Press(Qt::Key_P);
+    Type(FForm->Filter.Edit, u"");
+    FForm->OpenFile(session);
+    EXPECT_EQ(FForm->Filter.Edit.GetText(), u"@gt($precipitation,20)");
+    EXPECT_EQ(FForm->Grid.GetRowCount(), 52);
+}
+
+TEST_F(StationWalk, TakesRowsAndRefusesOtherFiles) {
+    InDialog([] {
+        Shot("15-unreadable");
+        Press(Qt::Key_Return);
+    });
+    FForm->OpenFile(Path(u"missing.csv"));
+    EXPECT_EQ(FForm->Grid.GetRowCount(), 1);
+    FForm->OpenFile(FromNativePath(VARNHOLT_SAMPLE));
+    FForm->Grid.SetSelection({1, 1, 3, 5});
+    FForm->Grid.SetFocus();
+    PressInForm(Qt::Key_C, Qt::ControlModifier);
+    TMainForm other;
+    other.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&WidgetOf(other)));
+    other.Grid.SetFocus();
+    QTest::keyClick(WidgetOf(other).windowHandle(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(other.Grid.GetRowCount(), 6);
+    EXPECT_EQ(other.Grid.GetColCount(), 4);
+    EXPECT_EQ(other.Grid.GetCell(3, 5), u"8.9");
+
+    // A file of 100,000 rows opens fast, and only what is seen is drawn.
+    std::string rows = "day,value\n";
+    for (int i = 0; i < 100'000; ++i) rows += std::to_string(i) + "," + std::to_string(i % 97) + "\n";
+    WriteFileInOneGo(Path(u"long.csv"), rows);
+    other.OpenFile(Path(u"long.csv"));
+    EXPECT_EQ(other.Grid.GetRowCount(), 100'001);
+    ClickAt(WidgetOf(other.Grid), QPoint(150, 200));
+    PressInForm(Qt::Key_End, Qt::ControlModifier);
+    Shot("16-long");
 }
 
 }  // namespace
