@@ -9,6 +9,23 @@
 #include "Platform/System/Platform.h"
 
 namespace Varnholt {
+namespace {
+
+/// Gives the exception that is being handled to a reader; one of another family as an Exception with its text.
+template <typename T>
+void ReadHandled(const T& reader) {
+    try {
+        throw;
+    } catch (const Exception& exception) {
+        reader(exception);
+    } catch (const std::exception& exception) {
+        reader(Exception(FromUtf8(exception.what())));
+    } catch (...) {
+        reader(Exception(u"Unknown exception"));
+    }
+}
+
+}  // namespace
 
 TApplication& Application() {
     struct TTheApplication final : TApplication {};
@@ -96,29 +113,20 @@ void TApplication::Run(TCustomForm& mainForm) {
 // --- Exceptions ---
 
 void TApplication::HandleException(TObject* sender) noexcept try {
-    const auto report = [&](const Exception& exception) {
-        const TExceptionEvent onException = FOnException;
-        onException ? onException(sender, exception) : ShowException(exception);
-    };
     try {
-        try {
-            throw;
-        } catch (const Exception& exception) {
-            report(exception);
-        } catch (const std::exception& exception) {
-            report(Exception(FromUtf8(exception.what())));
-        } catch (...) {
-            report(Exception(u"Unknown exception"));
-        }
-    } catch (const Exception& exception) {
-        ShowException(exception);  // of the event itself
+        ReadHandled([&](const Exception& exception) {
+            const TExceptionEvent onException = FOnException;
+            onException ? onException(sender, exception) : ShowException(exception);
+        });
+    } catch (...) {
+        ReadHandled([&](const Exception& exception) { ShowException(exception); });  // of the event itself
     }
 } catch (...) {
     // Nothing is left that could report it.
 }
 
 void TApplication::ShowException(const Exception& exception) {
-    MessageBox(exception.GetMessage(), {}, 16);
+    MessageBox(exception.GetMessage(), FTitle, 16);
 }
 
 // --- Message boxes ---
@@ -131,7 +139,7 @@ TModalResult TApplication::MessageBox(StringView text, StringView title, std::ui
     const std::uint32_t buttons = flags & 15, icon = flags >> 4 & 15, first = flags >> 8 & 3;
     TMessageBox box;
     box.Text = text;
-    box.Title = title.empty() ? StringView(FTitle) : title;
+    box.Title = title;
     box.Buttons = kButtons[buttons < std::size(kButtons) ? buttons : 0];
     box.Icon = icon < std::size(kIcons) ? kIcons[icon] : miNone;
     box.DefaultButton = std::min<std::size_t>(first, box.Buttons.size() - 1);

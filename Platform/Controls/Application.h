@@ -27,7 +27,7 @@ using TExceptionEvent = TEvent<TObject*, const Exception&>;
 
 class VARNHOLT_EXPORT TApplication : public TObject {
 public:
-    /// The title of message boxes that have no other.
+    /// The title of the boxes of ShowException.
     [[nodiscard]] const String& GetTitle() const noexcept { return FTitle; }
     void SetTitle(StringView title) { FTitle = title; }
 
@@ -53,7 +53,7 @@ public:
 
     /// Called in a handler, with the object whose event raised: gives the exception that is being handled to
     /// OnException, or to ShowException if there is no such event. An exception that is not of the library's family
-    /// is given as an Exception with its text. What OnException raises itself is shown.
+    /// is given as an Exception with its text. What OnException raises itself goes to ShowException.
     void HandleException(TObject* sender) noexcept;
     /// Shows the message of an exception in a box.
     void ShowException(const Exception& exception);
@@ -66,7 +66,7 @@ public:
     /// - the buttons: 0 OK; 1 OK, Cancel; 2 Abort, Retry, Ignore; 3 Yes, No, Cancel; 4 Yes, No; 5 Retry, Cancel
     /// - the icon: 0 none, 16 stop, 32 question, 48 warning, 64 information
     /// - the default button: 0 the first, 256 the second, 512 the third
-    /// Other bits are ignored. An empty title stands for that of the application.
+    /// Other bits are ignored. The title is taken as it is, also an empty one.
     TModalResult MessageBox(StringView text, StringView title, std::uint32_t flags);
 
 protected:

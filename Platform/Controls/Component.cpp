@@ -18,8 +18,14 @@ String PlainName(const std::type_info& type) {
     const std::unique_ptr<char, decltype(&std::free)> whole(
         abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
     const std::string name = whole ? whole.get() : type.name();
-    const std::size_t scope = name.rfind("::", name.find('<'));
-    return FromUtf8(scope == std::string::npos ? name : name.substr(scope + 2));
+    std::size_t start = 0;  // behind the last scope
+    int depth = 0;          // of brackets
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] == '<' || name[i] == '(') ++depth;
+        if (name[i] == '>' || name[i] == ')') --depth;
+        if (name[i] == ':' && depth == 0) start = i + 1;
+    }
+    return FromUtf8(name.substr(start));
 }
 
 }  // namespace

@@ -330,6 +330,7 @@ TEST(ControlHelpers, EnableMarkAndCloseForms) {
 TEST(AppExceptionHandler, PutsExceptionsIntoWords) {
     TRecordedBoxes boxes;
     TAppExceptionHandler handler, later;
+    Application().SetTitle(u"App");
     handler.Register();
     const std::pair<std::function<void()>, std::pair<StringView, StringView>> cases[] = {
         {[] { throw EExException(u"T.M", u"info"); }, {u"Exception", u"info\r\n\r\nMethod: T.M"}},
@@ -367,6 +368,13 @@ TEST(AppExceptionHandler, PutsExceptionsIntoWords) {
     EXPECT_TRUE(Application().GetOnException());
     later.Unregister();
     EXPECT_FALSE(Application().GetOnException());
+    Application().SetOnException(
+        [](TObject*, const Exception&) { throw std::runtime_error("of the event"); });
+    Application().Post([] { throw EConvertError(u"own"); });
+    Application().ProcessMessages();
+    Application().SetOnException({});
+    EXPECT_TRUE(boxes.Boxes.back().Text == u"of the event" && boxes.Boxes.back().Title == u"App");
+    Application().SetTitle({});
 }
 
 }  // namespace

@@ -15,6 +15,11 @@ std::vector<std::int32_t> BoundsOf(const TControl& c) {
     return {c.GetLeft(), c.GetTop(), c.GetWidth(), c.GetHeight()};
 }
 
+template <typename>
+struct TScope {
+    class TInner : public TEdit {};
+};
+
 template <typename T>
 struct TWrapped : TPanel {};
 
@@ -52,6 +57,7 @@ TEST(Controls, KnowTheirClassFamilyAndEnd) {
     TForm form;
     EXPECT_EQ(form.Add<TWrapped<TEdit>>(u"w").ClassName().substr(0, 9), u"TWrapped<");
     EXPECT_EQ(form.ClassName(), u"TForm");
+    EXPECT_EQ(TScope<int>::TInner().ClassName(), u"TInner");
     TPanel& panel = form.Add<TPanel>(u"panel");
     TEdit& edit = panel.Add<TEdit>(u"edit");
     EXPECT_TRUE(form.FindControl(u"edit") == &edit && form.FindControl(u"Edit") == nullptr);
