@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <limits>
 
 #include "Platform/Controls/Application.h"
 #include "Platform/Runtime/Files.h"
@@ -126,6 +127,11 @@ TEST_F(vrnFavourites, KeepsADamagedFileBesideTheNewOne) {
     EXPECT_EQ(ReadWholeFile(kPath + u".damaged2"), bad[1]);
     EXPECT_EQ(ReadWholeFile(kPath + u".damaged3"), bad[2]);
     EXPECT_FALSE(FileExists(kPath + u".damaged4")) << "the second Save has nothing to keep";
+    WriteFileInOneGo(kPath, bad[0]);
+    TFavouriteData data(kPeaks);
+    for (int i = 0; i < 80; ++i) Add(data, String(900'000, u'x'));
+    ExpectRaised<EXMLDocError>({{[&] { data.Save(); }, u"The XML document has more than 67108864 bytes"}});
+    EXPECT_EQ(ReadWholeFile(kPath), bad[0]) << "a Save that fails at the file takes back what it kept";
 }
 
 TEST_F(vrnFavourites, FailsToSaveWithoutAFolderAndTouchesNothing) {
@@ -159,6 +165,8 @@ TEST_F(vrnFavourites, ReadsTextsWithoutRaising) {
                 {u"0.25", true, 7, 0.25F},
                 {u"", true, 7, 7.5F},
                 {u"2147483648", true, 7, 2147483648.0F},
+                {u"3.40282346638529E38", true, 7, std::numeric_limits<float>::max()},
+                {u"3.4028236e38", true, 7, 7.5F},
                 {u"1e39", true, 7, 7.5F},
                 {u"-1e39", true, 7, 7.5F}};
     for (const auto& row : rows) {

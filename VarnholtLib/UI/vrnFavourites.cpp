@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 #include "Platform/Runtime/Files.h"
@@ -71,7 +70,8 @@ std::int32_t TBaseFavourite::SafeStrToInt(StringView value, std::int32_t default
 float TBaseFavourite::SafeStrToFloat(StringView value, float defaultValue) {
     double number = 0;
     const bool isNumber = TryStrToFloat(value, number);
-    const bool fits = std::fabs(number) <= double{std::numeric_limits<float>::max()};
+    constexpr double kLimit = 0x1.ffffffp127;  // from here on the nearest float is infinity
+    const bool fits = std::fabs(number) < kLimit;
     return isNumber && fits ? static_cast<float>(number) : defaultValue;
 }
 
@@ -98,6 +98,10 @@ void TBaseFavouriteList::Delete(std::int64_t index) {
     FItems.erase(FItems.begin() + position);
 }
 
+void TBaseFavouriteList::Clear() noexcept {
+    const std::vector<std::unique_ptr<TBaseFavourite>> removed = std::exchange(FItems, {});
+}
+
 // --- All favourites of a kind ---
 
 TFavouriteData::TFavouriteData(TFavouriteClass favouriteClass)
@@ -118,8 +122,8 @@ void TFavouriteData::Load() {
 }
 
 void TFavouriteData::LoadItem(const std::shared_ptr<IXMLNode>& node) {
+    std::unique_ptr<TBaseFavourite> favourite = CreateNewFavourite();
     try {
-        std::unique_ptr<TBaseFavourite> favourite = CreateNewFavourite();
         favourite->LoadFromNode(node);
         FItems.Add(std::move(favourite));
     } catch (...) {
@@ -131,19 +135,31 @@ void TFavouriteData::Save() {
     const std::shared_ptr<IXMLDocument> document = NewXMLDocument(u"1.0");
     const std::shared_ptr<IXMLNode> root = document->AddChild(u"favourites");
     for (std::int32_t i = 0; i < GetCount(); ++i) GetFav(i).SaveToNode(root->AddChild(FFavClass.NodeName));
-    KeepDamagedFile();
-    document->SaveToFile(FFilename);
-}
-
-void TFavouriteData::KeepDamagedFile() {
-    if (!FIsDamaged) return;
-    if (FileExists(FFilename)) {
-        const String first = FFilename + u".damaged";
-        String kept = first;
-        for (int i = 2; FileExists(kept) || DirectoryExists(kept); ++i) kept = first + IntToStr(i);
-        RenameFile(FFilename, kept);
+    const String kept = KeepDamagedFile();
+    try {
+        document->SaveToFile(FFilename);
+    } catch (...) {
+        TakeBack(kept);
+        throw;
     }
     FIsDamaged = false;
+}
+
+/// Renames a damaged file and returns its new name; empty if there is none.
+String TFavouriteData::KeepDamagedFile() {
+    if (!FIsDamaged || !FileExists(FFilename)) return {};
+    const String first = FFilename + u".damaged";
+    String kept = first;
+    for (int i = 2; FileExists(kept) || DirectoryExists(kept); ++i) kept = first + IntToStr(i);
+    RenameFile(FFilename, kept);
+    return kept;
+}
+
+/// Gives a kept file its former name back.
+void TFavouriteData::TakeBack(const String& kept) noexcept try {
+    if (!kept.empty()) RenameFile(kept, FFilename);
+} catch (...) {
+    // It stays under the other name.
 }
 
 std::unique_ptr<TBaseFavourite> TFavouriteData::CreateNewFavourite() {

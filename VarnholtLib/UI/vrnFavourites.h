@@ -36,8 +36,8 @@
 /// order. Its name is that of the kind, and its attribute `name` that of the favourite; a descendant adds attributes
 /// and elements. Elements of other names are not read, so the next Save drops them.
 ///
-/// Loading reports nothing. A missing file is an empty list. A favourite that cannot be loaded is left out; a file that
-/// cannot be read as XML is an empty list. In both cases the file is not lost: before the first Save replaces it, it is
+/// Loading reports nothing. A missing file is an empty list. A favourite whose LoadFromNode raises is left out; a file
+/// that cannot be read as XML, or a favourite that cannot be made, gives an empty list. In all these cases the file is not lost: before the first Save replaces it, it is
 /// renamed to `FILENAME.xml.damaged` beside it. If that exists, from an earlier time, it stays, and the name is
 /// `FILENAME.xml.damaged2`, `FILENAME.xml.damaged3` and so on, the first that is free.
 ///
@@ -97,6 +97,11 @@ struct VARNHOLT_EXPORT TFavouriteClass {
 /// Favourites in order, which it owns. Indexes count from 0; EListError `List index out of bounds (%d)`.
 class VARNHOLT_EXPORT TBaseFavouriteList {
 public:
+    TBaseFavouriteList() = default;
+    ~TBaseFavouriteList() { Clear(); }
+    TBaseFavouriteList(const TBaseFavouriteList&) = delete;
+    TBaseFavouriteList& operator=(const TBaseFavouriteList&) = delete;
+
     /// EArgumentNilException for null.
     void Add(std::unique_ptr<TBaseFavourite> favourite);
     [[nodiscard]] TBaseFavourite& GetItem(std::int64_t index) const;
@@ -105,7 +110,7 @@ public:
     [[nodiscard]] std::int32_t IndexOf(const TBaseFavourite* favourite) const noexcept;
     /// Removes and destroys.
     void Delete(std::int64_t index);
-    void Clear() noexcept { FItems.clear(); }
+    void Clear() noexcept;
 
 private:
     std::vector<std::unique_ptr<TBaseFavourite>> FItems;
@@ -114,8 +119,8 @@ private:
 /// All favourites of one kind.
 class VARNHOLT_EXPORT TFavouriteData {
 public:
-    /// Loads the file; creates its folder if it is missing. Raises only EArgumentNilException (`favouriteClass`)
-    /// for a kind without Create. If the folder cannot be created, or the user has none for application data, the
+    /// Loads the file; creates its folder if it is missing. Raises EArgumentNilException (`favouriteClass`) for a kind
+    /// without Create, and what the search for the user's folder raises. If the folder cannot be created, or the user has none for application data, the
     /// list is empty, and FileName is the folder, so that Save fails.
     explicit TFavouriteData(TFavouriteClass favouriteClass);
     TFavouriteData(const TFavouriteData&) = delete;
@@ -145,7 +150,8 @@ private:
 
     void Load();
     void LoadItem(const std::shared_ptr<IXMLNode>& node);
-    void KeepDamagedFile();
+    String KeepDamagedFile();
+    void TakeBack(const String& kept) noexcept;
 
     const TFavouriteClass FFavClass;
     const String FFilename;
