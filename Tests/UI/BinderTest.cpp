@@ -18,6 +18,11 @@ namespace {
 
 class TOwnEdit : public TEdit {};
 
+class TOwnEditAdapter : public TEditUIBookmarkValueAdapter {
+public:
+    [[nodiscard]] String GetControlTypeName() const override { return u"TOwnEdit"; }
+};
+
 struct TDialog : TForm {
     TDialog() {
         Adapters->Add(std::make_shared<TComboBoxUIBookmarkValueAdapter>());
@@ -98,6 +103,9 @@ TEST(UIBookmarkBinder, RefusesWhatItCannotBind) {
     EXPECT_EQ(binder->GetBinding(u"edit")->GetControl(), nullptr);
     binder->UpdateBookmark(*bookmark);
     EXPECT_EQ(bookmark->GetValues(), (TUIBookmarkValues{{u"edit", u"2"}}));
+    binder->GetAdapters()->Add(std::make_shared<TOwnEditAdapter>());
+    binder->Add(&own, u"edit");  // the key of a control that is gone is free
+    EXPECT_EQ(binder->GetBinding(u"edit")->GetControl(), &own);
 }
 
 TEST(UIBookmarkBinder, EachControlHasItsText) {
@@ -119,7 +127,7 @@ TEST(UIBookmarkBinder, EachControlHasItsText) {
     EXPECT_EQ(dialog.Restore({{u"Check", u"maybe"}, {u"One", u"7"}, {u"Edit", u"x"}, {u"Unbound", u"1"}}),
               "change0 exit0 ");
     EXPECT_TRUE(dialog.One.GetChecked() && dialog.Edit.GetText() == u"x");
-    for (const StringView gone : {u"##_INVALID_INDEX_##", u"median"}) {
+    for (const StringView gone : {u"##_INVALID_INDEX_##", u"median", u"Mean"}) {
         dialog.Combo.SetItemIndex(1);
         EXPECT_EQ(dialog.Restore({{u"Combo", String(gone)}}), "combo0 ");
         EXPECT_EQ(dialog.Combo.GetItemIndex(), -1);

@@ -43,12 +43,12 @@ String TClipboardEnvelope::GetText(StringView typeName) {
     return String(envelope.Text);
 }
 
-bool TClipboardEnvelope::Contains(StringView typeName) {
+bool TClipboardEnvelope::Contains(StringView typeName) noexcept {
     try {
         if (!Clipboard().HasFormat(kClipboardText)) return false;
         const String s = Clipboard().GetAsText();
         return HasEnvelope(s) && PartsOf(s).TypeName == typeName;
-    } catch (const Exception&) {
+    } catch (...) {
         return false;  // a clipboard that cannot be read has none
     }
 }

@@ -26,7 +26,7 @@ public:
     /// envelope.
     [[nodiscard]] static String GetText(StringView typeName);
     /// Whether the clipboard has an envelope of that type. False if it cannot be read.
-    [[nodiscard]] static bool Contains(StringView typeName);
+    [[nodiscard]] static bool Contains(StringView typeName) noexcept;
 
     // --- The envelope ---
 

@@ -1,5 +1,7 @@
 #include "VarnholtLib/UI/vrnCommonUIBookmarkValueAdapters.h"
 
+#include <algorithm>
+
 #include "Platform/Controls/Buttons.h"
 #include "Platform/Controls/Edits.h"
 #include "Platform/Controls/Lists.h"
@@ -91,7 +93,9 @@ String TComboBoxUIBookmarkValueAdapter::GetData(TControl& control) {
 
 void TComboBoxUIBookmarkValueAdapter::UpdateControl(TControl& control, StringView data) {
     auto& comboBox = As<TComboBox>(control, *this);
-    comboBox.SetItemIndex(data == kNoItem ? -1 : comboBox.GetItems().IndexOf(data));
+    const TControlItems& items = comboBox.GetItems();
+    const auto found = data == kNoItem ? items.end() : std::ranges::find(items, data);
+    comboBox.SetItemIndex(found == items.end() ? -1 : static_cast<std::int32_t>(found - items.begin()));
     Notify(comboBox.GetOnChange());
 }
 

@@ -45,8 +45,9 @@ void TUIBookmarkBinder::Add(TControl* control, StringView valueKey) {
     TBound& bound = FControlDict[control];
     if (bound.Control) throw EListError(Format(u"Control \"%s\" is bound already", {control->GetName()}));
     bound = {control, binding};
-    if (!FValueKeyDict.try_emplace(String(valueKey), binding).second)
-        throw EListError(Format(u"Key \"%s\" is bound already", {valueKey}));
+    TBound& named = FValueKeyDict[String(valueKey)];
+    if (named.Control) throw EListError(Format(u"Key \"%s\" is bound already", {valueKey}));
+    named = {control, binding};
 }
 
 std::shared_ptr<IUIBookmarkBinding> TUIBookmarkBinder::GetBinding(const TControl* control) const {
@@ -58,7 +59,7 @@ std::shared_ptr<IUIBookmarkBinding> TUIBookmarkBinder::GetBinding(const TControl
 std::shared_ptr<IUIBookmarkBinding> TUIBookmarkBinder::GetBinding(StringView valueKey) const {
     const auto found = FValueKeyDict.find(String(valueKey));
     if (found == FValueKeyDict.end()) throw EListError(Format(u"Key \"%s\" is not bound", {valueKey}));
-    return found->second;
+    return found->second.Binding;
 }
 
 void TUIBookmarkBinder::SetAdapters(std::shared_ptr<IUIBookmarkValueAdapters> value) {

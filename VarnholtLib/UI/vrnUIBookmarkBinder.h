@@ -20,7 +20,8 @@
 /// TRadioButton; those for TComboBox and TPageControl (vrnCommonUIBookmarkValueAdapters.h), and an application's
 /// own, are added to the list.
 ///
-/// Controls are not owned. A binding whose control was destroyed is passed over.
+/// Controls are not owned. A binding whose control was destroyed is passed over, and its key can be bound anew; until
+/// then the binder finds it under the key.
 ///
 /// Threads: the thread of the controls.
 namespace Varnholt {
@@ -103,8 +104,8 @@ public:
     /// adapter is left out. An adapter that raises ends it, with the values so far.
     virtual void UpdateBookmark(IUIBookmark& bookmark) = 0;
     /// Sets the controls from the bookmark, in the order of Add. A control without an adapter, or whose key the
-    /// bookmark does not have, is not touched, and so is one whose adapter raises, silently. Handlers of the
-    /// controls get a null sender.
+    /// bookmark does not have, is not touched. What an adapter or a handler raises is ignored, and the next control
+    /// follows. Adapters call handlers with a null sender, that of TPageControl with the control.
     virtual void UpdateControls(IUIBookmark& bookmark) = 0;
 };
 
@@ -131,7 +132,7 @@ private:
 
     std::shared_ptr<TInterfacedList<std::shared_ptr<IUIBookmarkBinding>>> FBindings;
     std::unordered_map<const TControl*, TBound> FControlDict;
-    std::unordered_map<String, std::shared_ptr<IUIBookmarkBinding>> FValueKeyDict;
+    std::unordered_map<String, TBound> FValueKeyDict;
     std::shared_ptr<IUIBookmarkValueAdapters> FAdapters;
 };
 
