@@ -138,6 +138,9 @@ TEST(UIBookmarkBinder, EachControlHasItsText) {
     EXPECT_EQ(dialog.Pages.GetActivePage(), &dialog.Second);
     dialog.Pages.SetActivePage(nullptr);
     EXPECT_EQ(dialog.Taken().at(u"Pages"), u"page:nil");
+    dialog.Check.SetOnClick([](TObject*) { throw std::runtime_error("costs its control alone"); });
+    dialog.Restore({{u"Check", u"-1"}, {u"Edit", u"next"}});
+    EXPECT_EQ(dialog.Edit.GetText(), u"next");
     TOwnEdit own;
     EXPECT_EQ(Raised<EInvalidOperation>([&] { return TCheckBoxUIBookmarkValueAdapter().GetData(own); }),
               u"Control \"\" is not a TCheckBox");

@@ -109,6 +109,15 @@ TEST_F(vrnFavourites, LoadsWhatIsWhole) {
         u"a,c,");
     EXPECT_EQ(Loaded("<f><peak name='a' height='1'/>"), u"");
     EXPECT_EQ(Loaded(""), u"");
+    TFavouriteClass failing = kPeaks;
+    int made = 0;
+    failing.Create = [&](TFavouriteData& data) {
+        if (++made == 2) throw EConvertError(u"cannot be made");
+        return std::make_unique<TPeak>(data);
+    };
+    WriteFileInOneGo(kPath, "<f><peak name='a' height='1'/><peak name='b' height='2'/></f>");
+    const TFavouriteData none(failing);
+    EXPECT_EQ(none.GetCount(), 0);
 }
 
 TEST_F(vrnFavourites, KeepsADamagedFileBesideTheNewOne) {
@@ -240,6 +249,7 @@ TEST_F(vrnFavourites, AreOrganizedInTheirDialog) {
         dialog.Button1.ClickByUser();
         EXPECT_TRUE(boxes.Boxes[1].Text == u"Delete selected favourite?" &&
                     boxes.Boxes[1].Title == u"Delete?" && boxes.Boxes[1].Icon == miQuestion);
+        EXPECT_EQ(boxes.Boxes[1].Buttons, (std::vector<TModalResult>{mrYes, mrNo}));
         EXPECT_EQ(Loaded(ReadWholeFile(kPath)), u"Ortler,Ankogel,");
         rename(u"Hafner", true);
         dialog.lvFavs.DoubleClickByUser(1);
