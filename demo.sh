@@ -1,7 +1,21 @@
 #!/usr/bin/env bash
-# Installs what building needs and is missing, builds the program and runs its main commands on the sample data.
+# demo.sh: installs what building needs and is missing, builds the program and runs its main commands on the sample data.
+# demo.sh --desktop: opens the desktop application with the sample data; where there is no display, draws it on a virtual
+# one and keeps a picture.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
+
+if [ "${1-}" = --desktop ]; then
+    scripts/install-packages.sh build desktop
+    scripts/build.sh release -DVARNHOLT_BUILD_DESKTOP=ON varnholt-station
+    station=build/release/bin/varnholt-station
+    if [ -n "${DISPLAY-}${WAYLAND_DISPLAY-}" ]; then exec "$station" Examples/data/seattle-weather.csv; fi
+    mkdir -p build/demo
+    QT_QPA_PLATFORM=xcb xvfb-run -a -s '-screen 0 1280x1024x24' "$station" --picture build/demo/station.png \
+        Examples/data/seattle-weather.csv
+    echo "There is no display. A picture of the application is in build/demo/station.png"
+    exit
+fi
 
 scripts/install-packages.sh build
 scripts/build.sh release -DVARNHOLT_BUILD_TESTS=OFF -DVARNHOLT_BUILD_BENCHMARKS=OFF -DVARNHOLT_BUILD_DESKTOP=OFF varnholt

@@ -14,6 +14,19 @@ foreach(folder Platform VarnholtBaseLib VarnholtLib)
             FILES_MATCHING PATTERN "*.h" PATTERN "*Private.h" EXCLUDE)
 endforeach()
 
+if(VARNHOLT_BUILD_DESKTOP)
+    install(TARGETS VarnholtDesktop EXPORT VarnholtLibDesktopTargets
+            INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/varnholt")
+    install(EXPORT VarnholtLibDesktopTargets NAMESPACE VarnholtLib:: DESTINATION "${package_dir}")
+    install(FILES "${PROJECT_SOURCE_DIR}/Desktop/Qt/Desktop.h"
+            DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/varnholt/Desktop/Qt")
+    install(TARGETS varnholt-station)
+    set(station_share "${PROJECT_SOURCE_DIR}/Desktop/Station/share")
+    install(FILES "${station_share}/varnholt-station.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+    install(FILES "${station_share}/varnholt-station.svg"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+endif()
+
 install(EXPORT VarnholtLibTargets NAMESPACE VarnholtLib:: DESTINATION "${package_dir}")
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/VarnholtLibConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/VarnholtLibConfig.cmake" INSTALL_DESTINATION "${package_dir}")
@@ -48,6 +61,12 @@ if(BUILD_SHARED_LIBS)
     if(VARNHOLT_BUILD_TOOLS)
         set_target_properties(varnholt PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
         list(APPEND files_with_runpath "${CMAKE_INSTALL_BINDIR}/$<TARGET_FILE_NAME:varnholt>")
+    endif()
+    if(VARNHOLT_BUILD_DESKTOP)
+        set_target_properties(VarnholtDesktop PROPERTIES INSTALL_RPATH "$ORIGIN")
+        set_target_properties(varnholt-station PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+        list(APPEND files_with_runpath "${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:VarnholtDesktop>"
+             "${CMAKE_INSTALL_BINDIR}/$<TARGET_FILE_NAME:varnholt-station>")
     endif()
     install(CODE "set(VARNHOLT_LIBRARY_DIR \"${CMAKE_INSTALL_LIBDIR}\")
                   set(VARNHOLT_FILES_WITH_RUNPATH \"${files_with_runpath}\")

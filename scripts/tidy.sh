@@ -5,7 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 cmake --preset clang >/dev/null
 
 if [ $# -eq 0 ]; then
-    mapfile -t files < <(git ls-files 'Platform/*.cpp' 'VarnholtBaseLib/*.cpp' 'VarnholtLib/*.cpp' 'Tools/*.cpp')
+    mapfile -t files < <(git ls-files 'Platform/*.cpp' 'VarnholtBaseLib/*.cpp' 'VarnholtLib/*.cpp' 'Tools/*.cpp' 'Desktop/*.cpp')
     set -- "${files[@]}"
 fi
 # A finding in a header is reported with each source that includes it, and shown once.

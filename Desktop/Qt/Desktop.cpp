@@ -2,11 +2,17 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QPixmap>
+#include <QWidget>
 
 #include "Desktop/Qt/QtBackendPrivate.h"
+#include "Desktop/Qt/QtPeerPrivate.h"
 #include "Desktop/Qt/QtServicesPrivate.h"
+#include "Platform/Controls/Form.h"
 #include "Platform/Drawing/Colors.h"
 #include "Platform/Runtime/Exceptions.h"
+#include "Platform/Runtime/Format.h"
+#include "Platform/Runtime/Paths.h"
 
 namespace Varnholt {
 namespace {
@@ -52,6 +58,15 @@ TDesktop::TDesktop(int& argc, char** argv) {
 
 TDesktop::~TDesktop() {
     SetControlBackend(nullptr);
+}
+
+void TDesktop::SavePicture(TCustomForm& form, StringView fileName) {
+    TQtPeer* const peer = TQtPeer::Of(&form);
+    if (peer == nullptr || !form.GetVisible())
+        throw EInvalidOperation(Format(u"Form \"%s\" is not shown", {form.GetName()}));
+    const QPixmap picture = peer->GetWidget().grab();
+    if (!picture.save(QString::fromStdString(ToNativePath(fileName)), "PNG"))
+        throw Exception(Format(u"Cannot write the picture \"%s\"", {fileName}));
 }
 
 }  // namespace Varnholt

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "Platform/Runtime/Export.h"
+#include "Platform/Runtime/Types.h"
 
 /// Shows forms and controls on the user's desktop.
 ///
@@ -24,6 +24,8 @@
 /// Threads: main thread only.
 namespace Varnholt {
 
+class TCustomForm;
+
 class VARNHOLT_EXPORT TDesktop {
 public:
     /// Takes the toolkit's own options, as `-platform offscreen`, out of the arguments, which must outlive this. A
@@ -34,6 +36,10 @@ public:
     ~TDesktop();
     TDesktop(const TDesktop&) = delete;
     TDesktop& operator=(const TDesktop&) = delete;
+
+    /// Writes a picture of a form that is shown, with its menu, as a PNG file. EInvalidOperation `Form "%s" is not
+    /// shown`, and Exception `Cannot write the picture "%s"`.
+    void SavePicture(TCustomForm& form, StringView fileName);
 
 private:
     struct TParts;

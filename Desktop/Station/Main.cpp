@@ -1,5 +1,7 @@
 #include <cstdlib>
 #include <iostream>
+#include <span>
+#include <string_view>
 
 #include "Desktop/Qt/Desktop.h"
 #include "Desktop/Station/MainForm.h"
@@ -10,7 +12,8 @@
 #include "VarnholtLib/Services/vrnLogCleaner.h"
 #include "VarnholtLib/UI/vrnAppExceptionHandler.h"
 
-// varnholt-station [FILE]: shows a station's file, or a session, in a window.
+// varnholt-station [--picture PNG] [FILE]: shows a station's file, or a session, in a window. With --picture it writes a
+// picture of that to a PNG file, and ends.
 namespace {
 
 using namespace Varnholt;
@@ -31,7 +34,18 @@ void Run(int argc, char** argv) {
     ForceDirectories(ExtractFilePath(Station::BookmarksPath()));
 
     Station::TMainForm form;
-    if (argc > 1) Application().Post([&] { form.OpenFile(FromNativePath(argv[1])); });
+    const std::span arguments(argv + 1, static_cast<std::size_t>(argc - 1));
+    const bool isPicture = arguments.size() > 1 && std::string_view(arguments[0]) == "--picture";
+    Application().Post([&] {
+        if (arguments.size() > (isPicture ? 2 : 0)) form.OpenFile(FromNativePath(arguments.back()));
+    });
+    TTimer picture;  // once all is drawn
+    picture.SetInterval(300);
+    picture.SetOnTimer([&](TObject*) {
+        Application().Terminate();
+        desktop.SavePicture(form, FromNativePath(arguments[1]));
+    });
+    picture.SetEnabled(isPicture);
     Application().Run(form);
     form.KeepSettings();
 }

@@ -102,7 +102,8 @@ void TMainForm::Arrange() {
     Statistics.SetRowSelect(true);
     ReportList.SetAlign(alTop);
     ReportList.SetHeight(300);
-    for (const String& heading : ReportHeadings()) ReportList.AddColumn(heading, heading.size() > 12 ? 114 : 88);
+    for (const String& heading : ReportHeadings())
+        ReportList.AddColumn(heading, heading.size() > 12 ? 114 : 88);
     ReportChart.SetAlign(alClient);
     ReportChart.SetOnPaint([this](TObject*, TCanvas& canvas, const TRect& area) {
         if (FReport) DrawClimateDiagram(canvas, area, FReport->Diagram);

@@ -64,7 +64,7 @@ void TraceEllipse(cairo_t* cairo, const TBox& box) {
 
 /// The pixel library of Cairo allocates when it is loaded and frees nothing. Cairo stays loaded when this library is
 /// closed, so that loading this one again does not repeat that.
-[[maybe_unused]] const bool isCairoKept =
+[[maybe_unused]] const bool kIsCairoKept =
     (KeepLibraryLoaded(reinterpret_cast<const void*>(&cairo_create)), true);
 
 }  // namespace

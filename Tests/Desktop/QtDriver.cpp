@@ -3,8 +3,10 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 #include <QWindow>
@@ -115,6 +117,34 @@ bool TQtDriver::Spin(TSpinEdit& edit, bool isUp) {
     for (QToolButton* const arrow : WidgetOf(edit.GetButton()).findChildren<QToolButton*>())
         if (arrow->arrowType() == (isUp ? Qt::UpArrow : Qt::DownArrow))
             ClickAt(*arrow, arrow->rect().center());
+    return isOpen;
+}
+
+bool TQtDriver::Choose(TDrawGrid& grid, const TGridRect& cells) {
+    if (!grid.IsUsable()) return false;
+    auto& view = dynamic_cast<QTableView&>(WidgetOf(grid));
+    const auto center = [&](std::int32_t col, std::int32_t row) {
+        return view.visualRect(view.model()->index(row - grid.GetFixedRows(), col - grid.GetFixedCols()))
+            .center();
+    };
+    ClickAt(*view.viewport(), center(cells.Left, cells.Top));
+    ClickAt(*view.viewport(), center(cells.Right, cells.Bottom), Qt::ShiftModifier);
+    return true;
+}
+
+bool TQtDriver::ClickFixed(TDrawGrid& grid, std::int32_t col, bool isShiftDown) {
+    const std::int32_t section = col - grid.GetFixedCols();
+    QHeaderView& heading = *dynamic_cast<QTableView&>(WidgetOf(grid)).horizontalHeader();
+    if (!grid.IsUsable() || section < 0 || section >= heading.count()) return false;
+    ClickAt(*heading.viewport(), QPoint(heading.sectionViewportPosition(section) + 20, 8),
+            isShiftDown ? Qt::ShiftModifier : Qt::KeyboardModifiers());
+    return true;
+}
+
+bool TQtDriver::Choose(TCustomForm& form, TMenuItem& item) {
+    const bool isOpen = form.IsUsable() && item.GetEnabled();
+    for (QAction* const action : WidgetOf(form).findChildren<QAction*>())
+        if (action->text().toStdU16String() == item.GetCaption()) action->trigger();
     return isOpen;
 }
 

@@ -20,6 +20,9 @@ public:
     bool Choose(TTreeView& treeView, TTreeNode& node) override;
     bool Choose(TPageControl& pages, std::int32_t index) override;
     bool Spin(TSpinEdit& edit, bool isUp) override;
+    bool Choose(TDrawGrid& grid, const TGridRect& cells) override;
+    bool ClickFixed(TDrawGrid& grid, std::int32_t col, bool isShiftDown) override;
+    bool Choose(TCustomForm& form, TMenuItem& item) override;
     bool Key(TCustomForm& form, std::int32_t virtualKey, bool isShiftDown) override;
     bool Close(TCustomForm& form) override;
 

@@ -44,12 +44,16 @@ protected:
 
     [[nodiscard]] String Path(StringView name) { return FFolder.GetPath(name); }
 
-    /// The screen as it is, for people; below the build.
+    /// The windows as they are on the screen, for people; below the build.
     static void Shot(const char* name) {
         QTest::qWait(50);
         QDir().mkpath(VARNHOLT_SCREENSHOTS);
-        QGuiApplication::primaryScreen()->grabWindow(0).save(QString(VARNHOLT_SCREENSHOTS "/") + name +
-                                                             ".png");
+        QRect area;
+        for (const QWidget* const window : QApplication::topLevelWidgets())
+            if (window->isVisible()) area |= window->geometry();
+        QScreen& screen = *QGuiApplication::primaryScreen();
+        const QPixmap shot = screen.grabWindow(0, area.x(), area.y(), area.width(), area.height());
+        shot.save(QString(VARNHOLT_SCREENSHOTS "/") + name + ".png");
     }
     /// Presses keys in the window that is in front.
     static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {

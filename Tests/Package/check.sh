@@ -41,7 +41,7 @@ expect 'The list of private headers' "$(find "$work/moved/include" -name '*Priva
 consume_with_cmake installed -DCMAKE_PREFIX_PATH="$work/moved"
 strip "$work/installed/consumer"
 expect 'The version of the consumer' "$("$work/moved/bin/varnholt" version "$work/installed/consumer")" 1.2.65535.0
-for example in dialog evaluator settings; do
+for example in desktop dialog evaluator settings; do
     quietly cmake -S "Examples/$example" -B "$work/$example" -G Ninja -DCMAKE_PREFIX_PATH="$work/moved"
     quietly cmake --build "$work/$example"
 done
@@ -49,6 +49,7 @@ expect 'The evaluator' "$("$work/evaluator/evaluator" 12.5)" '2 * ($rain + 1.5) 
 export HOME=$work/home XDG_CONFIG_HOME= XDG_DATA_HOME=
 mkdir "$HOME"
 quietly "$work/settings/settings" 'Graz'
+expect 'The form' "$(QT_QPA_PLATFORM=offscreen "$work/desktop/desktop" Graz 2>/dev/null)" 'Goodbye, Graz'
 expect 'The dialog' "$("$work/dialog/dialog" | tr '\n' '|')" \
     'New: Seattle, table, mean|Restored: Bergen, daily, chart, sum|Favourite: Old Bergen|'
 expect 'The settings' "$("$work/settings/settings")" 'Start 2, station Graz'
@@ -56,7 +57,7 @@ consume_with_pkg_config "$work/moved"
 
 echo 'The installation for the whole system'
 DESTDIR=$work/stage quietly cmake --install "$build" --prefix /usr
-expect 'The number of files with a RUNPATH' "$(has_runpath "$work"/stage/usr/bin/varnholt "$work"/stage/usr/lib/*.so)" 0
+expect 'The number of files with a RUNPATH' "$(has_runpath "$work"/stage/usr/bin/* "$work"/stage/usr/lib/*.so)" 0
 
 echo 'The tree as a static subproject'
 consume_with_cmake subproject -DFROM_SOURCE="$PWD" -DBUILD_SHARED_LIBS=OFF

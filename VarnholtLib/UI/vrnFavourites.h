@@ -37,9 +37,10 @@
 /// and elements. Elements of other names are not read, so the next Save drops them.
 ///
 /// Loading reports nothing. A missing file is an empty list. A favourite whose LoadFromNode raises is left out; a file
-/// that cannot be read as XML, or a favourite that cannot be made, gives an empty list. In all these cases the file is not lost: before the first Save replaces it, it is
-/// renamed to `FILENAME.xml.damaged` beside it. If that exists, from an earlier time, it stays, and the name is
-/// `FILENAME.xml.damaged2`, `FILENAME.xml.damaged3` and so on, the first that is free.
+/// that cannot be read as XML, or a favourite that cannot be made, gives an empty list. In all these cases the file is
+/// not lost: before the first Save replaces it, it is renamed to `FILENAME.xml.damaged` beside it. If that exists, from
+/// an earlier time, it stays, and the name is `FILENAME.xml.damaged2`, `FILENAME.xml.damaged3` and so on, the first
+/// that is free.
 ///
 /// Threads: none inside; the objects serve the thread of the dialogs. Of two processes that save the same favourites,
 /// the later one wins.
@@ -120,8 +121,8 @@ private:
 class VARNHOLT_EXPORT TFavouriteData {
 public:
     /// Loads the file; creates its folder if it is missing. Raises EArgumentNilException (`favouriteClass`) for a kind
-    /// without Create, and what the search for the user's folder raises. If the folder cannot be created, or the user has none for application data, the
-    /// list is empty, and FileName is the folder, so that Save fails.
+    /// without Create, and what the search for the user's folder raises. If the folder cannot be created, or the user
+    /// has none for application data, the list is empty, and FileName is the folder, so that Save fails.
     explicit TFavouriteData(TFavouriteClass favouriteClass);
     TFavouriteData(const TFavouriteData&) = delete;
     TFavouriteData& operator=(const TFavouriteData&) = delete;

@@ -22,6 +22,9 @@ public:
     virtual bool Choose(TTreeView& treeView, TTreeNode& node) = 0;
     virtual bool Choose(TPageControl& pages, std::int32_t index) = 0;
     virtual bool Spin(TSpinEdit& edit, bool isUp) = 0;
+    virtual bool Choose(TDrawGrid& grid, const TGridRect& cells) = 0;
+    virtual bool ClickFixed(TDrawGrid& grid, std::int32_t col, bool isShiftDown) = 0;
+    virtual bool Choose(TCustomForm& form, TMenuItem& item) = 0;
     virtual bool Key(TCustomForm& form, std::int32_t virtualKey, bool isShiftDown) = 0;
     virtual bool Close(TCustomForm& form) = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "Platform/Drawing/Bitmap.h"
 #include "Platform/Runtime/MainThread.h"
 #include "Tests/Support/MessageBoxes.h"
 #include "Tests/Support/Raised.h"
@@ -180,6 +181,48 @@ TEST_P(ControlContract, PagesShowOneAtATime) {
     EXPECT_TRUE(pages.GetActivePage() == &second && second.GetVisible() && pages.GetPageCount() == 1);
     static_cast<void>(pages.Remove(second));
     EXPECT_EQ(pages.GetActivePage(), nullptr);
+}
+
+TEST_P(ControlContract, GridsMenusAndPaintBoxes) {
+    TForm form;
+    TNotes notes;
+    TStringGrid& grid = form.Add<TStringGrid>(u"grid", 4, 5, 1, 1);
+    grid.SetOnSelect(notes("select"));
+    grid.SetOnFixedCellClick([&](TObject*, std::int32_t col, std::int32_t row, bool isShiftDown) {
+        notes.Text += std::to_string(col) + std::to_string(row) + (isShiftDown ? "+ " : " ");
+    });
+    TMainMenu menu;
+    TMenuItem& item = menu.GetItems().Add(std::make_unique<TMenuItem>()).Add(std::make_unique<TMenuItem>());
+    item.SetCaption(u"Open");
+    item.SetOnClick(notes("open"));
+    form.SetMenu(&menu);
+    TPaintBox& box = form.Add<TPaintBox>(u"box");
+    TRect painted;
+    box.SetOnPaint([&](TObject*, TCanvas&, const TRect& area) { painted = area; });
+    TEdit& edit = form.Add<TEdit>(u"edit");
+    edit.SetIsPassword(true);
+    EXPECT_FALSE(form.DropFilesByUser({u"C:\\a"}));
+    form.Show();
+    EXPECT_TRUE(grid.GetSelection().IsEmpty() && User->Choose(grid, {1, 1, 2, 3}));
+    EXPECT_EQ(grid.GetSelection(), (TGridRect{1, 1, 2, 3}));
+    grid.SetRowCount(3);
+    EXPECT_EQ(grid.GetSelection(), (TGridRect{1, 1, 2, 2}));
+    EXPECT_EQ(notes.Take().substr(0, 7), "select ");
+    grid.SetSelection({});
+    EXPECT_TRUE(User->ClickFixed(grid, 2, false) && User->ClickFixed(grid, 1, true) &&
+                !User->ClickFixed(grid, 4, false));
+    EXPECT_TRUE(!grid.ClickFixedByUser(1, 1, false) && User->Choose(form, item));
+    item.SetEnabled(false);
+    EXPECT_FALSE(User->Choose(form, item));
+    EXPECT_EQ(notes.Take(), "20 10+ open ");
+    grid.SetColWidth(1, 30);
+    grid.SetColWidth(1, -1);
+    EXPECT_EQ(grid.GetColWidth(1), grid.GetDefaultColWidth());
+    form.SetOnDropFiles([&](TObject*, const std::vector<String>& files) { edit.SetText(files[0]); });
+    EXPECT_TRUE(form.DropFilesByUser({u"C:\\a"}) && edit.GetText() == u"C:\\a");
+    TBitmap picture(200, 200);
+    box.PaintTo(picture.GetCanvas(), 10, 20);
+    EXPECT_EQ(painted.Right - painted.Left, box.GetWidth());
 }
 
 TEST_P(ControlContract, TheFocusMovesOnceAndInOrder) {

@@ -16,6 +16,11 @@ public:
     bool Choose(TTreeView& treeView, TTreeNode& node) override { return treeView.SelectByUser(node); }
     bool Choose(TPageControl& pages, std::int32_t index) override { return pages.SelectPageByUser(index); }
     bool Spin(TSpinEdit& edit, bool isUp) override { return edit.SpinByUser(isUp); }
+    bool Choose(TDrawGrid& grid, const TGridRect& cells) override { return grid.SelectByUser(cells); }
+    bool ClickFixed(TDrawGrid& grid, std::int32_t col, bool isShiftDown) override {
+        return grid.ClickFixedByUser(col, 0, isShiftDown);
+    }
+    bool Choose(TCustomForm& form, TMenuItem& item) override { return form.ChooseMenuByUser(item); }
     bool Key(TCustomForm& form, std::int32_t key, bool isShiftDown) override {
         return form.KeyByUser(key, isShiftDown);
     }
