@@ -96,11 +96,13 @@ bool TQtBackend::event(QEvent* event) {
 
 bool TQtBackend::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (type != QEvent::KeyPress && type != QEvent::FocusIn && type != QEvent::MouseButtonRelease)
+    if (type != QEvent::KeyPress && type != QEvent::FocusIn && type != QEvent::MouseButtonPress &&
+        type != QEvent::MouseButtonRelease)
         return false;
     auto* const widget = qobject_cast<QWidget*>(watched);
     TQtPeer* const peer = TQtPeer::Around(widget);
     if (peer == nullptr) return false;
+    peer->UpdateItemsNow();  // what the user meets is what the control has
     if (type == QEvent::FocusIn) {
         // Of a window that becomes the active one the form knows, and to a menu or a list the focus is only lent.
         const bool isOfWindow =
@@ -115,6 +117,7 @@ bool TQtBackend::eventFilter(QObject* watched, QEvent* event) {
             peer->Clicked();
         return false;
     }
+    if (type != QEvent::KeyPress) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     const std::int32_t code = KeyOfForm(key);
     if (code == 0 || QApplication::activePopupWidget() != nullptr || peer->KeepsKey(code)) return false;

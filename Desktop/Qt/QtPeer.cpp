@@ -46,6 +46,8 @@ QColor ToQtColor(TColor color) {
 TQtPeer::TQtPeer(TControl& control, QWidget* widget) : FControl(control), FWidget(widget) {
     widget->setProperty(kPeerOfWidget, QVariant::fromValue(static_cast<void*>(this)));
     widget->setObjectName(ToQt(control.GetName()));
+    FItemsTimer.setSingleShot(true);
+    QObject::connect(&FItemsTimer, &QTimer::timeout, [this] { UpdateItemsNow(); });
 }
 
 TQtPeer::~TQtPeer() {
@@ -106,8 +108,7 @@ void TQtPeer::Update(TControlAspect aspect) {
 void TQtPeer::UpdateItemsLater() {
     ForgetItems();
     if (std::exchange(FHasNewItems, true)) return;
-    QMetaObject::invokeMethod(
-        FWidget, [this] { UpdateItemsNow(); }, Qt::QueuedConnection);
+    FItemsTimer.start(0);
 }
 
 void TQtPeer::UpdateItemsNow() {

@@ -2,6 +2,7 @@
 
 #include <QPalette>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 #include <utility>
 
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] TControl& GetControl() noexcept { return FControl; }
     /// Whether the widget has a use of its own for a key of forms.
     [[nodiscard]] virtual bool KeepsKey(std::int32_t) const { return false; }
+    /// Does at once what waits until the changes of many items are over.
+    void UpdateItemsNow();
     /// The user has put the focus on the widget, or clicked on it.
     void Focused();
     void Clicked();
@@ -54,8 +57,6 @@ protected:
     /// For kinds of controls with many items: the items have changed, and UpdateOwn(caItems) follows, once for all
     /// changes, before the user can do anything. No update of the selection comes before it.
     virtual void ForgetItems() {}
-    /// Does now what waits.
-    void UpdateItemsNow();
     virtual void UpdatePlace();
     virtual void UpdateVisible();
     /// The part of the palette that has the colour of the control.
@@ -105,6 +106,7 @@ private:
 
     TControl& FControl;
     QPointer<QWidget> FWidget;
+    QTimer FItemsTimer;
     bool FIsUpdating = false;
     bool FHasNewItems = false;
 };

@@ -83,6 +83,7 @@ std::shared_ptr<IUIBookmark> TReportDialog::FindKept() const {
 
 void TReportDialog::ListKept() {
     std::vector<String> names;
+    names.reserve(static_cast<std::size_t>(FKept->Count()));
     for (std::int32_t i = 0; i < FKept->Count(); ++i) names.push_back(FKept->GetItem(i)->GetName());
     cbKept.GetItems().SetLines(std::move(names));
     btDelete.SetEnabled(FindKept() != nullptr);
