@@ -1,5 +1,6 @@
 #include "Platform/Drawing/CanvasRecorder.h"
 
+#include <algorithm>
 #include <array>
 
 #include "Platform/Runtime/Format.h"
@@ -25,12 +26,14 @@ String Hex(std::uint32_t color, StringView format) {
 
 String DescribePen(const TPen& pen) {
     if (pen == TPen{}) return {};
-    return u" pen " + Hex(pen.Color, u"%.6x ") + IntToStr(pen.Width) + String(kPenStyles[pen.Style]);
+    return u" pen " + Hex(pen.Color, u"%.6x ") + IntToStr(pen.Width) +
+           String(kPenStyles[std::min<std::size_t>(pen.Style, kPenStyles.size() - 1)]);
 }
 
 String DescribeBrush(const TBrush& brush) {
     if (brush == TBrush{}) return {};
-    return u" brush " + Hex(brush.Color, u"%.6x") + String(kBrushStyles[brush.Style]);
+    return u" brush " + Hex(brush.Color, u"%.6x") +
+           String(kBrushStyles[std::min<std::size_t>(brush.Style, kBrushStyles.size() - 1)]);
 }
 
 String DescribeFont(const TFont& font) {
@@ -157,7 +160,9 @@ TColor TCanvasRecorder::GetPixel(TPoint) {
 }
 
 TSize TCanvasRecorder::MeasureText(StringView text, const TFont& font) {
-    return {static_cast<std::int32_t>(text.size()) * font.Size, 2 * font.Size};
+    const std::int64_t size = std::clamp(font.Size, 0, 10'000), length = std::ssize(text);
+    return {static_cast<std::int32_t>(std::min<std::int64_t>(length * size, INT32_MAX)),
+            static_cast<std::int32_t>(2 * size)};
 }
 
 }  // namespace Varnholt

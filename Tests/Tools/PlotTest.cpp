@@ -40,13 +40,15 @@ TEST_F(PlotTest, BadInputIsReported) {
     const std::tuple<const char*, int, const char*> cases[] = {
         {"t.csv --x day --y nothing", 1, "varnholt: t.csv: Column \"nothing\" not found"},
         {"t.csv --x neg --y y --out t.csv", 2, "--out: takes a file name that ends in .svg, .png or .pdf"},
+        {"t.csv --x day --y ''", 2, "--y: No column is named"},
         {"t.csv --x day --y y --size 800", 2, "--size: \"800\" is not a size from 100x100 to 10000x10000"},
         {"t.csv --x day --y y --size 99x100", 2, "\"99x100\" is not a size"},
         {"t.csv --x day --y y --fit cubic", 2, "--fit: "},
         {"t.csv --x day --y neg --fit exp", 1,
-         "varnholt: Column \"neg\" cannot be fitted: it takes two values at least, all above 0"},
+         "varnholt: Column \"neg\" cannot be fitted: it takes values at two different X at least, all above "
+         "0"},
         {"t.csv --x day --y y --fit linear", 1,
-         "varnholt: Column \"y\" cannot be fitted: it takes two values at least\n"},
+         "varnholt: Column \"y\" cannot be fitted: it takes values at two different X at least\n"},
         {"bad.csv --x day --y y", 1, "varnholt: bad.csv, line 3: \"2\" is not a date"},
         {"link.svg --x day --y y --out link.svg", 1,
          "varnholt: Cannot write file \"link.svg\": It is also the input\n"},

@@ -202,6 +202,15 @@ TEST_F(ReportTest, ImplausibleValuesAreCountedAndReported) {
     EXPECT_THAT(Reported(), Not(HasSubstr("--missing")));
 }
 
+TEST_F(ReportTest, ChartsAreDrawn) {
+    EXPECT_EQ(Report(ThreeYears(), "--latitude 47 --chart c.svg"), 0);
+    EXPECT_THAT(Content(u"c.svg"), HasSubstr("width=\"800px\" height=\"1000px\""));
+    std::string days = kHeader;
+    for (int day = 1; day <= 31; ++day)
+        days += "2001-01-" + std::to_string(day / 10) + std::to_string(day % 10) + ",2,1,1e38\n";
+    EXPECT_EQ(Report(days, "--latitude 47 --chart c.svg"), 0);  // the month's total is infinite
+}
+
 TEST_F(ReportTest, FilesAreReplacedTogether) {
     Write(u"station.csv", ThreeYears());
     ForceDirectories(Folder.GetPath(u"out/summary.csv"));  // no file can take its place

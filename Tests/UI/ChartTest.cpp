@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <set>
 
 #include "Platform/Drawing/CanvasRecorder.h"
 #include "Platform/Runtime/DateTime.h"
@@ -36,7 +37,15 @@ TEST(ChartAxis, TicksAreRound) {
         {{}, asDate, 3, true, "0 0.5 1"},
         {{2012, 2015}, asWhole, 20, false, "2012 2013 2014 2015"},
         {{day, day + 3}, asDate, 5, false, "2020-02-28 2020-02-29 2020-03-01 2020-03-02"},
-        {{day, day + 0.25}, asDate, 9, false, "00:00 01:00 02:00 03:00 04:00 05:00 06:00"},
+        {{day, day + 0.25}, asDate, 9, false, "2020-02-28 01:00 02:00 03:00 04:00 05:00 06:00"},
+        {{day + 0.375, day + 1.125}, asDate, 5, false, "12:00 18:00 2020-02-29"},
+        {{day + 0.5, day + 0.5002}, asDate, 5, false, "2020-02-28 12:00:00 12:00:05 12:00:10 12:00:15"},
+        {{-2.5, -1.75},
+         asDate,
+         5,
+         false,
+         "12:00 18:00 1899-12-28 06:00"},  // days count evenly before 1899-12-30
+        {{2001}, asWhole, 9, false, "2000 2001 2002"},
         {{day, day + 400}, asDate, 6, false, "2020-04 2020-07 2020-10 2021-01 2021-04"},
         {{day, day + 40000}, asDate, 6, false, "2050 2100"},
         {{EncodeDate(1, 1, 1), EncodeDate(9999, 12, 31)}, asDate, 4, false, "5000"},
@@ -127,6 +136,29 @@ TEST(Chart, OddSeriesAreDrawnInside) {
                   chart.AddSeries({.Name = u"a", .X = {1, 2}, .Y = {1}});
               }),
               u"Series \"a\" has 2 X values and 1 Y values");
+}
+
+TEST(Chart, ManySeriesStayTellableAndRectanglesBounded) {
+    TChart chart;
+    for (int i = 0; i < 60; ++i)
+        chart.AddSeries({.Name = u"Series of numbers", .X = {1, 2}, .Y = {1.0 * i, 2}});
+    TCanvasRecorder recorder;
+    DrawInside(recorder, [&](TCanvas& canvas) { chart.Draw(canvas, kRect); });
+    EXPECT_NE(TextsOf(recorder).find("\"...\""), std::string::npos);
+    std::set<std::pair<TColor, TPenStyle>> pens;
+    for (const TDrawnOperation& line : Drawn(recorder, dkPolyline))
+        pens.insert({line.Pen.Color, line.Pen.Style});
+    EXPECT_EQ(pens.size(), 28U);
+    for (const TRect& far :
+         {TRect{2'000'000, 0, 2'000'800, 500}, TRect{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}}) {
+        recorder.Clear();
+        TCanvas canvas(recorder);
+        chart.Draw(canvas, far);
+        EXPECT_TRUE(recorder.GetOperations().empty());
+    }
+    DrawInside(recorder, [](TCanvas& canvas) {
+        DrawClimateDiagram(canvas, {10, 20, 168, 140}, {.Temperature = {100000, -100000}});
+    });
 }
 
 TEST(Chart, LinesHaveGapsAndFewPoints) {

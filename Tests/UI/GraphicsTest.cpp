@@ -214,6 +214,9 @@ TEST(BitmapPixels, PixelsAreReadAndSet) {
     copy.SetPixelFormat(pf8bit);
     copy.Set_Pixel(1, 1, 0x404040);
     EXPECT_EQ(copy.Get_Pixel(1, 1), 0x404040U);
+    copy.GetBitmap().GetCanvas().SetBrush({.Color = clRed});
+    copy.GetBitmap().GetCanvas().FillRect({0, 1, 3, 2});  // in the row that was asked for last
+    EXPECT_NE(copy.Get_Pixel(1, 1), 0x404040U);
     copy.SetPixelFormat(pf24bit);
     copy.GetBitmap().SetSize(1, 9);  // the address of the row is gone
     copy.Set_Pixel(0, 1, clRed);

@@ -39,15 +39,17 @@ struct TPlotOptions {
     TInputOptions Input;
 };
 
-/// YYYY-MM-DD or YYYYMMDD, and after it, if present, a blank or "T" and a time HH:MM or HH:MM:SS.
+/// YYYY-MM-DD or YYYYMMDD, and after it, if present, a blank or "T" and a time HH:MM or HH:MM:SS, as the days of a
+/// chart's axis.
 std::optional<double> ReadDate(StringView cell) {
     String text(TrimView(cell));
     if (text.size() == 8 && std::ranges::all_of(text, [](Char unit) { return unit >= u'0' && unit <= u'9'; }))
         text.insert(6, u"-").insert(4, u"-");
     if (text.size() > 10 && text[10] == u'T') text[10] = u' ';
     TDateTime date = 0;
-    if (text.size() < 10 || !TryStrToDateTime(text, date, TFormatSettings::Invariant())) return std::nullopt;
-    return date;
+    const bool isDate = text.size() >= 10 && text[4] == u'-' && text[7] == u'-';
+    if (!isDate || !TryStrToDateTime(text, date, TFormatSettings::Invariant())) return std::nullopt;
+    return AxisDate(date);
 }
 
 /// The columns that are drawn. A column of dates is in days.
@@ -62,7 +64,9 @@ struct TPlotData {
 std::vector<String> NamesOf(const TCsvInput& file, const std::string& option) {
     const String text = FromUtf8(option);
     if (std::ranges::count(file.GetHeader(), text) > 0) return {text};
-    return SplitString(text, u',', false);
+    std::vector<String> names = SplitString(text, u',', false);
+    if (names.empty()) throw CLI::ValidationError("--y", "No column is named");
+    return names;
 }
 
 class TPlotReader {
@@ -133,8 +137,8 @@ String EquationOf(const TPlotFit& fit, TAxisScale scale) {
     String variable = u"x";
     double slope = fit.B;
     if (scale == asDate) {
-        variable =
-            u"(years since " + FormatDateTime(u"yyyy-mm-dd", fit.Origin, TFormatSettings::Invariant()) + u")";
+        variable = u"(years since " +
+                   FormatDateTime(u"yyyy-mm-dd", DateOfAxis(fit.Origin), TFormatSettings::Invariant()) + u")";
         slope *= kDaysOfYear;
     }
     const String rate = SignificantText(std::fabs(slope)) + u" " + variable;
@@ -150,14 +154,15 @@ TChartSeries FitSeries(const TPlotData& data, std::size_t column, TFitKind kind,
     const std::optional<TPlotFit> fit =
         FitPoints(kind, data.X, data.Columns[column], data.Scale == asDate ? first : 0);
     if (!fit)
-        throw Exception(Format(u"Column \"%s\" cannot be fitted: it takes two values at least%s",
-                               {data.Names[column], kind == TFitKind::Linear ? u"" : u", all above 0"}));
+        throw Exception(
+            Format(u"Column \"%s\" cannot be fitted: it takes values at two different X at least%s",
+                   {data.Names[column], kind == TFitKind::Linear ? u"" : u", all above 0"}));
     TChartSeries series{.Name = data.Names[column] + u" = " + EquationOf(*fit, data.Scale),
                         .Color = color,
                         .PenStyle = psDash};
     constexpr int kChords = 200;
     for (int i = 0; i <= kChords; ++i) {
-        const double x = first + (last - first) * i / kChords;
+        const double x = std::lerp(first, last, static_cast<double>(i) / kChords);
         series.X.push_back(x);
         series.Y.push_back(fit->At(x));
     }
@@ -193,12 +198,11 @@ void RunPlot(const TPlotOptions& options) {
     TCsvInput file(path, options.Input.GetEncoding());
     TPlotReader reader(file, options);
     TPlotData data = reader.Read();
+    reader.ReportFindings();
     const String title = options.Title ? FromUtf8(*options.Title) : ExtractFileName(file.GetName());
     const TChart chart = ChartOf(data, options, title);
     DrawToFile(target, size, [&](TCanvas& canvas) { chart.Draw(canvas, {0, 0, size.Width, size.Height}); });
     if (!options.OutFile) PrintLine(u"Wrote " + target);
-    FlushOutput();  // before the warnings
-    reader.ReportFindings();
 }
 
 }  // namespace

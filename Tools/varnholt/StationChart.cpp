@@ -65,7 +65,8 @@ TChart TotalsOf(const TStationSummary& summary) {
     TChart chart;
     chart.SetTitle(u"Number of full months by precipitation");
     chart.SetXTitle(u"Monthly total (mm)");
-    const std::vector<float>& totals = summary.MonthlyTotals;
+    std::vector<float> totals = summary.MonthlyTotals;
+    std::erase_if(totals, [](float total) { return !std::isfinite(total); });
     if (totals.empty()) return chart;
     const float largest = std::ranges::max(totals);
     const double width = BarWidth(largest);

@@ -8,7 +8,6 @@
 #include "Platform/Runtime/Exceptions.h"
 #include "Platform/Runtime/Format.h"
 #include "VarnholtLib/UI/vrnChartLookPrivate.h"
-#include "VarnholtLib/UI/vrnColorDistributor.h"
 #include "VarnholtLib/UI/vrnGraphics.h"
 #include "VarnholtLib/UI/vrnStringParse.h"
 
@@ -18,6 +17,11 @@ namespace {
 constexpr std::int32_t kGap = 8;
 constexpr std::int32_t kTickLength = 4;
 constexpr std::int32_t kSampleWidth = 30;  // of a series in the legend
+constexpr std::int32_t kFarthest = 100'000;
+
+/// Series of one colour have lines of different styles.
+constexpr std::array<TPenStyle, 4> kPenStyles = {psSolid, psDash, psDot, psDashDot};
+constexpr std::size_t kColors = 7;
 
 /// Turns the points of a line into pixels, with at most four for each column.
 class TColumnMerger {
@@ -66,7 +70,7 @@ class TChartPainter {
 public:
     TChartPainter(TCanvas& canvas, const TRect& rect, const std::vector<TChartSeries>& series,
                   std::span<const TColor> colors)
-        : FCanvas(canvas), FPlot(rect), FSeries(series), FColors(colors) {}
+        : FCanvas(canvas), FRect(rect), FPlot(rect), FSeries(series), FColors(colors) {}
 
     void Run(StringView title, StringView xTitle, StringView yTitle, TAxisScale xScale) {
         PutTitles(title, xTitle, yTitle);
@@ -76,14 +80,18 @@ public:
         PutYTitle(yTitle);
         DrawGrid();
         FCanvas.SetClipRect(TRect{FPlot.Left, FPlot.Top, FPlot.Right + 1, FPlot.Bottom + 1});
-        for (std::size_t i = 0; i < FSeries.size(); ++i) DrawSeries(FSeries[i], ColorOf(i));
+        for (std::size_t i = 0; i < FSeries.size(); ++i) DrawSeries(FSeries[i], PenOf(i));
         FCanvas.SetClipRect({});
         DrawFrame();
     }
 
 private:
-    [[nodiscard]] TColor ColorOf(std::size_t index) const {
-        return FSeries[index].Color.value_or(FColors[index]);
+    [[nodiscard]] TPen PenOf(std::size_t index) const {
+        const TChartSeries& series = FSeries[index];
+        const TPenStyle style = series.Color ? psSolid : kPenStyles[index / kColors % kPenStyles.size()];
+        return {.Color = series.Color.value_or(FColors[index]),
+                .Width = 2,
+                .Style = series.PenStyle == psSolid ? style : series.PenStyle};
     }
     std::int32_t LineHeight(const TFont& font) {
         FCanvas.SetFont(font);
@@ -113,9 +121,10 @@ private:
         FPlot.Left += kGap + (yTitle.empty() ? 0 : line + kGap / 2);
     }
 
-    /// Puts the names of the series into rows below the title.
+    /// Puts the names of the series into rows below the title, on at most a third of the height.
     void PutLegend() {
         const std::int32_t height = LineHeight(kLabelFont), width = FPlot.Right - FPlot.Left - 2 * kGap;
+        const std::int32_t lowest = FRect.Top + (FRect.Bottom - FRect.Top) / 3;
         std::int32_t left = FPlot.Left + kGap;
         bool isFirst = true;
         for (std::size_t i = 0; i < FSeries.size(); ++i) {
@@ -126,23 +135,27 @@ private:
             if (isFirst || left + needed - 2 * kGap > FPlot.Right - kGap) {
                 if (!isFirst) FPlot.Top += height;
                 left = FPlot.Left + kGap;
+                if (!isFirst && FPlot.Top + 2 * height > lowest) {
+                    FCanvas.TextOut(left, FPlot.Top, u"...");
+                    break;
+                }
             }
             isFirst = false;
-            DrawSample(FSeries[i], ColorOf(i), left, FPlot.Top + height / 2);
+            DrawSample(FSeries[i].Style, PenOf(i), left, FPlot.Top + height / 2);
             FCanvas.TextOut(left + kSampleWidth + kGap / 2, FPlot.Top, name);
             left += needed;
         }
         FPlot.Top += (isFirst ? 0 : height) + kGap;
     }
 
-    void DrawSample(const TChartSeries& series, TColor color, std::int32_t left, std::int32_t middle) {
-        if (series.Style == ssLine) {
-            FCanvas.SetPen({.Color = color, .Width = 2, .Style = series.PenStyle});
+    void DrawSample(TSeriesStyle style, const TPen& pen, std::int32_t left, std::int32_t middle) {
+        if (style == ssLine) {
+            FCanvas.SetPen(pen);
             FCanvas.MoveTo(left, middle);
             FCanvas.LineTo(left + kSampleWidth - 2, middle);
             return;
         }
-        FCanvas.SetBrush({.Color = color});
+        FCanvas.SetBrush({.Color = pen.Color});
         FCanvas.FillRect({left + 6, middle - 4, left + 15, middle + 5});
     }
 
@@ -161,10 +174,10 @@ private:
         FIsEmpty = y.IsEmpty;
         if (std::ranges::any_of(FSeries,
                                 [](const TChartSeries& series) { return series.Style == ssPoints; })) {
-            // Points at the ends are whole.
+            // Points at the ends are whole, unless that would leave the dates.
             const Extended margin = (x.Max - x.Min) / 50;
-            x.Min -= margin;
-            x.Max += margin;
+            const bool leavesDates = !IsDateRange(x.Min - margin, x.Max + margin);
+            if (xScale != asDate || !leavesDates) x.Min -= margin, x.Max += margin;
         }
         const std::int32_t line = LineHeight(kLabelFont);
         FPlot.Top = std::min(FPlot.Top, FPlot.Bottom - 10);
@@ -205,7 +218,7 @@ private:
             const std::int32_t x = X(tick.Value), width = FCanvas.TextWidth(tick.Label);
             grid.Add({x, FPlot.Top}, {x, FPlot.Bottom});
             marks.Add({x, FPlot.Bottom}, {x, FPlot.Bottom + kTickLength});
-            FCanvas.TextOut(std::min(x - width / 2, FPlot.Right + 2 * kGap - width),
+            FCanvas.TextOut(std::max(std::min(x - width / 2, FPlot.Right + 2 * kGap - width), FRect.Left),
                             FPlot.Bottom + kTickLength + 1, tick.Label);
         }
         for (const TChartTick& tick : FY->GetTicks()) {
@@ -228,9 +241,9 @@ private:
                         u"No values");
     }
 
-    void DrawSeries(const TChartSeries& series, TColor color) {
-        FCanvas.SetBrush({.Color = color});
-        FCanvas.SetPen({.Color = color, .Width = 2, .Style = series.PenStyle});
+    void DrawSeries(const TChartSeries& series, const TPen& pen) {
+        FCanvas.SetBrush({.Color = pen.Color});
+        FCanvas.SetPen(pen);
         switch (series.Style) {
             case ssLine:
                 return DrawLines(series);
@@ -244,7 +257,8 @@ private:
     void DrawLines(const TChartSeries& series) {
         const std::vector<std::size_t> order = OrderOf(series);
         // Lines of so many points stay readable if they are thin.
-        if (order.size() > 2000) FCanvas.SetPen({.Color = FCanvas.GetPen().Color, .Style = series.PenStyle});
+        const TPen pen = FCanvas.GetPen();
+        if (order.size() > 2000) FCanvas.SetPen({.Color = pen.Color, .Style = pen.Style});
         TColumnMerger merger;
         const auto draw = [&] {
             const std::vector<TPoint> pixels = merger.Take();
@@ -271,8 +285,9 @@ private:
         for (std::size_t i = 0; i < series.X.size(); ++i) {
             if (!std::isfinite(series.X[i]) || !std::isfinite(series.Y[i])) continue;
             const TPoint at{X(series.X[i]), Y(series.Y[i])};
-            const std::int64_t pixel = std::int64_t{at.Y - FPlot.Top} * width + at.X - FPlot.Left;
-            const auto known = isDrawn.begin() + pixel;  // the axes hold all points
+            const std::int32_t column = at.X - FPlot.Left, row = at.Y - FPlot.Top;
+            if (column < 0 || column >= width || row < 0 || row >= height) continue;
+            const auto known = isDrawn.begin() + std::int64_t{row} * width + column;
             if (*known) continue;
             *known = true;
             DrawDot(at, radius);
@@ -290,6 +305,7 @@ private:
     }
 
     TCanvas& FCanvas;
+    const TRect FRect;
     TRect FPlot;  // of what is not taken yet; in the end the area of the values
     const std::vector<TChartSeries>& FSeries;
     std::span<const TColor> FColors;
@@ -302,14 +318,13 @@ private:
 }  // namespace
 
 std::vector<TColor> ChartColors(std::int32_t count) {
-    static constexpr std::array<StringView, 7> kTold = {u"#0072B2", u"#D55E00", u"#009E73", u"#CC79A7",
-                                                        u"#E69F00", u"#56B4E9", u"#000000"};
-    if (count > static_cast<std::int32_t>(kTold.size()))
-        return TColorDistributorFactory::GetObject()->Distribute(count)->ToArray();
+    static constexpr std::array<StringView, kColors> kTold = {u"#0072B2", u"#D55E00", u"#009E73", u"#CC79A7",
+                                                              u"#E69F00", u"#56B4E9", u"#000000"};
     std::vector<TColor> colors;
-    colors.reserve(kTold.size());
-    for (const StringView color : std::span(kTold).first(static_cast<std::size_t>(std::max(count, 0))))
-        colors.push_back(THTMLColorString::HTMLToColor(color));
+    const auto size = static_cast<std::size_t>(std::max(count, 0));
+    colors.reserve(size);
+    for (std::size_t i = 0; i < size; ++i)
+        colors.push_back(THTMLColorString::HTMLToColor(kTold[i % kColors]));
     return colors;
 }
 
@@ -322,6 +337,8 @@ void TChart::AddSeries(TChartSeries series) {
 
 void TChart::Draw(TCanvas& canvas, const TRect& rect) const {
     if (std::int64_t{rect.Right} - rect.Left < 80 || std::int64_t{rect.Bottom} - rect.Top < 60) return;
+    for (const std::int32_t coordinate : {rect.Left, rect.Top, rect.Right, rect.Bottom})
+        if (coordinate < -kFarthest || coordinate > kFarthest) return;
     const std::vector<TColor> colors = ChartColors(static_cast<std::int32_t>(FSeries.size()));
     TChartPainter(canvas, rect, FSeries, colors).Run(FTitle, FXTitle, FYTitle, FXScale);
 }

@@ -27,14 +27,15 @@ struct TChartSeries {
     String Name = {};  ///< in the legend; empty for none
     TSeriesStyle Style = ssLine;
     std::optional<TColor> Color = {};  ///< none: one of ChartColors by the place of the series
-    TPenStyle PenStyle = psSolid;
+    TPenStyle PenStyle =
+        psSolid;  ///< of the eighth series without a colour and those after it psDash, and so on
     std::vector<double> X = {};
     std::vector<double> Y = {};
     double BarWidth = 1;  ///< on the X axis; a bar is around its X, and begins at 0
 };
 
-/// Colours for series that people with any kind of colour vision can tell apart (Okabe and Ito 2008); more than seven
-/// are those of TColorDistributor.
+/// Colours for series that people with any kind of colour vision can tell apart (Okabe and Ito 2008); after seven they
+/// begin anew.
 [[nodiscard]] VARNHOLT_EXPORT std::vector<TColor> ChartColors(std::int32_t count);
 
 class VARNHOLT_EXPORT TChart {
@@ -52,7 +53,8 @@ public:
 
     /// Draws the chart inside a rectangle. Neighbours of a line that fall on one column of pixels are drawn once, from
     /// the smallest to the largest, and points on the same pixel once. A chart without values says `No values`;
-    /// a rectangle of less than 80 by 60 pixels stays as it is. Clipping, pen, brush and font of the canvas are
+    /// a rectangle of less than 80 by 60 pixels, or more than 100,000 pixels from the origin, stays as it is. Names of
+    /// series that need more than a third of the height are left out. Clipping, pen, brush and font of the canvas are
     /// changed.
     void Draw(TCanvas& canvas, const TRect& rect) const;
 

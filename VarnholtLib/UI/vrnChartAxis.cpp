@@ -32,14 +32,17 @@ struct TDateStep {
     StringView Format;
 };
 
-constexpr double kHour = 1.0 / 24, kMinute = kHour / 60;
+constexpr double kHour = 1.0 / 24, kMinute = kHour / 60, kSecond = kMinute / 60;
 constexpr TDateStep kDateSteps[] = {
+    {duDay, kSecond, kSecond, u"hh:nn:ss"},
+    {duDay, 5 * kSecond, 5 * kSecond, u"hh:nn:ss"},
+    {duDay, 15 * kSecond, 15 * kSecond, u"hh:nn:ss"},
     {duDay, kMinute, kMinute, u"hh:nn"},
     {duDay, 5 * kMinute, 5 * kMinute, u"hh:nn"},
     {duDay, 15 * kMinute, 15 * kMinute, u"hh:nn"},
     {duDay, kHour, kHour, u"hh:nn"},
     {duDay, 3 * kHour, 3 * kHour, u"hh:nn"},
-    {duDay, 6 * kHour, 6 * kHour, u"yyyy-mm-dd hh:nn"},
+    {duDay, 6 * kHour, 6 * kHour, u"hh:nn"},
     {duDay, 1, 1, u"yyyy-mm-dd"},
     {duDay, 2, 2, u"yyyy-mm-dd"},
     {duDay, 7, 7, u"yyyy-mm-dd"},
@@ -61,10 +64,6 @@ constexpr TDateStep kDateSteps[] = {
     {duYear, 5000, 1826213, u"yyyy"},
 };
 
-bool HasDates(Extended min, Extended max) {
-    return min >= EncodeDate(1, 1, 1) && max < EncodeDate(kLastYear, 12, 31) + 1;
-}
-
 /// The dates of the ticks of a step from one date to another.
 std::vector<double> DatesOf(const TDateStep& step, double from, double to) {
     std::vector<double> dates;
@@ -73,12 +72,13 @@ std::vector<double> DatesOf(const TDateStep& step, double from, double to) {
         return date <= to;
     };
     if (step.Unit == duDay) {
-        // A tick is computed from its number, so that no error adds up.
-        for (double number = std::ceil(from / step.Count); add(number * step.Count);) ++number;
+        // A tick is computed from its number, so that no error adds up. One at the beginning is not lost by rounding.
+        for (double number = std::ceil(from / step.Count - 1e-6); add(std::max(number * step.Count, from));)
+            ++number;
         return dates;
     }
     const int months = static_cast<int>(step.Count) * (step.Unit == duYear ? 12 : 1);
-    const TDateTimeFields first = DecodeDateTime(from);
+    const TDateTimeFields first = DecodeDateTime(DateOfAxis(from));
     int month = ((first.Year * 12 + first.Month - 1) / months) * months;
     for (; month / 12 <= kLastYear; month += months)
         if (month >= 12 && !add(EncodeDate(month / 12, month % 12 + 1, 1))) break;
@@ -86,6 +86,19 @@ std::vector<double> DatesOf(const TDateStep& step, double from, double to) {
 }
 
 }  // namespace
+
+double AxisDate(double dateTime) noexcept {
+    const double day = std::trunc(dateTime);
+    return day + std::fabs(dateTime - day);
+}
+
+double DateOfAxis(double days) noexcept {
+    return JoinDateTime(std::floor(days), days - std::floor(days));
+}
+
+bool IsDateRange(Extended min, Extended max) {
+    return min >= EncodeDate(1, 1, 1) && max < EncodeDate(kLastYear, 12, 31) + 1;
+}
 
 void TChartRange::Include(double value) noexcept {
     if (!std::isfinite(value)) return;
@@ -97,14 +110,15 @@ void TChartRange::Include(double value) noexcept {
 TChartAxis::TChartAxis(const TChartRange& range, TAxisScale scale, std::int32_t maxTicks, bool isLoose)
     : FMin(range.Min), FMax(range.IsEmpty ? 1 : range.Max) {
     maxTicks = std::clamp(maxTicks, 2, 1000);
-    const bool isDate = scale == asDate && !range.IsEmpty && HasDates(FMin, FMax);
+    const bool isDate = scale == asDate && !range.IsEmpty && IsDateRange(FMin, FMax);
     // Numbers that differ only in their last digits could not be told apart in labels of 15 digits.
     if (FMax - FMin <= 1e-12L * std::max(std::fabs(FMin), std::fabs(FMax)) && !range.IsEmpty) {
-        const Extended half = isDate ? 1 : FMin == 0 ? 1 : std::fabs(FMin) / 10;
+        const bool isByOne = isDate || scale == asWhole || FMin == 0;
+        const Extended half = isByOne ? 1 : std::fabs(FMin) / 10;
         FMin -= half;
         FMax += half;
     }
-    if (isDate && HasDates(FMin, FMax))
+    if (isDate && IsDateRange(FMin, FMax))
         PutDates(maxTicks);
     else
         PutNumbers(maxTicks, scale == asWhole, isLoose);
@@ -131,7 +145,26 @@ void TChartAxis::PutDates(std::int32_t maxTicks) {
     });
     const TDateStep& chosen = step == std::end(kDateSteps) ? *std::prev(step) : *step;
     for (const double date : DatesOf(chosen, static_cast<double>(FMin), static_cast<double>(FMax)))
-        FTicks.push_back({date, FormatDateTime(chosen.Format, date, TFormatSettings::Invariant())});
+        FTicks.push_back(
+            {date, FormatDateTime(chosen.Format, DateOfAxis(date), TFormatSettings::Invariant())});
+    if (chosen.Days < 1) NameDays();
+}
+
+/// Of ticks within days those at midnight name the day, or the first one if there is none.
+void TChartAxis::NameDays() {
+    const auto day = [](const TChartTick& tick) {
+        // A tick may be less than a second away from midnight by its rounding.
+        return FormatDateTime(u"yyyy-mm-dd", DateOfAxis(static_cast<double>(tick.Value) + 1e-6),
+                              TFormatSettings::Invariant());
+    };
+    bool isNamed = false;
+    for (TChartTick& tick : FTicks) {
+        if (!tick.Label.starts_with(u"00:00") || (tick.Label.size() > 5 && !tick.Label.ends_with(u"00")))
+            continue;
+        tick.Label = day(tick);
+        isNamed = true;
+    }
+    if (!isNamed && !FTicks.empty()) FTicks[0].Label.insert(0, day(FTicks[0]) + u" ");
 }
 
 std::int32_t TChartAxis::Position(Extended value, std::int32_t atMin, std::int32_t atMax) const noexcept {

@@ -15,8 +15,15 @@
 namespace Varnholt {
 
 /// What the numbers of an axis are. Whole numbers, such as years, have ticks at whole numbers alone. Dates are days since
-/// 30 December 1899.
+/// 30 December 1899, which count evenly also before it: half a day before it is -0.5, which as a TDateTime would be
+/// its noon.
 enum TAxisScale : std::uint8_t { asNumber, asWhole, asDate };
+
+/// The days of a TDateTime, and back.
+[[nodiscard]] VARNHOLT_EXPORT double AxisDate(double dateTime) noexcept;
+[[nodiscard]] VARNHOLT_EXPORT double DateOfAxis(double days) noexcept;
+/// Whether both ends are in the years 1 to 9999.
+[[nodiscard]] VARNHOLT_EXPORT bool IsDateRange(Extended min, Extended max);
 
 /// The smallest and the largest of some numbers.
 struct VARNHOLT_EXPORT TChartRange {
@@ -36,10 +43,10 @@ struct TChartTick {
 class VARNHOLT_EXPORT TChartAxis {
 public:
     /// An axis for a range with about so many ticks at most, at multiples of 1, 2 or 5 times a power of ten, or at
-    /// whole minutes, hours, days, months or years. With `isLoose` the axis of numbers begins and ends at a tick.
+    /// whole seconds, minutes, hours, days, months or years. With `isLoose` the axis of numbers begins and ends at a tick.
     ///
     /// An empty range becomes 0 to 1. A range of one number is widened by a tenth of it to either side, or 1; of one
-    /// date by a day. Dates outside the years 1 to 9999 are shown as numbers.
+    /// whole number by 1, of one date by a day. Dates outside the years 1 to 9999 are shown as numbers.
     TChartAxis(const TChartRange& range, TAxisScale scale, std::int32_t maxTicks, bool isLoose);
 
     [[nodiscard]] Extended GetMin() const noexcept { return FMin; }
@@ -53,6 +60,7 @@ public:
 private:
     void PutNumbers(std::int32_t maxTicks, bool isWhole, bool isLoose);
     void PutDates(std::int32_t maxTicks);
+    void NameDays();
 
     Extended FMin;
     Extended FMax;

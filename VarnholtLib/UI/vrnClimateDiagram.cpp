@@ -138,7 +138,7 @@ private:
             right = std::max(right, FCanvas.TextWidth(PrecipitationLabel(tick)));
         }
         FPlot.Left += left + kGap;
-        FPlot.Right -= right + kGap;
+        FPlot.Right = std::max(FPlot.Right - right - kGap, FPlot.Left + 12);
     }
 
     /// Empty below 0 mm.

@@ -80,8 +80,9 @@ struct TLine {
         return true;
     }
 
-    /// rise * (edge - start) / run. Of small integers it is rounded already, which gives the same integer: quotients
-    /// below 2^31 by divisors up to 2^30 are never so near to a half that the 64 bits of Extended cannot tell them apart.
+    /// rise * (edge - start) / run. Of small integers it is rounded already, which gives the same integer: a quotient n / d
+    /// that is not halfway between integers is at least 1 / (2 d) away from there, and with n up to 2^60 the last of the
+    /// 64 bits of Extended is at most 1 / (8 d).
     static Extended Distance(Extended rise, TNumber start, std::int32_t edge, Extended run) noexcept {
         if constexpr (!std::is_same_v<TNumber, float>) {
             constexpr std::int64_t kSmall = 1 << 30;

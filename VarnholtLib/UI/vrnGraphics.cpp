@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <limits>
-#include <mutex>
+#include <optional>
 
 namespace Varnholt {
 namespace {
@@ -80,7 +80,10 @@ void AngleTextOut(TCanvas& canvas, std::int32_t angle, std::int32_t x, std::int3
     };
     const TKept kept{canvas};
     TFont turned = kept.Font;
-    turned.Escapement = angle % 360 * 10;
+    // Beyond what fits, the same direction.
+    const bool fits =
+        std::int64_t{angle} * 10 == std::clamp<std::int64_t>(std::int64_t{angle} * 10, INT32_MIN, INT32_MAX);
+    turned.Escapement = (fits ? angle : angle % 360) * 10;
     canvas.SetFont(turned);
     canvas.TextOut(x, y, text);
 }
