@@ -1,6 +1,8 @@
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFont>
 #include <QImage>
+#include <QScrollBar>
 #include <QVariant>
 
 #include <algorithm>
@@ -48,6 +50,7 @@ TQtPeer::TQtPeer(TControl& control, QWidget* widget) : FControl(control), FWidge
     widget->setObjectName(ToQt(control.GetName()));
     FItemsTimer.setSingleShot(true);
     QObject::connect(&FItemsTimer, &QTimer::timeout, [this] { UpdateItemsNow(); });
+    ConnectScroll();
 }
 
 TQtPeer::~TQtPeer() {
@@ -94,6 +97,7 @@ void TQtPeer::Update(TControlAspect aspect) {
     if (aspect == caBounds) UpdatePlace();
     if (aspect == caLook) UpdateLook();
     if (aspect == caRepaint) FWidget->update();
+    if (aspect == caScroll) UpdateScroll();
     if (aspect == caState) {
         FWidget->setEnabled(FControl.GetEnabled());
         UpdateVisible();
@@ -137,6 +141,50 @@ void TQtPeer::UpdateLook() {
             palette.setColor(role, text);
     palette.setColor(GetColorRole(), ToQtColor(FControl.GetColor()));
     FWidget->setPalette(palette);
+}
+
+// --- Scroll bars ---
+
+QScrollBar* TQtPeer::BarOf(TScrollBarKind kind) const {
+    const auto* const area = qobject_cast<const QAbstractScrollArea*>(FWidget.data());
+    if (area == nullptr) return nullptr;
+    return kind == sbVertical ? area->verticalScrollBar() : area->horizontalScrollBar();
+}
+
+void TQtPeer::ConnectScroll() {
+    for (const TScrollBarKind kind : {sbHorizontal, sbVertical}) {
+        QScrollBar* const bar = BarOf(kind);
+        if (bar == nullptr) continue;
+        const auto take = [this, kind] { TakeScroll(kind); };
+        QObject::connect(bar, &QScrollBar::valueChanged, take);
+        QObject::connect(bar, &QScrollBar::rangeChanged, take);
+        QObject::connect(bar, &QScrollBar::sliderMoved, [this, kind](int position) {
+            TakeOver([&] { dynamic_cast<TWinControl&>(FControl).TrackScrollByUser(kind, position); });
+        });
+    }
+}
+
+/// The range of the control holds the page, that of the toolkit the positions.
+void TQtPeer::TakeScroll(TScrollBarKind kind) {
+    const QScrollBar& bar = *BarOf(kind);
+    TScrollInfo info;
+    info.Mask = kScrollRange | kScrollPage | kScrollPosition;
+    info.Min = bar.minimum();
+    info.Max = bar.maximum() + bar.pageStep() - 1;
+    info.Page = static_cast<std::uint32_t>(bar.pageStep());
+    info.Position = bar.value();
+    TakeOver([&] { dynamic_cast<TWinControl&>(FControl).SetScrollInfo(kind, info, false); });
+}
+
+void TQtPeer::UpdateScroll() {
+    for (const TScrollBarKind kind : {sbHorizontal, sbVertical}) {
+        TScrollInfo info;
+        info.Mask = kScrollPosition;
+        QScrollBar* const bar = BarOf(kind);
+        if (bar == nullptr) continue;
+        dynamic_cast<const TWinControl&>(FControl).GetScrollInfo(kind, info);
+        bar->setValue(info.Position);
+    }
 }
 
 // --- What the user does ---

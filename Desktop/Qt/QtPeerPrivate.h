@@ -9,6 +9,8 @@
 #include "Platform/Controls/Application.h"
 #include "Platform/Controls/Control.h"
 
+class QScrollBar;
+
 namespace Varnholt {
 
 /// The widget of a control. Derived peers add what their kind of control has beyond place, look and state.
@@ -103,6 +105,10 @@ private:
 
     void UpdateLook();
     void UpdateItemsLater();
+    [[nodiscard]] QScrollBar* BarOf(TScrollBarKind kind) const;
+    void ConnectScroll();
+    void TakeScroll(TScrollBarKind kind);
+    void UpdateScroll();
 
     TControl& FControl;
     QPointer<QWidget> FWidget;
