@@ -66,6 +66,10 @@ function(varnholt_library target)
     target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
 endfunction()
 
+# What the leak sanitizer is told in the environment of a test.
+set(VARNHOLT_KNOWN_LEAKS
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/Support/leaks.txt:print_suppressions=0")
+
 # varnholt_test(<name> <folder>): one test program from all sources of that folder below Tests.
 function(varnholt_test name folder)
     file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
@@ -73,6 +77,5 @@ function(varnholt_test name folder)
     varnholt_private_settings(${name})
     target_link_libraries(${name} PRIVATE VarnholtLib GTest::gmock GTest::gtest_main)
     gtest_discover_tests(${name} TEST_PREFIX "${folder}/" DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 300
-                   ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/Support/leaks.txt:print_suppressions=0")
+        PROPERTIES TIMEOUT 300 ENVIRONMENT "${VARNHOLT_KNOWN_LEAKS}")
 endfunction()

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDeadlineTimer>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -23,8 +24,15 @@ std::vector<String> FilesOf(const QMimeData& data) {
     return files;
 }
 
-/// The window that was asked last to become the active one, until the window system answers.
+/// The window that was asked last to become the active one, until the window system answers. It may refuse without a
+/// word, so the request is forgotten after a while.
 QPointer<QWidget> requestedWindow;
+QDeadlineTimer requestEnd;
+constexpr int kRequestMilliseconds = 1000;
+
+bool IsRequestOpen() {
+    return requestedWindow != nullptr && !requestEnd.hasExpired();
+}
 
 class TFormWidget : public QWidget {
 public:
@@ -186,8 +194,9 @@ private:
 
     void Activate() {
         if (FFrame != nullptr) return FFrame->mdiArea()->setActiveSubWindow(FFrame);
-        if (Widget.isActiveWindow()) return;
+        if (Widget.isActiveWindow() && !IsRequestOpen()) return;
         requestedWindow = &Widget;
+        requestEnd.setRemainingTime(kRequestMilliseconds);
         Widget.raise();
         Widget.activateWindow();
     }
@@ -195,7 +204,10 @@ private:
     /// The window system makes windows the active one some time after a request. What it reports meanwhile is older than
     /// the request; to follow it would have the two change places for ever.
     void Activated() {
-        if (std::exchange(requestedWindow, nullptr) != nullptr) return;
+        if (IsRequestOpen()) {
+            if (requestedWindow == &Widget) requestedWindow = nullptr;
+            return;
+        }
         Report(caState, [this] { Control.BringToFront(); });
     }
 

@@ -45,11 +45,21 @@ QWidget& WidgetOf(TControl& control) {
     return *reinterpret_cast<QWidget*>(control.GetPeer()->GetHandle());
 }
 
+void BringToFront(QWidget& window) {
+    const QWidget* const modal = QApplication::activeModalWidget();
+    if (window.windowType() == Qt::Popup || (modal != nullptr && modal != &window)) return;
+    if (TCustomForm* const active = Screen().GetActiveForm(); active != nullptr)
+        static_cast<void>(QTest::qWaitForWindowActive(&WidgetOf(*active)));
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+}
+
 void ClickAt(QWidget& widget, QPoint point, Qt::KeyboardModifiers modifiers) {
     QWidget& window = *widget.window();
     for (QWidget* at = &widget; at != &window; at = at->parentWidget())
         at->raise();  // from under its neighbours
     static_cast<void>(QTest::qWaitForWindowExposed(&window));
+    BringToFront(window);
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, modifiers, widget.mapTo(&window, point));
 }
 

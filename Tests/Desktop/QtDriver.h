@@ -32,6 +32,9 @@ private:
 
 /// The widget of a control that is shown.
 [[nodiscard]] QWidget& WidgetOf(TControl& control);
+/// Makes a window the active one, as a window manager does for a person who has seen the last change. Popups and what a
+/// modal window covers stay as they are.
+void BringToFront(QWidget& window);
 /// Presses and releases the left button at a point of a widget, as the window system would.
 void ClickAt(QWidget& widget, QPoint point, Qt::KeyboardModifiers modifiers = {});
 

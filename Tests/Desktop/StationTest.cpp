@@ -16,6 +16,7 @@
 #include "Platform/Runtime/Files.h"
 #include "Platform/Runtime/Paths.h"
 #include "Tests/Desktop/QtDriver.h"
+#include "Tests/Support/HttpServers.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "VarnholtLib/Services/vrnProxy.h"
 #include "VarnholtLib/UI/vrnFavOrg.h"
@@ -65,7 +66,14 @@ protected:
         QTest::keyClick(window.windowHandle(), key, modifiers);
     }
     void PressInForm(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        BringToFront(WidgetOf(*FForm));  // shortcuts are those of the active window
         QTest::keyClick(WidgetOf(*FForm).windowHandle(), key, modifiers);
+    }
+    /// Writes where the focus of the dialog is.
+    static void Write(const QString& text) {
+        QWidget& dialog = *QApplication::activeModalWidget();
+        BringToFront(dialog);
+        QTest::keyClicks(dialog.focusWidget(), text);
     }
     static void Type(TCustomEdit& edit, StringView text) {
         edit.SelectAll();
@@ -114,7 +122,7 @@ TEST_F(StationWalk, OpensSortsFiltersAndCalculates) {
     Shot("1-start");
     InDialog([] {
         Shot("2-open");
-        QTest::keyClicks(QApplication::focusWidget(), VARNHOLT_SAMPLE);
+        Write(VARNHOLT_SAMPLE);
         Press(Qt::Key_Return);
     });
     PressInForm(Qt::Key_O, Qt::ControlModifier);
@@ -177,7 +185,7 @@ TEST_F(StationWalk, ReportsWithSettingsThatAreKept) {
         EXPECT_TRUE(dialog.edSunshine.Focused());
         fill(dialog);
         WidgetOf(dialog.cbKept).setFocus(Qt::MouseFocusReason);
-        QTest::keyClicks(QApplication::focusWidget(), "Seattle");
+        Write("Seattle");
         FUser.Click(dialog.btKeep);
         Shot("9-report-dialog");
         FUser.Click(dialog.Ok);
@@ -206,7 +214,7 @@ TEST_F(StationWalk, KeepsFavouritesProxyAndSessions) {
     FForm->OpenFile(FromNativePath(VARNHOLT_SAMPLE));
     Type(FForm->Filter.Edit, u"@gt($precipitation,20)");
     InDialog([] {
-        QTest::keyClicks(QApplication::focusWidget(), "heavy");
+        Write("heavy");
         Shot("11-favourite");
         Press(Qt::Key_Return);
     });
@@ -221,9 +229,8 @@ TEST_F(StationWalk, KeepsFavouritesProxyAndSessions) {
     };
     organize([&](TFavOrg& dialog) {
         InDialog([] {
-            QApplication::focusWidget()->setFocus();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClicks(QApplication::focusWidget(), "wet");
+            Press(Qt::Key_A, Qt::ControlModifier);
+            Write("wet");
             Press(Qt::Key_Return);
         });
         FUser.DoubleClick(dialog.lvFavs, 0);
@@ -260,7 +267,7 @@ TEST_F(StationWalk, KeepsFavouritesProxyAndSessions) {
 
     const String session = Path(u"wet.vrnstation");
     InDialog([&] {
-        QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(ToNativePath(session)));
+        Write(QString::fromStdString(ToNativePath(session)));
         Press(Qt::Key_Return);
     });
     PressInForm(Qt::Key_F, Qt::AltModifier);
@@ -269,6 +276,33 @@ TEST_F(StationWalk, KeepsFavouritesProxyAndSessions) {
     FForm->OpenFile(session);
     EXPECT_EQ(FForm->Filter.Edit.GetText(), u"@gt($precipitation,20)");
     EXPECT_EQ(FForm->Grid.GetRowCount(), 52);
+}
+
+TEST_F(StationWalk, OpensFromAnAddressAndCancels) {
+    const THttpServers& servers = THttpServers::Instance();
+    const auto open = [&](const String& address, std::function<void(TAddressDialog&)> act) {
+        InDialog([&, address] {
+            auto& dialog = Dialog<TAddressDialog>();
+            Type(dialog.edAddress, address);
+            FUser.Click(dialog.Ok);
+            act(dialog);
+        });
+        PressInForm(Qt::Key_F, Qt::AltModifier);
+        Press(Qt::Key_A);
+    };
+    open(servers.Own(u"/never"), [](TAddressDialog& dialog) {
+        EXPECT_FALSE(dialog.Ok.GetEnabled());
+        Press(Qt::Key_Escape);
+    });
+    open(servers.Http(u"/missing"), [](TAddressDialog& dialog) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.Ok.GetEnabled(); }));
+        EXPECT_EQ(dialog.Status.GetCaption(), u"HTTP/1.1 404 Not Found");
+        Shot("17-address");
+        Press(Qt::Key_Escape);
+    });
+    EXPECT_EQ(FForm->Grid.GetColCount(), 1);
+    open(servers.Http(u"/hello"), [](TAddressDialog&) {});
+    EXPECT_EQ(FForm->Grid.GetCell(1, 0), u"Gru\u00DF");
 }
 
 TEST_F(StationWalk, TakesRowsAndRefusesOtherFiles) {
@@ -298,7 +332,7 @@ TEST_F(StationWalk, TakesRowsAndRefusesOtherFiles) {
     other.OpenFile(Path(u"long.csv"));
     EXPECT_EQ(other.Grid.GetRowCount(), 100'001);
     ClickAt(WidgetOf(other.Grid), QPoint(150, 200));
-    PressInForm(Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(WidgetOf(other).windowHandle(), Qt::Key_End, Qt::ControlModifier);
     Shot("16-long");
 }
 
