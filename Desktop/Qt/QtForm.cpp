@@ -20,7 +20,7 @@ namespace {
 std::vector<String> FilesOf(const QMimeData& data) {
     std::vector<String> files;
     for (const QUrl& url : data.urls())
-        if (url.isLocalFile()) files.push_back(FromQt(url.toLocalFile()));
+        if (url.isLocalFile()) files.push_back(PathFromQt(url.toLocalFile()));
     return files;
 }
 

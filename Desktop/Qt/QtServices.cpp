@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -104,16 +103,16 @@ public:
         dialog.setAcceptMode(request.IsSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
         dialog.setFileMode(request.IsSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
         dialog.setDefaultSuffix(ToQt(request.DefaultExt));
-        if (!request.InitialDir.empty()) dialog.setDirectory(ToQt(request.InitialDir));
+        if (!request.InitialDir.empty()) dialog.setDirectory(PathToQt(request.InitialDir));
         const QStringList filters = NameFilters(request.Filter);
         if (!filters.empty()) {
             dialog.setNameFilters(filters);
             dialog.selectNameFilter(filters.value(request.FilterIndex - 1, filters[0]));
         }
-        if (!request.FileName.empty()) dialog.selectFile(ToQt(request.FileName));
+        if (!request.FileName.empty()) dialog.selectFile(PathToQt(request.FileName));
         Await(dialog);
         if (dialog.result() != QDialog::Accepted || dialog.selectedFiles().empty()) return false;
-        request.FileName = FromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+        request.FileName = PathFromQt(dialog.selectedFiles().constFirst());
         request.FilterIndex = static_cast<std::int32_t>(filters.indexOf(dialog.selectedNameFilter())) + 1;
         return true;
     }
@@ -124,10 +123,10 @@ public:
         dialog.setOption(QFileDialog::ShowDirsOnly);
         dialog.setOption(QFileDialog::ReadOnly, !request.MayCreate);
         dialog.setFileMode(QFileDialog::Directory);
-        if (!request.Path.empty()) dialog.setDirectory(ToQt(request.Path));
+        if (!request.Path.empty()) dialog.setDirectory(PathToQt(request.Path));
         Await(dialog);
         if (dialog.result() != QDialog::Accepted || dialog.selectedFiles().empty()) return false;
-        request.Path = FromQt(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+        request.Path = PathFromQt(dialog.selectedFiles().constFirst());
         return true;
     }
 };

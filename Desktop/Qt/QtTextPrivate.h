@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Types.h"
 
 namespace Varnholt {
@@ -13,6 +14,16 @@ namespace Varnholt {
 
 [[nodiscard]] inline String FromQt(const QString& text) {
     return {reinterpret_cast<const Char*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+/// The native form of a library path; empty if it has none.
+[[nodiscard]] inline QString PathToQt(StringView path) {
+    String reason;
+    return QString::fromStdString(TryToNativePath(path, reason).value_or(std::string()));
+}
+
+[[nodiscard]] inline String PathFromQt(const QString& path) {
+    return FromNativePath(path.toStdString());
 }
 
 /// The text of a caption for a place where Qt underlines no letters: without the mark before such a letter.

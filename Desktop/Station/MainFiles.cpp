@@ -7,6 +7,7 @@
 #include "Platform/Runtime/Paths.h"
 #include "Platform/Runtime/Text.h"
 #include "Platform/Runtime/TextStreams.h"
+#include "VarnholtLib/Foundation/vrnString.h"
 #include "VarnholtLib/Services/vrnLog.h"
 #include "VarnholtLib/UI/vrnBrowseFileDialogs.h"
 #include "VarnholtLib/UI/vrnMessageBox.h"
@@ -19,11 +20,23 @@ constexpr StringView kTableFilter =
     u"Comma-separated (*.csv)|*.csv|Sessions (*.vrnstation)|*.vrnstation|All files|*.*";
 constexpr TSize kPictureSize{1000, 650};
 
+constexpr std::size_t kRecentFiles = 8;
+
+String RecentFileSetting(std::size_t index) {
+    return u"recent.file" + IntToStr(static_cast<std::int64_t>(index));
+}
+
 bool IsSession(const String& path) {
     return EndsText(kSessionExtension, path);
 }
 
 }  // namespace
+
+String ShownPath(StringView path) {
+    String reason;
+    const std::optional<std::string> native = TryToNativePath(path, reason);
+    return native ? FromUtf8(*native) : String(path);
+}
 
 // --- Opening ---
 
@@ -37,7 +50,7 @@ void TMainForm::OpenFile(const String& path) {
         IsSession(path) ? OpenSession(path) : Load(path);
     } catch (const Exception& failure) {
         if (const std::shared_ptr<ILog> log = EnabledDefaultLog()) log->Error(failure.GetMessage());
-        TMsgBox::Error(failure.GetMessage(), u"Open");
+        TMsgBox::Error(StrReplace2(failure.GetMessage(), path, ShownPath(path), false), u"Open");
     }
 }
 
@@ -71,14 +84,22 @@ void TMainForm::OpenFromAddress() {
 }
 
 void TMainForm::AddRecentFile(const String& path) {
-    std::vector<String> files = {path};
-    for (std::int32_t i = 0; i < FRecentMenu->GetCount(); ++i)
-        if (FRecentMenu->GetItem(i).GetCaption() != path)
-            files.push_back(FRecentMenu->GetItem(i).GetCaption());
-    for (std::size_t i = 0; i < std::min<std::size_t>(files.size(), 8); ++i)
-        FConfig.WriteString(u"recent.file" + IntToStr(static_cast<std::int64_t>(i)), files[i]);
+    std::vector<String> files = RecentFiles();
+    std::erase(files, path);
+    files.insert(files.begin(), path);
+    files.resize(std::min<std::size_t>(files.size(), kRecentFiles));
+    for (std::size_t i = 0; i < files.size(); ++i) FConfig.WriteString(RecentFileSetting(i), files[i]);
     FConfig.Save();
     ListRecentFiles();
+}
+
+/// The latest first.
+std::vector<String> TMainForm::RecentFiles() {
+    std::vector<String> files;
+    for (std::size_t i = 0; i < kRecentFiles; ++i)
+        if (String path = FConfig.ReadString(RecentFileSetting(i), u""); !path.empty())
+            files.push_back(std::move(path));
+    return files;
 }
 
 // --- Saving ---
@@ -136,8 +157,8 @@ void TMainForm::SaveSession() {
 
 void TMainForm::OpenSession(const String& path) {
     const String folder = path.substr(0, path.size() - kSessionExtension.size());
-    if (FileExists(folder) &&
-        !ClickedYes(TMsgBox::YesNo(u"Replace the session that is unpacked in \"%s\"?", {folder}, u"Open")))
+    if (FileExists(folder) && !ClickedYes(TMsgBox::YesNo(u"Replace the session that is unpacked in \"%s\"?",
+                                                         {ShownPath(folder)}, u"Open")))
         return;
     const TSessionFiles files = UnpackSession(path, folder);
     ShowTable(TStationTable::Load(files.Table), files.Table);

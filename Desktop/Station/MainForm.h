@@ -63,6 +63,7 @@ private:
     void Load(const String& path);
     void ShowTable(std::unique_ptr<TStationTable> table, const String& path);
     void AddRecentFile(const String& path);
+    [[nodiscard]] std::vector<String> RecentFiles();
     void SaveTable();
     void SaveChart();
     void SaveSession();
@@ -102,6 +103,8 @@ private:
     TMenuItem* FFavouritesMenu = nullptr;
 };
 
+/// A path as the user's system writes it, if it can.
+[[nodiscard]] String ShownPath(StringView path);
 /// Where the application keeps the states of its dialogs.
 [[nodiscard]] String BookmarksPath();
 

@@ -1,7 +1,16 @@
 #include "Desktop/Station/MainForm.h"
-#include "Platform/Runtime/Numbers.h"
 
 namespace Varnholt::Station {
+namespace {
+
+/// A text of the user's as a caption, where `&` marks a letter.
+String CaptionOf(StringView text) {
+    String caption;
+    for (const Char unit : text) caption.append(unit == u'&' ? 2 : 1, unit);
+    return caption;
+}
+
+}  // namespace
 
 TMenuItem& TMainForm::AddMenu(StringView caption) {
     TMenuItem& menu = Menu.GetItems().Add(std::make_unique<TMenuItem>());
@@ -58,17 +67,15 @@ void TMainForm::ListFavourites() {
     AddItem(*FFavouritesMenu, u"-", u"", nullptr);
     for (std::int32_t i = 0; i < FFavourites.GetCount(); ++i) {
         const auto& favourite = dynamic_cast<const TExpressionFavourite&>(FFavourites[i]);
-        TMenuItem& item = AddItem(*FFavouritesMenu, favourite.GetName(), u"", nullptr);
+        TMenuItem& item = AddItem(*FFavouritesMenu, CaptionOf(favourite.GetName()), u"", nullptr);
         item.SetOnClick([this, text = favourite.Text](TObject*) { Filter.Edit.SetText(text); });
     }
 }
 
 void TMainForm::ListRecentFiles() {
     FRecentMenu->Clear();
-    for (std::int32_t i = 0; i < 8; ++i) {
-        const String path = FConfig.ReadString(u"recent.file" + IntToStr(i), u"");
-        if (path.empty()) break;
-        TMenuItem& item = AddItem(*FRecentMenu, path, u"", nullptr);
+    for (const String& path : RecentFiles()) {
+        TMenuItem& item = AddItem(*FRecentMenu, CaptionOf(ShownPath(path)), u"", nullptr);
         item.SetOnClick([this, path](TObject*) {
             if (MayDropTable()) OpenFile(path);
         });
