@@ -281,6 +281,7 @@ TCustomForm& TCustomForm::AddMDIChild(std::unique_ptr<TCustomForm> child) {
     TCustomForm& added = *child;
     FMDIChildren.push_back(std::move(child));
     added.FMDIParent = this;
+    CreatePeers();  // the place of the child
     added.Show();
     return added;
 }
