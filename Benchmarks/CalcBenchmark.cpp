@@ -16,7 +16,7 @@
 /// The evaluator compared with muParser, in double, and with hand-written C++ in long double that is called
 /// through a function pointer. All values come through callbacks: for us and for the hand-written code the
 /// keyword callbacks that are registered on the evaluator, for muParser functions without arguments that take
-/// user data.
+/// user data. A second evaluator has the same values as variables.
 ///
 /// The contestants take turns for many rounds, so that other load on the machine affects all of them alike; the
 /// lower decile of each contestant's times counts.
@@ -171,11 +171,16 @@ void CompareCalculation(const TContest& contest) {
     Register(parser);
     parser.SetExpr(contest.MuParser);
 
+    TCalc reader;
+    for (const TValue& value : values) reader.RegisterVariable(Varnholt::FromUtf8(value.Name), &value.Number);
+    reader.Set_Exp(contest.Ours);
+
     const auto expected = static_cast<double>(contest.HandWritten());
     const auto agrees = [&](double value) {
         return std::abs(value - expected) <= 1e-12 * std::abs(expected);
     };
-    if (!agrees(static_cast<double>(calc.Calculate())) || !agrees(parser.Eval())) {
+    if (!agrees(static_cast<double>(calc.Calculate())) || !agrees(parser.Eval()) ||
+        reader.Calculate() != calc.Calculate()) {
         std::printf("%s: the contestants disagree\n", contest.Name);
         std::exit(1);
     }
@@ -189,9 +194,12 @@ void CompareCalculation(const TContest& contest) {
                                 },
                                 [&](int n) {
                                     while (n-- > 0) sink = static_cast<double>(handWritten());
+                                },
+                                [&](int n) {
+                                    while (n-- > 0) sink = static_cast<double>(reader.Calculate());
                                 }});
-    std::printf("| `%s` | %.1f | %.1f | %.1f | %.2f | %.2f |\n", contest.Name, times[0], times[1], times[2],
-                times[0] / times[1], times[0] / times[2]);
+    std::printf("| `%s` | %.1f | %.1f | %.1f | %.2f | %.2f | %.1f |\n", contest.Name, times[0], times[1],
+                times[2], times[0] / times[1], times[0] / times[2], times[3]);
 }
 
 void CompareParsing(const TContest& contest) {
@@ -250,8 +258,10 @@ void MeasureStack() {
 int main(int argc, char** argv) {
     if (argc == 3 && std::string(argv[1]) == "--rounds") rounds = std::max(1, std::atoi(argv[2]));
     std::printf("Calculation, ns each\n\n");
-    std::printf("| expression | VarnholtLib | muParser | hand-written | to muParser | to hand-written |\n");
-    std::printf("|---|---|---|---|---|---|\n");
+    std::printf(
+        "| expression | VarnholtLib | muParser | hand-written | to muParser | to hand-written | variables "
+        "|\n");
+    std::printf("|---|---|---|---|---|---|---|\n");
     for (const TContest& contest : contests) CompareCalculation(contest);
     std::printf(
         "\nParsing, ns each (muParser: with the first evaluation, which does most of its parsing)\n\n");

@@ -162,7 +162,8 @@ private:
             throw ECalcException(ceSyntax);
         const std::size_t close = Closing(open, ceSyntax);
         const String name = Trim(FExp.substr(at + 1, open - at - 1));
-        if (StringView(u" sum min max avg median StDev sqrt ").find(u" " + name + u" ") == StringView::npos)
+        if (name.find(u' ') != String::npos ||
+            StringView(u" sum min max avg median StDev sqrt ").find(u" " + name + u" ") == StringView::npos)
             throw ECalcException(ceFunction);
         const TParams params = Params(Trim(FExp.substr(open + 1, close - open - 1)));
         const std::size_t least = name == u"sqrt" ? 1 : name == u"median" ? 3 : 2;

@@ -10,7 +10,7 @@
 #include "Tests/Support/Raised.h"
 
 /// The evaluator compared with a plain one over random and damaged expressions: the same cleaned text, the same
-/// callbacks in the same order, and the same value or the same failure.
+/// callbacks in the same order, and the same value or the same failure, also where some keywords are variables.
 namespace Varnholt::Test {
 namespace {
 
@@ -22,19 +22,23 @@ struct TOutcome {
 // Values that make zero divisors, negative bases and fractions.
 const std::map<StringView, Extended> kValues = {{u"a", 2}, {u"b", -1.5L}, {u"c", 0}, {u"rain", 1 / 3.0L}};
 
+// Those that can be variables.
+constexpr double valueOfA = 2, valueOfB = -1.5;
+constexpr float valueOfC = 0;
+
 bool SameBits(Extended a, Extended b) {
     constexpr std::size_t kValueBytes = 10;
     return std::memcmp(&a, &b, kValueBytes) == 0 || (std::isnan(a) && std::isnan(b));
 }
 
-TOutcome RunReference(const String& expression) {
+TOutcome RunReference(const String& expression, bool hasVariables) {
     TOutcome outcome;
     outcome.Exp = Clean(expression);
     outcome.Failure = Raised<Exception>([&] {
         const TPlainCalc calc(expression, [&](StringView name) {
             const auto found = kValues.find(name);
             if (found == kValues.end()) throw ECalcException(ceKeyword, name);
-            outcome.Calls.append(name).append(1, u' ');
+            if (!hasVariables || name == u"rain") outcome.Calls.append(name).append(1, u' ');
             return found->second;
         });
         outcome.Value = calc.Calculate();
@@ -42,9 +46,14 @@ TOutcome RunReference(const String& expression) {
     return outcome;
 }
 
-TOutcome RunLibrary(const String& expression) {
+TOutcome RunLibrary(const String& expression, bool hasVariables) {
     TCalc calc;
     TOutcome outcome;
+    if (hasVariables) {  // they hide the callbacks of their names
+        calc.RegisterVariable(u"a", &valueOfA);
+        calc.RegisterVariable(u"b", &valueOfB);
+        calc.RegisterVariable(u"c", &valueOfC);
+    }
     for (const auto& keyword : kValues) {
         calc.RegisterKeyword(keyword.first, [&](TCalc&, const String& name, void*) {
             outcome.Calls.append(name).append(1, u' ');
@@ -62,9 +71,11 @@ TOutcome RunLibrary(const String& expression) {
     return outcome;
 }
 
-void ExpectSame(const String& expression) {
-    const TOutcome reference = RunReference(expression), library = RunLibrary(expression);
-    const std::string shown = "expression: [" + ToUtf8(expression) + "]";
+void ExpectSame(const String& expression, bool hasVariables) {
+    const TOutcome reference = RunReference(expression, hasVariables);
+    const TOutcome library = RunLibrary(expression, hasVariables);
+    const std::string shown =
+        "expression: [" + ToUtf8(expression) + (hasVariables ? "] with variables" : "]");
     EXPECT_EQ(library.Failure, reference.Failure) << shown;
     EXPECT_EQ(library.Exp, reference.Exp) << shown;
     EXPECT_EQ(library.Calls, reference.Calls) << shown;
@@ -128,10 +139,13 @@ private:
 TEST(CalcReference, RandomExpressions) {
     TExpressionMaker maker(20120101);
     for (int i = 0; i < 20000 && !HasFailure(); ++i) {
-        ExpectSame(maker.Expression(maker.Below(4)));
-        ExpectSame(maker.Damaged(maker.Expression(maker.Below(3))));
-        ExpectSame(maker.Damaged(maker.Expression(maker.Below(3))));
-        ExpectSame(maker.Damaged(maker.Damaged(String(static_cast<std::size_t>(1 + maker.Below(12)), u'('))));
+        const String expression = maker.Expression(maker.Below(4));
+        ExpectSame(expression, false);
+        ExpectSame(expression, true);
+        ExpectSame(maker.Damaged(maker.Expression(maker.Below(3))), false);
+        ExpectSame(maker.Damaged(maker.Expression(maker.Below(3))), true);
+        ExpectSame(maker.Damaged(maker.Damaged(String(static_cast<std::size_t>(1 + maker.Below(12)), u'('))),
+                   false);
     }
 }
 

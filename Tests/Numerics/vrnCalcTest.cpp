@@ -165,11 +165,42 @@ TEST(Calc, FindsKeywordsUpTheChain) {
     EXPECT_THAT(used, ElementsAre(&group.Get_Keyword(0)));
     ExpectRaised<EArgumentNilException>(
         {{[&] { calc.RegisterKeyword(u"y", nullptr); }, u"A keyword needs a callback: y"},
-         {[&] { calc.RegisterFunction(u"y", 0, 0, nullptr); }, u"A function needs a callback: y"}});
+         {[&] { calc.RegisterFunction(u"y", 0, 0, nullptr); }, u"A function needs a callback: y"},
+         {[&] { calc.RegisterVariable(u"y", static_cast<float*>(nullptr)); },
+          u"A variable needs an address: y"}});
 
     // Without the group its registration is gone as well.
     calc.Set_Exp(u"($x)");
     EXPECT_EQ(calc.Calculate(), 10);
+}
+
+TEST(Calc, ReadsVariables) {
+    double day = 3;
+    float rain = 0.1F;
+    Extended wind = 1 / 3.0L;
+    TCalc base, calc(&base);
+    base.RegisterVariable(u"day", &day);
+    base.RegisterVariable(u"rain", &rain);
+    base.RegisterVariable(u"wind", &wind);
+    EXPECT_EQ(base.FindKeyword(u"day")->GetVariable(), &day);
+    EXPECT_TRUE(base.FindKeyword(u"rain")->GetParam() == &rain &&
+                base.FindKeyword(u"rain")->GetVariable() == nullptr);
+    calc.Set_Exp(u"$rain + $wind");
+    EXPECT_EQ(calc.Calculate(), Extended(0.1F) + 1 / 3.0L);
+    calc.Set_Exp(u"$day * $day");
+    day = 4;
+    EXPECT_EQ(calc.Calculate(), 16);
+    calc.RegisterKeyword(u"day", Constant(5));  // nearer than the parent's
+    EXPECT_EQ(calc.Calculate(), 25);
+
+    // A list too long to nest, with values that wait for later ones.
+    TCalc longer;
+    longer.RegisterVariable(u"day", &day);
+    longer.RegisterKeyword(u"two", Constant(2));
+    String sum = u"0";
+    for (int i = 0; i < 300; ++i) sum += i % 2 == 0 ? u" + $day / 8" : u" + $two ^ 3 * $day";
+    longer.Set_Exp(sum);
+    EXPECT_EQ(longer.Calculate(), 150 * 0.5L + 150 * 32);
 }
 
 TEST(Calc, FunctionsDecideHowOftenTheyCalculate) {

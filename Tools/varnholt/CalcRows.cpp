@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 #include "Platform/Runtime/Format.h"
@@ -85,17 +86,18 @@ TRowCalculator::TRowCalculator(TCalc& calc, TCsvInput& file, const TMissingValue
 TRowCalculator::~TRowCalculator() = default;
 
 void TRowCalculator::Register(StringView name, TColumn& column) {
-    FCalc.RegisterKeyword(String(name), &column, [](TCalc&, const String&, void* param) {
-        return static_cast<Extended>(static_cast<const TColumn*>(param)->Value);
-    });
+    FCalc.RegisterVariable(name, &column.Value);
 }
 
 std::vector<TRowCalculator::TColumn*> TRowCalculator::UsedColumns() const {
     std::vector<TColumn*> used;
-    std::set<const TColumn*> seen;  // two keywords may mean the same column
+    std::map<const double*, TColumn*> unused;
+    for (const auto& column : FColumns) unused.emplace(&column->Value, column.get());
     for (const TKeyword* keyword : KeywordsOf(FCalc)) {
-        auto* column = static_cast<TColumn*>(keyword->GetParam());  // a keyword of --set has none
-        if (column != nullptr && seen.insert(column).second) used.push_back(column);
+        const auto found = unused.find(keyword->GetVariable());  // a keyword of --set is no variable
+        if (found == unused.end()) continue;
+        used.push_back(found->second);
+        unused.erase(found);  // two keywords may mean the same column
     }
     return used;
 }

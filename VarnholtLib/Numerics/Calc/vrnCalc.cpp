@@ -136,17 +136,16 @@ TCalcObj& TCalc::GetItems(int index) const {
 }
 
 Extended TCalc::Calculate() {
-    Extended slots[TCalcProgram::kStackSlots];
-    if (!FProgram || !FProgram->IsReady()) return CalculateAnew(slots);
-    TCalcRun run(*FTree);
-    return run.Leave(FProgram->Execute(slots));
+    const TCalcProgram* const program = FProgram.get();
+    if (program == nullptr || !program->IsReady()) return CalculateAnew();
+    if (program->IsQuiet()) return program->Execute();  // no call that could nest
+    return FTree->Run([program] { return program->Execute(); });
 }
 
 // For a program that has to be made first, or that needs more than Execute.
-Extended TCalc::CalculateAnew(Extended* slots) {
+Extended TCalc::CalculateAnew() {
     if (!FProgram || FProgram->IsStale()) PreparePrograms();
-    TCalcRun run(*FTree);
-    return run.Leave(FProgram->Run(slots));
+    return FTree->Run([this] { return FProgram->Run(); });
 }
 
 // Also prepares the parameters that callbacks will calculate, so that a later Calculate finds all done.

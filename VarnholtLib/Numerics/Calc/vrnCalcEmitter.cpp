@@ -27,8 +27,11 @@ std::uint32_t AddTo(std::vector<T>& list, T item) {
 }  // namespace
 
 TCalcValue TCalcEmitter::Keyword(const TKeywordNum& item, const TKeyword* keyword) {
-    FProgram.FKeywords.push_back(keyword != nullptr ? keyword : FProgram.AddUnknown(item));
-    return {TSource::Keyword, AddTo(FProgram.FKeywordItems, &item), 0};
+    if (keyword == nullptr) keyword = FProgram.AddUnknown(item);
+    if (keyword->GetVariable() != nullptr)
+        return {TSource::Variable, AddTo(FProgram.FVariables, keyword->GetVariable()), 0};
+    FProgram.FIsQuiet = false;
+    return {TSource::Keyword, AddTo(FProgram.FKeywords, {keyword, &item}), 0};
 }
 
 TCalcValue TCalcEmitter::Combine(TCalcOp op, const TCalcValue& left, const TCalcValue& right) {
@@ -36,108 +39,175 @@ TCalcValue TCalcEmitter::Combine(TCalcOp op, const TCalcValue& left, const TCalc
         const bool raises = op == TCalcOp::Divide && right.Constant == 0;
         if (!raises) return ConstantValue(Operate(op, left.Constant, right.Constant));
     }
-    if (right.IsConstant() && op == TCalcOp::Power && right.Constant == 2) {
-        Release(left);  // Power multiplies for small whole exponents: its square is this very product
-        return Emit(SquareStep(left.Source), left.Index);
-    }
-    if (right.IsConstant() && op == TCalcOp::Divide && HasExactReciprocal(right.Constant)) {
+    // Power multiplies for small whole exponents: its square is this very product
+    if (right.IsConstant() && op == TCalcOp::Power && right.Constant == 2)
+        return EmitUnary(TStepKind::Square, left);
+    if (right.IsConstant() && op == TCalcOp::Divide && HasExactReciprocal(right.Constant))
         return Combine(TCalcOp::Multiply, left, ConstantValue(1 / right.Constant));
-    }
-    if (IsLast(left) && !right.IsKeyword()) return EmitOnLast(op, left, right, false);
-    if (IsLast(right) && !left.IsKeyword()) return EmitOnLast(op, right, left, true);
-    const std::uint32_t leftIndex = IndexOf(left);
-    const std::uint32_t rightIndex = IndexOf(right);
-    Release(right);
-    Release(left);
-    return Emit(BinaryStep(op, left.Source, right.Source), leftIndex, rightIndex);
+    ArrangeOperands(left, right);
+    TCalcStep step{.Op = op};
+    step.IsOrdered = op == TCalcOp::Divide && !(right.IsConstant() && right.Constant != 0);
+    SetOperand(step, step.RightSource, step.Right, right);
+    SetOperand(step, step.LeftSource, step.Left, left);
+    return Emit(step);
 }
 
 TCalcValue TCalcEmitter::Sqrt(const TCalcValue& value) {
     if (value.IsConstant()) return ConstantValue(std::sqrt(value.Constant));
-    Release(value);
-    return Emit(SqrtStep(value.Source), value.Index);
+    return EmitUnary(TStepKind::Sqrt, value);
 }
 
 TCalcValue TCalcEmitter::Fetched(const TCalcValue& value) {
-    return value.IsKeyword() ? Emit(LoadStep(value.Source), value.Index) : value;
+    return value.IsKeyword() ? EmitUnary(TStepKind::Load, value) : value;
 }
 
 TCalcValue TCalcEmitter::Call(const TFunctionNum& function) {
-    return Emit(CallStep, AddTo(FProgram.FCalls, &function));
+    FProgram.FIsQuiet = false;
+    return EmitOrdered(TStepKind::Call, {.Call = &function});
 }
 
 TCalcValue TCalcEmitter::MissingOperand(std::size_t index) {
-    return Emit(MissingOperandStep, static_cast<std::uint32_t>(index));
+    StoreWaiting(FWaiting.size());
+    return EmitOrdered(TStepKind::MissingOperand, {.Index = index});
 }
 
 TCalcValue TCalcEmitter::NoItems() {
-    return Emit(NoItemsStep, 0);
+    StoreWaiting(FWaiting.size());
+    return EmitOrdered(TStepKind::NoItems, {});
 }
 
 std::uint32_t TCalcEmitter::ReserveSlots(std::size_t count) {
-    const auto first = static_cast<std::uint32_t>(FProgram.FSlotCount);
-    FProgram.FSlotCount += count;
-    FProgram.FSingleCount = std::max(FProgram.FSingleCount, count);
+    const std::uint32_t first = FProgram.FSlotCount;
+    FProgram.FSlotCount += static_cast<std::uint32_t>(count);
+    if (FProgram.FSingles.size() < count) FProgram.FSingles.resize(count);
     return first;
 }
 
 void TCalcEmitter::Gather(const TCalcValue& value, std::uint32_t slot) {
-    const std::uint32_t index = IndexOf(value);
-    Release(value);
-    Append({LoadStep(value.Source), index, 0, slot});
+    const bool isLast = Waits(value) && FWaiting.back() == value.Index;
+    const TCalcValue step = isLast ? value : EmitUnary(TStepKind::Load, value);
+    if (Waits(step)) FWaiting.pop_back();
+    StoreWaiting(FWaiting.size());
+    FProgram.FStores.push_back({step.Index, slot});
 }
 
 TCalcValue TCalcEmitter::Median(std::uint32_t firstSlot, std::size_t count) {
-    const TCalcValue median = Emit(MedianStep, firstSlot, static_cast<std::uint32_t>(count));
+    const TCalcValue median = EmitOrdered(TStepKind::Median, {.Index = firstSlot}, {.Index = count});
     for (std::size_t i = count; i > 0; --i)
-        FFreeSlots.push_back(static_cast<std::uint32_t>(firstSlot + i - 1));
+        FReadSlots.push_back(static_cast<std::uint32_t>(firstSlot + i - 1));
     return median;
 }
 
 void TCalcEmitter::Finish(const TCalcValue& result) {
-    if (!IsLast(result)) Append({LoadStep(result.Source), IndexOf(result)});
+    const TCalcValue root = result.IsStep() ? result : EmitUnary(TStepKind::Load, result);
+    if (Waits(root) && FWaiting.back() == root.Index) FWaiting.pop_back();
+    StoreWaiting(FWaiting.size());
+    const std::uint32_t last = IsInSlot(root) ? EmitUnary(TStepKind::Load, root).Index : root.Index;
+    for (TCalcStep& step : FProgram.FSteps) {
+        Resolve(step.LeftSource, step.Left);
+        Resolve(step.RightSource, step.Right);
+        step.Run = FunctionOf(step);
+    }
+    FProgram.FRoot = &FProgram.FSteps[last];
 }
 
-TCalcValue TCalcEmitter::Emit(TCalcStep::TRun run, std::uint32_t left, std::uint32_t right) {
-    const std::uint32_t slot = NewSlot();
-    Append({run, left, right, slot});
-    return {TSource::Slot, slot, 0};
+TCalcValue TCalcEmitter::Emit(TCalcStep step) {
+    const std::uint32_t index = AddTo(FProgram.FSteps, step);
+    FSlotOf.push_back(kNoSlot);
+    if (step.IsOrdered) FWaiting.push_back(index);
+    return {TSource::Step, index, 0};
 }
 
-TCalcValue TCalcEmitter::EmitOnLast(TCalcOp op, const TCalcValue& last, const TCalcValue& other,
-                                    bool isReversed) {
-    const std::uint32_t index = IndexOf(other);
-    Release(other);
-    Release(last);
-    const std::uint32_t slot = NewSlot();
-    FProgram.FSteps.push_back({nullptr, 0, index, slot, op, isReversed, other.IsConstant()});
-    return {TSource::Slot, slot, 0};
+TCalcValue TCalcEmitter::EmitUnary(TStepKind kind, const TCalcValue& value) {
+    ArrangeOperands(value, {});
+    TCalcStep step{.Kind = kind};
+    SetOperand(step, step.LeftSource, step.Left, value);
+    return Emit(step);
 }
 
-// A step that does not work on the value before it leaves that value to later ones.
-void TCalcEmitter::Append(const TCalcStep& step) {
-    if (!FProgram.FSteps.empty()) FProgram.FSteps.back().IsStored = true;
-    FProgram.FSteps.push_back(step);
+// The operands are those of the kind itself.
+TCalcValue TCalcEmitter::EmitOrdered(TStepKind kind, TOperand left, TOperand right) {
+    TCalcStep step{.Left = left, .Right = right, .Kind = kind};
+    step.IsOrdered = true;
+    return Emit(step);
 }
 
-// The slot that was freed last, often that of an operand: a step reads before its value is stored.
-std::uint32_t TCalcEmitter::NewSlot() {
-    if (FFreeSlots.empty()) return static_cast<std::uint32_t>(FProgram.FSlotCount++);
-    const std::uint32_t slot = FFreeSlots.back();
-    FFreeSlots.pop_back();
-    return slot;
+bool TCalcEmitter::IsInSlot(const TCalcValue& value) const {
+    return value.IsStep() && FSlotOf[value.Index] != kNoSlot;
 }
 
-bool TCalcEmitter::IsLast(const TCalcValue& value) const {
-    return value.Source == TSource::Slot && value.Index == FProgram.FSteps.back().Target;
+bool TCalcEmitter::Waits(const TCalcValue& value) const {
+    return value.IsStep() && FSlotOf[value.Index] == kNoSlot && FProgram.FSteps[value.Index].IsOrdered;
 }
 
-std::uint32_t TCalcEmitter::IndexOf(const TCalcValue& value) {
-    return value.IsConstant() ? AddTo(FProgram.FConstants, value.Constant) : value.Index;
+// A step takes the last of the waiting steps as it is, and others out of slots, as what would nest too deep.
+void TCalcEmitter::ArrangeOperands(const TCalcValue& left, const TCalcValue& right) {
+    for (const TCalcValue& value : {left, right}) {
+        if (!value.IsStep() || IsInSlot(value)) continue;
+        const bool isTooDeep = FProgram.FSteps[value.Index].Depth == kMaxDepth;
+        if (!Waits(value)) {
+            if (isTooDeep) Store(value.Index);
+        } else if (FWaiting.back() != value.Index) {
+            const bool isLastTaken = right.IsStep() && FWaiting.back() == right.Index;
+            StoreWaiting(FWaiting.size() - (isLastTaken ? 1 : 0));
+        } else if (isTooDeep) {
+            StoreWaiting(FWaiting.size());
+        }
+    }
 }
 
-void TCalcEmitter::Release(const TCalcValue& value) {
-    if (value.Source == TSource::Slot) FFreeSlots.push_back(value.Index);
+void TCalcEmitter::SetOperand(TCalcStep& step, TSource& source, TOperand& operand, const TCalcValue& value) {
+    source = value.Source;
+    operand.Index = value.IsConstant() ? AddTo(FProgram.FConstants, value.Constant) : value.Index;
+    step.IsOrdered = step.IsOrdered || value.IsKeyword() || IsInSlot(value) || Waits(value);
+    if (IsInSlot(value)) {
+        source = TSource::Slot;
+        operand.Index = FSlotOf[value.Index];
+        FReadSlots.push_back(FSlotOf[value.Index]);
+    } else if (value.IsStep()) {
+        std::erase(FWaiting, value.Index);
+        step.Depth = std::max<std::uint8_t>(step.Depth, FProgram.FSteps[value.Index].Depth + 1);
+    }
+}
+
+void TCalcEmitter::Store(std::uint32_t step) {
+    if (FFreeSlots.empty()) {
+        FSlotOf[step] = FProgram.FSlotCount++;
+    } else {
+        FSlotOf[step] = FFreeSlots.back();
+        FFreeSlots.pop_back();
+    }
+    FProgram.FStores.push_back({step, FSlotOf[step]});
+}
+
+// Puts the values of the first waiting steps into slots, in their order. Once all have run, the slots that they read are
+// free.
+void TCalcEmitter::StoreWaiting(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) Store(FWaiting[i]);
+    FWaiting.erase(FWaiting.begin(), FWaiting.begin() + static_cast<std::ptrdiff_t>(count));
+    if (!FWaiting.empty()) return;
+    FFreeSlots.insert(FFreeSlots.end(), FReadSlots.begin(), FReadSlots.end());
+    FReadSlots.clear();
+}
+
+// Replaces the index of an operand by its address.
+void TCalcEmitter::Resolve(TSource source, TOperand& operand) const {
+    switch (source) {
+        case TSource::Step:
+            operand.Step = &FProgram.FSteps[operand.Index];
+            break;
+        case TSource::Constant:
+            operand.Constant = &FProgram.FConstants[operand.Index];
+            break;
+        case TSource::Keyword:
+            operand.Keyword = &FProgram.FKeywords[operand.Index];
+            break;
+        case TSource::Variable:
+            operand.Variable = FProgram.FVariables[operand.Index];
+            break;
+        case TSource::Slot:
+            break;
+    }
 }
 
 }  // namespace Varnholt

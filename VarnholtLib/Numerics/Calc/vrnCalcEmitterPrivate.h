@@ -1,23 +1,28 @@
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "VarnholtLib/Numerics/Calc/vrnCalcProgramPrivate.h"
 
 namespace Varnholt {
 
-/// A value that a step of a program can take: a slot, a constant, or a keyword that the step calls.
+/// A value that a step of a program can take: what another step gives, a constant, or a keyword that the step calls.
 struct TCalcValue {
     TSource Source = TSource::Constant;
-    std::uint32_t Index = 0;  // of the slot or keyword
+    std::uint32_t Index = 0;  // of the step, keyword or variable
     Extended Constant = 0;
 
+    [[nodiscard]] bool IsStep() const { return Source == TSource::Step; }
     [[nodiscard]] bool IsKeyword() const { return Source == TSource::Keyword; }
     [[nodiscard]] bool IsConstant() const { return Source == TSource::Constant; }
 };
 
-/// Appends steps to a program and manages its slots. Each operation consumes its values: their slots are free
-/// again afterwards. Operations on constants only are done at once, except a division by zero.
+/// Makes the steps of a program, in the order in which they are to run. Each operation consumes its values. Operations on
+/// constants only are done at once, except a division by zero.
+///
+/// A step becomes an operand of the step that takes its value if no other step runs between the two, or if its order does
+/// not count; else its value is put into a slot. Ordered steps that are not yet an operand or put into a slot wait.
 class TCalcEmitter {
 public:
     explicit TCalcEmitter(TCalcProgram& program) : FProgram(program) {}
@@ -43,16 +48,26 @@ public:
     void Finish(const TCalcValue& result);
 
 private:
-    TCalcValue Emit(TCalcStep::TRun run, std::uint32_t left, std::uint32_t right = 0);
-    TCalcValue EmitOnLast(TCalcOp op, const TCalcValue& last, const TCalcValue& other, bool isReversed);
-    void Append(const TCalcStep& step);
-    std::uint32_t NewSlot();
-    [[nodiscard]] bool IsLast(const TCalcValue& value) const;
-    std::uint32_t IndexOf(const TCalcValue& value);
-    void Release(const TCalcValue& value);
+    /// Steps nest no deeper, so that a calculation takes little stack.
+    static constexpr std::uint8_t kMaxDepth = 48;
+    static constexpr std::uint32_t kNoSlot = std::numeric_limits<std::uint32_t>::max();
+
+    TCalcValue Emit(TCalcStep step);
+    TCalcValue EmitUnary(TStepKind kind, const TCalcValue& value);
+    TCalcValue EmitOrdered(TStepKind kind, TOperand left, TOperand right = {});
+    [[nodiscard]] bool IsInSlot(const TCalcValue& value) const;
+    [[nodiscard]] bool Waits(const TCalcValue& value) const;
+    void ArrangeOperands(const TCalcValue& left, const TCalcValue& right);
+    void SetOperand(TCalcStep& step, TSource& source, TOperand& operand, const TCalcValue& value);
+    void Store(std::uint32_t step);
+    void StoreWaiting(std::size_t count);
+    void Resolve(TSource source, TOperand& operand) const;
 
     TCalcProgram& FProgram;
+    std::vector<std::uint32_t> FWaiting;  // steps, in their order
+    std::vector<std::uint32_t> FSlotOf;   // of each step; kNoSlot if its value is in none
     std::vector<std::uint32_t> FFreeSlots;
+    std::vector<std::uint32_t> FReadSlots;  // free once the steps that wait have run
 };
 
 }  // namespace Varnholt

@@ -59,8 +59,7 @@ TKeyword::TKeyword(TCalc& calc, StringView keyword, void* param, TKeywordEvent e
 }
 
 Extended TKeyword::Number() const {
-    TCalcRun run(GetCalc()->GetTree());
-    return run.Leave(Ask());
+    return GetCalc()->GetTree().Run([this] { return Ask(); });
 }
 
 TFunction::TFunction(StringView name, int minParams, int maxParams, TFunctionEvent event, TBuiltIn builtIn)
@@ -110,8 +109,7 @@ TKeyword* TKeywordNum::GetKeywordObject() const {
 }
 
 Extended TKeywordNum::Get_Number() const {
-    TCalcRun run(GetCalc()->GetTree());
-    return run.Leave(Ask());
+    return GetCalc()->GetTree().Run([this] { return Ask(); });
 }
 
 Extended TKeywordNum::Ask() const {
@@ -165,8 +163,7 @@ void TFunctionNum::TakeParams(TOwnedCalcs params) {
 }
 
 Extended TFunctionNum::Get_Number() const {
-    TCalcRun run(GetCalc()->GetTree());
-    return run.Leave(FFunction.Execute(FParams));
+    return GetCalc()->GetTree().Run([this] { return FFunction.Execute(FParams); });
 }
 
 TCalc* TFunctionNum::NextToEmpty() noexcept {

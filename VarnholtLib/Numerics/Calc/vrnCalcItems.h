@@ -103,7 +103,7 @@ private:
     TCalcKind FKind;
 };
 
-/// A registered keyword: a name whose value the application supplies at each calculation.
+/// A registered keyword: a name whose value the application supplies at each calculation, by a callback or as a variable.
 class VARNHOLT_EXPORT TKeyword final : public TCalcObj {
 public:
     /// Raises EArgumentNilException for an empty callback.
@@ -113,10 +113,15 @@ public:
     [[nodiscard]] const String& GetKeyword() const noexcept { return FKeyword; }
     /// The pointer given at registration, or none.
     [[nodiscard]] void* GetParam() const noexcept { return FParam; }
+    /// The address of the value if the keyword was registered as a variable of type double, else none.
+    [[nodiscard]] const double* GetVariable() const noexcept {
+        return FIsVariable ? static_cast<const double*>(FParam) : nullptr;
+    }
     /// Calls the application for the value.
     [[nodiscard]] Extended Number() const;
 
 private:
+    friend class TCalc;
     friend class TCalcProgram;
     friend class TKeywordNum;
 
@@ -126,6 +131,7 @@ private:
     String FKeyword;
     void* FParam;
     TKeywordEvent FEvent;
+    bool FIsVariable = false;
 };
 
 /// The functions that every evaluator knows; fuNone marks a function that an application registered.

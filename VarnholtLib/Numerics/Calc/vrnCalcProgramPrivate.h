@@ -10,29 +10,56 @@
 
 namespace Varnholt {
 
-/// Where a step finds a value: in a slot of the calculation, among the program's constants, or by calling a
-/// keyword.
-enum class TSource : std::uint8_t { Slot, Constant, Keyword };
-inline constexpr std::size_t kSourceCount = 3;
+/// Where a step finds an operand: another step that is run for it, a slot of the calculation, the program's constants, a
+/// keyword that is called, or the address of a variable.
+enum class TSource : std::uint8_t { Step, Slot, Constant, Keyword, Variable };
+inline constexpr std::size_t kSourceCount = 5;
 
-/// One step of a program; it gives a value. A step with a function takes its operands by the indices Left and
-/// Right. A step without one does Op with the value of the step before it and an operand that is no keyword,
-/// whose index is Right; IsReversed puts that operand on the left.
+/// What a step does with its operands; the first ones are the operations of TCalcOp.
+enum class TStepKind : std::uint8_t { Operation, Load, Square, Sqrt, Median, Call, MissingOperand, NoItems };
+
+struct TCalcStep;
+
+/// A keyword in an expression, and the item that names it.
+struct TKeywordUse {
+    const TKeyword* Keyword;
+    const TKeywordNum* Item;
+};
+
+/// An operand by its index, until the program is finished, and then by its address; a slot by its index always.
+union TOperand {
+    std::uint64_t Index = 0;
+    const TCalcStep* Step;
+    const Extended* Constant;
+    const TKeywordUse* Keyword;
+    const double* Variable;
+    const TFunctionNum* Call;
+};
+
+/// One step of a program: it gives the value of an operation. Its operands may be steps, so that steps form trees whose
+/// values stay in registers from step to step.
 struct TCalcStep {
     using TRun = Extended (*)(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
 
-    TRun Run;
-    std::uint32_t Left = 0;
-    std::uint32_t Right = 0;
-    std::uint32_t Target = 0;  // the slot of the value
+    TRun Run = nullptr;
+    TOperand Left{};
+    TOperand Right{};
+    TStepKind Kind = TStepKind::Operation;
     TCalcOp Op = TCalcOp::Add;
-    bool IsReversed = false;
-    bool IsConstant = false;  // the operand Right, of a step without a function
-    bool IsStored = false;    // the value is put into its slot, for a step after the next one
+    TSource LeftSource = TSource::Slot;
+    TSource RightSource = TSource::Slot;
+    bool IsOrdered = false;  // its place among the callbacks and the failures counts
+    std::uint8_t Depth = 1;  // how deep its steps nest
 };
 
-/// An expression as a flat list of steps in the order of the callbacks. Groups and the built-in functions but
-/// @StDev are part of the list; the other functions are called with their parameters' evaluators.
+/// A step whose value is needed later than at once. It is put into a slot.
+struct TCalcStore {
+    std::uint32_t Step;
+    std::uint32_t Slot;
+};
+
+/// An expression as steps in the order of the callbacks. Groups and the built-in functions but @StDev are part of them;
+/// the other functions are called with their parameters' evaluators.
 ///
 /// It refers to the items of the evaluator that it was made from, and must not outlive them.
 class TCalcProgram {
@@ -47,25 +74,26 @@ public:
     /// Whether something was parsed or registered since the program was made. A calculation under way continues
     /// with a stale program and looks its keywords up anew.
     [[nodiscard]] bool IsStale() const noexcept { return FStamp != FTree.GetStamp(); }
-    /// A quick test whether the program is not stale and Execute is enough. It holds for most programs; it never
-    /// holds for pure and for large ones, nor in a tree with a parent, whose registrations count too.
-    [[nodiscard]] bool IsReady() const noexcept { return FReadyChanges == FTree.GetChanges(); }
-    /// The value of a program that is ready. `slots` has room for kStackSlots values.
-    [[nodiscard]] Extended Execute(Extended* slots) const;
+    /// A quick test whether the program is not stale and Execute is enough. It holds for most programs, but never for
+    /// pure ones and those with many slots.
+    [[nodiscard]] bool IsReady() const noexcept { return FReadyStamp == FTree.GetStamp(); }
+    /// Whether it calls nothing: all its keywords are variables.
+    [[nodiscard]] bool IsQuiet() const noexcept { return FIsQuiet; }
+    /// The value of a program that is ready.
+    [[nodiscard]] Extended Execute() const { return FEntry(*this, nullptr, *FRoot); }
     /// The value of any program.
-    [[nodiscard]] Extended Run(Extended* slots);
+    [[nodiscard]] Extended Run();
 
-    /// The value that a step takes.
+    /// The value of an operand.
     template <TSource Source>
-    [[nodiscard]] Extended Fetch(const Extended* slots, std::uint32_t index) const {
-        if constexpr (Source == TSource::Slot) return slots[index];
-        if constexpr (Source == TSource::Constant) return FConstants[index];
-        if (IsReady()) [[likely]]
-            return FKeywords[index]->Ask();
-        return CallKeyword(index);
-    }
-    [[nodiscard]] Extended CallFunction(std::uint32_t index) const {
-        return FCalls[index]->GetFunction().Execute(FCalls[index]->GetParams());
+    [[nodiscard]] Extended Fetch(Extended* slots, TOperand operand) const {
+        if constexpr (Source == TSource::Step) return operand.Step->Run(*this, slots, *operand.Step);
+        if constexpr (Source == TSource::Slot) return slots[operand.Index];
+        if constexpr (Source == TSource::Constant) return *operand.Constant;
+        if constexpr (Source == TSource::Variable) return Extended{*operand.Variable};
+        if (!IsStale()) [[likely]]
+            return operand.Keyword->Keyword->Ask();
+        return operand.Keyword->Item->Ask();
     }
     /// Room for the 32-bit values of the largest median.
     [[nodiscard]] float* Singles() const noexcept { return FSingles.data(); }
@@ -77,56 +105,31 @@ private:
 
     /// A keyword that raises ceKeyword when it is called.
     const TKeyword* AddUnknown(const TKeywordNum& item);
-    [[nodiscard]] Extended CallKeyword(std::uint32_t index) const;
+    static Extended RunOnStack(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
+    [[nodiscard]] Extended RunWithSlots(Extended* slots) const;
     [[nodiscard]] Extended RunInOwnMemory();
 
     const TCalcTree& FTree;
     const std::uint64_t FStamp;
-    std::uint64_t FReadyChanges;  // the changes of the tree when the program was made, or kNever
-    std::vector<TCalcStep> FSteps;
-    std::vector<Extended> FConstants;
-    std::vector<const TKeyword*> FKeywords;
-    std::vector<const TKeywordNum*> FKeywordItems;  // the items that name them
-    std::vector<const TFunctionNum*> FCalls;
-    std::vector<std::unique_ptr<TKeyword>> FUnknown;
-    std::size_t FSlotCount = 0;
-    std::size_t FSingleCount = 0;
-
-    // Pure programs return their first value again; large programs work in memory of their own.
-    const bool FIsPure;
+    std::uint64_t FReadyStamp;  // FStamp or kNever
+    const TCalcStep* FRoot = nullptr;
+    TCalcStep::TRun FEntry = nullptr;  // that of the root, or RunOnStack if there are stores
+    const bool FIsPure;                // returns its first value again
+    bool FIsQuiet = true;
     bool FInUse = false;  // FSlots serves a calculation under way
+    std::uint32_t FSlotCount = 0;
+    std::vector<TCalcStep> FSteps;
+    std::vector<TCalcStore> FStores;  // run one after the other, then the root
+    std::vector<Extended> FConstants;
+    std::vector<TKeywordUse> FKeywords;
+    std::vector<const double*> FVariables;
+    std::vector<std::unique_ptr<TKeyword>> FUnknown;
     std::optional<Extended> FKnownValue;
-    std::vector<Extended> FSlots;
+    std::vector<Extended> FSlots;         // of a program with many
     mutable std::vector<float> FSingles;  // serves one step at a time, which calls nothing back
 };
 
-// The value is passed from step to step in a register; the functions of steps return it there.
-inline Extended TCalcProgram::Execute(Extended* slots) const {
-    Extended value = 0;
-    for (const TCalcStep& step : FSteps) {
-        if (step.Run != nullptr) {
-            value = step.Run(*this, slots, step);
-        } else {
-            const Extended other = (step.IsConstant ? FConstants.data() : slots)[step.Right];
-            value = step.IsReversed ? Operate(step.Op, other, value) : Operate(step.Op, value, other);
-        }
-        if (step.IsStored) slots[step.Target] = value;
-    }
-    return value;
-}
-
-/// The kinds of step with a function. Left is the operand, the right one of two is Right.
-[[nodiscard]] TCalcStep::TRun BinaryStep(TCalcOp op, TSource left, TSource right);
-[[nodiscard]] TCalcStep::TRun LoadStep(TSource source);
-[[nodiscard]] TCalcStep::TRun SquareStep(TSource source);
-[[nodiscard]] TCalcStep::TRun SqrtStep(TSource source);
-/// The median of Right slots from Left on.
-Extended MedianStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
-/// Calls the function Left.
-Extended CallStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
-/// Raises EListError for the item Left.
-Extended MissingOperandStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
-/// Raises ceSyntax.
-Extended NoItemsStep(const TCalcProgram& program, Extended* slots, const TCalcStep& step);
+/// The function of a step whose kind, operation and sources are set.
+[[nodiscard]] TCalcStep::TRun FunctionOf(const TCalcStep& step);
 
 }  // namespace Varnholt

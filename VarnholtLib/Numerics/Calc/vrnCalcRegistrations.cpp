@@ -32,13 +32,46 @@ void TCalc::RegisterFunction(StringView name, int minParams, int maxParams, TFun
 }
 
 void TCalc::RegisterKeyword(StringView name, void* param, TKeywordEvent event) {
-    auto keyword = std::make_unique<TKeyword>(*this, name, param, std::move(event));
+    AddKeyword(std::make_unique<TKeyword>(*this, name, param, std::move(event)));
+}
+
+void TCalc::AddKeyword(std::unique_ptr<TKeyword> keyword) {
     const StringView key = keyword->GetKeyword();
     Register([&](TCalcRegistrations& list) { list.Keywords.Add(std::move(keyword), key); });
 }
 
 void TCalc::RegisterKeyword(StringView name, TKeywordEvent event) {
     RegisterKeyword(name, nullptr, std::move(event));
+}
+
+namespace {
+
+template <typename T>
+Extended ReadVariable(TCalc&, const String&, void* param) {
+    return Extended{*static_cast<const T*>(param)};
+}
+
+}  // namespace
+
+// The pointer of a variable is that of a keyword's callback, which only reads.
+template <typename T>
+void TCalc::RegisterReader(StringView name, const T* variable) {
+    if (variable == nullptr) throw EArgumentNilException(u"A variable needs an address: " + String(name));
+    auto keyword = std::make_unique<TKeyword>(*this, name, const_cast<T*>(variable), ReadVariable<T>);
+    keyword->FIsVariable = std::is_same_v<T, double>;
+    AddKeyword(std::move(keyword));
+}
+
+void TCalc::RegisterVariable(StringView name, const double* variable) {
+    RegisterReader(name, variable);
+}
+
+void TCalc::RegisterVariable(StringView name, const float* variable) {
+    RegisterReader(name, variable);
+}
+
+void TCalc::RegisterVariable(StringView name, const Extended* variable) {
+    RegisterReader(name, variable);
 }
 
 // Usually nothing is registered between a nested evaluator and its top.

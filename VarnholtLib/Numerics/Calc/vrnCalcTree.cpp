@@ -17,21 +17,17 @@ void TCalcTree::Retire(std::unique_ptr<TRetired> retired) noexcept {
     FRetired = std::move(retired);
 }
 
-void TCalcTree::FreeRetired() noexcept {
+Extended TCalcTree::FreeRetired(Extended value) noexcept {
     while (FRetired) {
         const std::unique_ptr<TRetired> retired = std::move(FRetired);
         FRetired = std::move(retired->Next);
         TCalc::FreeItems(retired->Items);
     }
-}
-
-void TCalcRun::RaiseTooDeep() {
-    throw Exception(u"Function calls are nested too deeply");
-}
-
-Extended TCalcRun::FreeRetired(TCalcTree& tree, Extended value) {
-    tree.FreeRetired();
     return value;
+}
+
+void TCalcTree::RaiseTooDeep() {
+    throw Exception(u"Function calls are nested too deeply");
 }
 
 }  // namespace Varnholt

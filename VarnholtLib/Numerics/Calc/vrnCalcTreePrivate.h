@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "VarnholtLib/Numerics/Calc/vrnCalc.h"
@@ -30,7 +29,7 @@ public:
     /// The tree below a top evaluator, whose parent belongs to another tree or is none.
     explicit TCalcTree(const TCalc& top)
         : FTop(top), FParent(top.GetCalc() == nullptr ? nullptr : &top.GetCalc()->GetTree()) {}
-    ~TCalcTree() { FreeRetired(); }
+    ~TCalcTree() { static_cast<void>(FreeRetired(0)); }
     TCalcTree(const TCalcTree&) = delete;
     TCalcTree& operator=(const TCalcTree&) = delete;
 
@@ -62,10 +61,31 @@ public:
     /// Keeps it until the calculations under way have ended.
     void Retire(std::unique_ptr<TRetired> retired) noexcept;
 
-private:
-    friend class TCalcRun;
+    /// Runs a calculation, which counts as under way meanwhile. Raises Exception "Function calls are nested too deeply".
+    template <typename TCalculate>
+    Extended Run(TCalculate calculate) {
+        const int depth = FRunDepth;
+        if (depth >= TCalc::kMaxCallDepth) [[unlikely]]
+            RaiseTooDeep();
+        FRunDepth = depth + 1;
+        try {
+            return Leave(depth, calculate());
+        } catch (...) {
+            static_cast<void>(Leave(depth, 0));
+            throw;
+        }
+    }
 
-    void FreeRetired() noexcept;
+private:
+    [[noreturn]] static void RaiseTooDeep();
+    // The value is passed through, so that it stays in its register.
+    Extended Leave(int depth, Extended value) noexcept {
+        FRunDepth = depth;
+        if (depth == 0 && FRetired) [[unlikely]]
+            return FreeRetired(value);
+        return value;
+    }
+    Extended FreeRetired(Extended value) noexcept;
 
     std::uint64_t FChanges = 0;  // parses and registrations
     std::uint64_t FRegistrations = 0;
@@ -74,35 +94,6 @@ private:
     int FRunDepth = 0;
     int FInnerScopes = 0;
     std::unique_ptr<TRetired> FRetired;
-};
-
-/// Counts a calculation as under way in its tree.
-class TCalcRun {
-public:
-    explicit TCalcRun(TCalcTree& tree) : FTree(&tree) {
-        if (tree.FRunDepth >= TCalc::kMaxCallDepth) [[unlikely]]
-            RaiseTooDeep();
-        ++tree.FRunDepth;
-    }
-    ~TCalcRun() {
-        if (FTree != nullptr) static_cast<void>(Leave(0));
-    }
-    TCalcRun(const TCalcRun&) = delete;
-    TCalcRun& operator=(const TCalcRun&) = delete;
-
-    /// Ends the calculation and returns its value, which so stays in its register.
-    Extended Leave(Extended value) {
-        TCalcTree& tree = *std::exchange(FTree, nullptr);
-        if (--tree.FRunDepth == 0 && tree.FRetired) [[unlikely]]
-            return FreeRetired(tree, value);
-        return value;
-    }
-
-private:
-    [[noreturn]] static void RaiseTooDeep();
-    static Extended FreeRetired(TCalcTree& tree, Extended value);
-
-    TCalcTree* FTree;
 };
 
 }  // namespace Varnholt
