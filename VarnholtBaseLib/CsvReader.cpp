@@ -172,15 +172,21 @@ void TCSVReader::GetColumnIndexes(const TStringArray& names, TIntegerArray& inde
     indexes = TIntegerArray(std::move(found));
 }
 
-String CsvField(StringView text, Char separator) {
-    const Char special[] = {separator, kQuote, u'\r', u'\n'};
-    if (text.find_first_of(StringView(special, std::size(special))) == StringView::npos) return String(text);
-    String field(1, kQuote);
-    for (const Char c : text) {
-        if (c == kQuote) field += kQuote;
-        field += c;
+void AppendCsvField(String& line, StringView text, Char separator) {
+    const bool isPlain = std::ranges::none_of(
+        text, [=](Char c) { return c == separator || c == kQuote || c == u'\r' || c == u'\n'; });
+    if (isPlain) {
+        line += text;
+        return;
     }
-    field += kQuote;
+    line += kQuote;
+    for (const Char c : text) line.append(c == kQuote ? 2 : 1, c);
+    line += kQuote;
+}
+
+String CsvField(StringView text, Char separator) {
+    String field;
+    AppendCsvField(field, text, separator);
     return field;
 }
 

@@ -116,5 +116,7 @@ private:
 /// or a line end, otherwise unchanged. A row of one empty field must be written as two quotes, since an empty
 /// line is skipped.
 [[nodiscard]] VARNHOLT_EXPORT String CsvField(StringView text, Char separator = u',');
+/// The same, written after what the line holds already.
+VARNHOLT_EXPORT void AppendCsvField(String& line, StringView text, Char separator = u',');
 
 }  // namespace Varnholt

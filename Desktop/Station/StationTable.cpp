@@ -211,7 +211,7 @@ void TStationTable::Arrange(const std::vector<std::int32_t>& rows, std::vector<T
 String TStationTable::ToCsv(const TGridRect& cells) const {
     String csv;
     const auto append = [&](std::int32_t column, StringView text) {
-        csv += CsvField(text);
+        AppendCsvField(csv, text);
         csv += column == cells.Right ? u'\n' : u',';
     };
     for (std::int32_t column = cells.Left; column <= cells.Right; ++column) append(column, GetName(column));

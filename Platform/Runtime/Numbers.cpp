@@ -198,47 +198,90 @@ constexpr int kSignificantDigits = 15;
 /// A magnitude rounded for output: digits d1 d2 ... without trailing zeros, meaning d1.d2... times ten to the
 /// exponent.
 struct TRounded {
-    String Digits;
+    std::array<char, kSignificantDigits> Room;
+    int Count = 0;
     int Exponent = 0;
+
+    [[nodiscard]] std::string_view Digits() const { return {Room.data(), static_cast<std::size_t>(Count)}; }
+    void Take(char digit) { Room[static_cast<std::size_t>(Count++)] = digit; }
+    void DropTrailingZeros() {
+        while (Count > 0 && Room[static_cast<std::size_t>(Count - 1)] == '0') --Count;
+    }
 };
 
-TRounded RoundToDigits(Extended magnitude) {
-    std::array<char, 64> buffer;
-    const auto write = [&](auto number) {
-        return std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                             std::chars_format::scientific, kSignificantDigits - 1)
-            .ptr;
-    };
-    // The conversion of double is the faster one and rounds the same exact value.
-    const double narrow = static_cast<double>(magnitude);
-    const char* end = static_cast<Extended>(narrow) == magnitude ? write(narrow) : write(magnitude);
+constexpr auto kPowersOfTen = [] {
+    std::array<std::uint64_t, 20> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
 
+// Magnitudes that are written without an exponent.
+constexpr Extended kLeastFixed = 1e-4L, kFirstScientific = 1e15L;
+constexpr int kLeastFixedExponent = -4;
+
+/// Rounds to the nearest, and half-way cases to the even one, as the conversions of the C library do. The magnitude is
+/// from kLeastFixed up and below kFirstScientific: then mantissa times power has less than 128 bits, and is exact.
+TRounded RoundFixed(Extended magnitude) {
+    __extension__ using TWide = unsigned __int128;
+    int exponent = 0;
+    const auto mantissa = static_cast<std::uint64_t>(std::ldexp(std::frexp(magnitude, &exponent), 64));
+    const int fraction = 64 - exponent;  // bits after the point
+    const auto scaled = [&](int power) {
+        const TWide product = TWide{mantissa} * kPowersOfTen[static_cast<std::size_t>(power)];
+        const TWide half = TWide{1} << (fraction - 1);
+        const TWide rest = product & (2 * half - 1);
+        const auto whole = static_cast<std::uint64_t>(product >> fraction);
+        return whole + (rest > half || (rest == half && whole % 2 == 1) ? 1 : 0);
+    };
+    // A power of two bounds the number of digits but for one.
+    int power = kSignificantDigits - 1 - static_cast<int>(std::floor((exponent - 1) * 0.30103));
+    std::uint64_t digits = scaled(power);
+    if (digits >= kPowersOfTen[kSignificantDigits]) {
+        --power;  // below 0 only for what is rounded up to kFirstScientific
+        digits = power < 0 ? kPowersOfTen[kSignificantDigits - 1] : scaled(power);
+    }
+    TRounded rounded;
+    rounded.Exponent = kSignificantDigits - 1 - power;
+    std::to_chars(rounded.Room.data(), rounded.Room.data() + rounded.Room.size(), digits);
+    rounded.Count = kSignificantDigits;
+    return rounded;
+}
+
+TRounded RoundAny(Extended magnitude) {
+    std::array<char, 64> buffer;
+    const char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                          std::chars_format::scientific, kSignificantDigits - 1)
+                                .ptr;
     TRounded rounded;
     const char* at = buffer.data();
-    for (; at != end && *at != 'e'; ++at) {
-        if (IsDecimalDigit(static_cast<Char>(*at))) rounded.Digits.push_back(static_cast<Char>(*at));
-    }
-    rounded.Digits.erase(rounded.Digits.find_last_not_of(u'0') + 1);
+    for (; at != end && *at != 'e'; ++at)
+        if (IsDecimalDigit(static_cast<Char>(*at))) rounded.Take(*at);
     at += at + 1 < end && at[1] == '+' ? 2 : 1;
     std::from_chars(at, end, rounded.Exponent);
     return rounded;
 }
 
-String ScientificText(const TRounded& number, Char decimalSeparator) {
-    String text = number.Digits.substr(0, 1);
-    if (number.Digits.size() > 1) text.append(1, decimalSeparator).append(number.Digits, 1);
-    return text + u'E' + IntToStr(number.Exponent);
+void AppendScientific(String& text, const TRounded& number, Char decimalSeparator) {
+    const std::string_view digits = number.Digits();
+    text += static_cast<Char>(digits.front());
+    if (digits.size() > 1) text.append(1, decimalSeparator).append(digits.begin() + 1, digits.end());
+    text.append(1, u'E') += IntToStr(number.Exponent);
 }
 
-String FixedText(TRounded number, Char decimalSeparator) {
+void AppendFixed(String& text, const TRounded& number, Char decimalSeparator) {
+    const std::string_view digits = number.Digits();
     if (number.Exponent < 0) {
         const auto zeros = static_cast<std::size_t>(-number.Exponent - 1);
-        return (String(1, u'0') + decimalSeparator).append(zeros, u'0').append(number.Digits);
+        text.append(1, u'0')
+            .append(1, decimalSeparator)
+            .append(zeros, u'0')
+            .append(digits.begin(), digits.end());
+        return;
     }
-    const auto wholeDigits = static_cast<std::size_t>(number.Exponent) + 1;
-    if (number.Digits.size() <= wholeDigits)
-        return number.Digits.append(wholeDigits - number.Digits.size(), u'0');
-    return number.Digits.insert(wholeDigits, 1, decimalSeparator);
+    const std::size_t whole = static_cast<std::size_t>(number.Exponent) + 1;
+    const std::string_view before = digits.substr(0, whole), after = digits.substr(before.size());
+    text.append(before.begin(), before.end()).append(whole - before.size(), u'0');
+    if (!after.empty()) text.append(1, decimalSeparator).append(after.begin(), after.end());
 }
 
 }  // namespace
@@ -280,26 +323,46 @@ Extended StrToFloat(StringView text, const TFormatSettings& settings) {
     return value;
 }
 
-String IntToStr(std::int64_t value) {
+void AppendInt(String& text, std::int64_t value) {
     std::array<char, 24> buffer;
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return String(buffer.data(), end);
+    text.append(buffer.data(), end);
+}
+
+void AppendFloat(String& text, Extended value, const TFormatSettings& settings) {
+    if (std::isnan(value)) {
+        text += u"NAN";
+        return;
+    }
+    if (value < 0) text += u'-';
+    const Extended magnitude = std::fabs(value);
+    if (std::isinf(value)) {
+        text += u"INF";
+    } else if (const auto whole = static_cast<std::int64_t>(std::min(magnitude, kFirstScientific));
+               static_cast<Extended>(whole) == magnitude && magnitude < kFirstScientific) {
+        AppendInt(text, whole);
+    } else {
+        const bool isFixed = magnitude >= kLeastFixed && magnitude < kFirstScientific;
+        TRounded number = isFixed ? RoundFixed(magnitude) : RoundAny(magnitude);
+        number.DropTrailingZeros();
+        // What is a little less may have been rounded to a power of ten.
+        if (number.Exponent >= kLeastFixedExponent && number.Exponent < kSignificantDigits)
+            AppendFixed(text, number, settings.DecimalSeparator);
+        else
+            AppendScientific(text, number, settings.DecimalSeparator);
+    }
+}
+
+String IntToStr(std::int64_t value) {
+    String text;
+    AppendInt(text, value);
+    return text;
 }
 
 String FloatToStr(Extended value, const TFormatSettings& settings) {
-    constexpr Extended kFirstScientific = 1e15L;
-    constexpr int kLowestFixedExponent = -4;
-    if (std::isnan(value)) return u"NAN";
-    if (std::isinf(value)) return value < 0 ? u"-INF" : u"INF";
-    if (std::fabs(value) < kFirstScientific) {
-        const auto whole = static_cast<std::int64_t>(value);
-        if (static_cast<Extended>(whole) == value) return IntToStr(whole);
-    }
-    const TRounded number = RoundToDigits(std::fabs(value));
-    const bool isFixed = number.Exponent >= kLowestFixedExponent && number.Exponent < kSignificantDigits;
-    const Char separator = settings.DecimalSeparator;
-    String text(value < 0 ? 1 : 0, u'-');
-    return text.append(isFixed ? FixedText(number, separator) : ScientificText(number, separator));
+    String text;
+    AppendFloat(text, value, settings);
+    return text;
 }
 
 }  // namespace Varnholt

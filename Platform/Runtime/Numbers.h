@@ -52,4 +52,9 @@ namespace Varnholt {
 [[nodiscard]] VARNHOLT_EXPORT String FloatToStr(Extended value,
                                                 const TFormatSettings& settings = FormatSettings());
 
+/// The same, written after what the text holds already.
+VARNHOLT_EXPORT void AppendInt(String& text, std::int64_t value);
+VARNHOLT_EXPORT void AppendFloat(String& text, Extended value,
+                                 const TFormatSettings& settings = FormatSettings());
+
 }  // namespace Varnholt

@@ -67,7 +67,7 @@ THIRD_PARTIES = {
     "langinfo.h": ["Platform/Runtime/"],
     "locale.h": ["Platform/Runtime/"],
     "malloc.h": ["Benchmarks/"],
-    "pthread.h": ["Platform/System/"],
+    "pthread.h": ["Platform/Runtime/", "Platform/System/"],
     "grp.h": ["Platform/System/"],
     "pwd.h": ["Platform/System/"],
     "signal.h": ["Platform/", "Tools/", "Benchmarks/"],

@@ -140,7 +140,7 @@ void TCsvOutput::Write(StringView text) {
 
 void TCsvOutput::AddField(StringView field) {
     if (FFieldCount++ > 0) FLine += u',';
-    FLine += CsvField(field);
+    AppendCsvField(FLine, field);
 }
 
 // Readers skip an empty line, so a row of one empty field is written in quotes.

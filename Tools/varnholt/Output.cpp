@@ -32,7 +32,9 @@ void PrintBytes(std::span<const std::byte> bytes) {
 }
 
 void PrintLine(StringView line) {
-    Print(String(line) + u'\n');
+    std::string bytes = ToUtf8(line);
+    bytes += '\n';
+    PrintBytes(BytesOf(bytes));
 }
 
 void FlushOutput() {

@@ -1,7 +1,10 @@
 #include "Platform/Runtime/Guid.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <array>
 #include <set>
 
 #include "Tests/Support/Raised.h"
@@ -28,6 +31,21 @@ TEST(Guid, NewOnesAreRandomVersion4AndDiffer) {
         EXPECT_TRUE(text[15] == u'4' && text[20] >= u'8' && text[20] <= u'B') << ToUtf8(text);
         EXPECT_TRUE(seen.insert(StringToGuid(text)).second) << ToUtf8(text);
     }
+}
+
+TEST(Guid, ProcessesHaveTheirOwn) {
+    static_cast<void>(CreateGuid());  // more random bytes may be at hand than it took
+    std::array<int, 2> ends;
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const pid_t child = fork();
+    const TGuid guid = CreateGuid();
+    if (child == 0) _exit(write(ends[1], &guid, sizeof guid) == sizeof guid ? 0 : 1);
+    TGuid other;
+    EXPECT_EQ(read(ends[0], &other, sizeof other), static_cast<ssize_t>(sizeof other));
+    EXPECT_NE(guid, other);
+    EXPECT_EQ(waitpid(child, nullptr, 0), child);
+    close(ends[0]);
+    close(ends[1]);
 }
 
 }  // namespace Varnholt::Test
